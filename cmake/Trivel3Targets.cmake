@@ -1,0 +1,39 @@
+# SPDX-License-Identifier: MIT
+# How every target of the project is compiled, and what each folder may see of the others.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+option(TRIVEL3_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+
+add_library(trivel3_compile_options INTERFACE)
+target_compile_options(trivel3_compile_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(TRIVEL3_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+find_program(TRIVEL3_CCACHE ccache)
+if(TRIVEL3_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${TRIVEL3_CCACHE})
+endif()
+
+# trivel3_folder(TARGET FOLDER): sources of TARGET, which live in FOLDER, include headers as
+# "FOLDER/…". The include path leads to this one folder and to those of the targets it links, so a
+# header of any other folder is not found: who may include whom is enforced by the compiler.
+function(trivel3_folder target folder)
+    set(visible ${CMAKE_BINARY_DIR}/visible/${folder})
+    get_filename_component(parent ${visible}/${folder} DIRECTORY)
+    file(MAKE_DIRECTORY ${parent})
+    if(NOT EXISTS ${visible}/${folder})
+        file(CREATE_LINK ${CMAKE_SOURCE_DIR}/${folder} ${visible}/${folder} SYMBOLIC)
+    endif()
+    target_include_directories(${target} PUBLIC ${visible})
+    target_link_libraries(${target} PRIVATE trivel3_compile_options)
+endfunction()

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/foundation/value.h"
+
+/// The platform's property-list files: reading (XML and binary, told apart by their first bytes) and
+/// writing. The XML that is written equals the platform's own byte for byte.
+namespace platform {
+
+enum class PropertyListFormat { xml, binary };
+
+/// What is wrong with a property list, and where.
+struct PropertyListError {
+    std::string reason;      ///< one clause without a full stop: "unknown tag <foo>"
+    std::size_t offset = 0;  ///< bytes from the start of the file
+    /// For XML, both from 1; the column counts bytes of the file. Both 0 for a binary property list.
+    std::size_t line = 0;
+    std::size_t column = 0;
+};
+
+struct PropertyListReading {
+    /// The root object; nothing when the bytes are no property list, and then `error` says why.
+    std::optional<Value> value;
+    PropertyListFormat format = PropertyListFormat::xml;
+    PropertyListError error;
+
+    explicit operator bool() const { return value.has_value(); }
+};
+
+/// Reads a whole property list. Any bytes at all give a value or an error, in time and memory in
+/// proportion to their number.
+PropertyListReading readPropertyList(std::string_view bytes);
+
+struct PropertyListLookup {
+    enum class Verdict {
+        malformed,      ///< `readPropertyList` would fail on these bytes
+        noDictionary,   ///< well-formed, but the root is no dictionary
+        absent,         ///< the root dictionary lacks the key
+        found,
+    };
+    Verdict verdict = Verdict::malformed;
+    std::optional<Value> value;  ///< set exactly when the verdict is `found`
+};
+
+/// Looks up one string key of the root dictionary without building the tree: only the wanted value
+/// is made. The verdict on the bytes is that of `readPropertyList`, and so is the value.
+PropertyListLookup lookUpRootKey(std::string_view bytes, std::string_view key);
+
+struct PropertyListWriting {
+    /// The encoded bytes; nothing when the value holds what the format cannot say, and then
+    /// `reason` tells what.
+    std::optional<std::string> bytes;
+    std::string reason;
+
+    explicit operator bool() const { return bytes.has_value(); }
+};
+
+/// XML says neither null, sets nor keys that are no strings.
+PropertyListWriting writeXmlPropertyList(const Value& root);
+
+/// The binary format says every value. Equal scalars and shared containers are written once.
+PropertyListWriting writeBinaryPropertyList(const Value& root);
+
+}  // namespace platform
