@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "platform/foundation/class_registry.h"
+#include "platform/foundation/value.h"
+
+namespace platform {
+
+class SystemImage;
+class UIImage;
+
+/// A folder of the system image that holds an Info.plist, resources and perhaps a loadable module.
+class NSBundle {
+public:
+    /// Where the phone has the bundle ("/Library/PreferenceBundles/NAME.bundle").
+    const std::string& path() const { return _path; }
+
+    /// The bundle's Info.plist; empty when it is missing or malformed.
+    Dictionary infoDictionary() const;
+
+    /// An entry of the Info.plist that is a string, else an empty string.
+    std::string infoString(std::string_view key) const;
+
+    /// Loads the module that the Info.plist names as `CFBundleExecutable` and adds its classes to
+    /// the process's. A loaded module stays for the life of the process; loading it again changes
+    /// nothing. False when there is no such module or it cannot be loaded, `lastLoadError` of the
+    /// system image then says why.
+    bool load() const;
+
+    /// The image of that name (`imageNamed:inBundle:`), from the file made for the given scale:
+    /// NAME@3x.png, NAME@2x.png or NAME.png, the best that is there. Null when there is none.
+    std::shared_ptr<const UIImage> imageNamed(std::string_view name, double scale) const;
+
+private:
+    friend class SystemImage;
+    NSBundle(SystemImage& image, std::string path, std::string folder)
+        : _image(&image), _path(std::move(path)), _folder(std::move(folder)) {}
+
+    SystemImage* _image;
+    std::string _path;
+    std::string _folder;
+};
+
+/// The phone's system as it is installed beside the programs: the folder in which bundles are looked
+/// up by the phone's own paths. It is never the phone's folder, whose content must not run here.
+class SystemImage {
+public:
+    SystemImage(std::string folder, ClassRegistry& classes) : _folder(std::move(folder)), _classes(classes) {}
+
+    /// The bundle at the phone's path (`bundleWithPath:`); nothing when there is no such folder.
+    std::optional<NSBundle> bundleWithPath(std::string_view path);
+
+    const std::string& folder() const { return _folder; }
+
+    /// Why the last `load` that failed did so; empty when none did. For the programs' messages: the
+    /// pane itself treats a bundle that cannot be loaded as absent.
+    const std::string& lastLoadError() const { return _lastLoadError; }
+
+private:
+    friend class NSBundle;
+    bool loadModule(const std::string& file);
+
+    std::string _folder;
+    ClassRegistry& _classes;
+    std::set<std::string> _loadedModules;
+    std::string _lastLoadError;
+};
+
+}  // namespace platform

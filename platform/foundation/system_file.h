@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace platform {
+
+/// Reads a regular file of the machine itself (not of the phone), or its first `limit` bytes;
+/// nothing when it cannot be read.
+std::optional<std::string> readSystemFile(const std::string& path, std::size_t limit = SIZE_MAX);
+
+}  // namespace platform

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "platform/foundation/value.h"
+
+namespace platform {
+
+/// The device-information query.
+class DeviceQuery {
+public:
+    virtual ~DeviceQuery() = default;
+
+    /// The answer for a key such as "ProductVersion" (`MGCopyAnswer`), or nothing.
+    virtual std::optional<Value> copyAnswer(std::string_view key) = 0;
+};
+
+}  // namespace platform

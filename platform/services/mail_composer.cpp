@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: MIT
+#include "platform/services/mail_composer.h"
+
+namespace platform {
+
+void MFMailComposeViewController::finish(MFMailComposeResult result, const std::string& error) {
+    if (_delegate) _delegate->mailComposeController_didFinishWithResult_error(*this, result, error);
+}
+
+}  // namespace platform

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/ui/view_controller.h"
+
+namespace platform {
+
+class MFMailComposeViewController;
+
+enum class MFMailComposeResult { cancelled = 0, saved = 1, sent = 2, failed = 3 };
+
+class MFMailComposeViewControllerDelegate {
+public:
+    virtual ~MFMailComposeViewControllerDelegate() = default;
+    /// The user is done with the composer; the delegate dismisses it. `error` is empty unless the
+    /// result is `failed`.
+    virtual void mailComposeController_didFinishWithResult_error(MFMailComposeViewController& controller,
+                                                                 MFMailComposeResult result,
+                                                                 const std::string& error) = 0;
+};
+
+/// An e-mail for the user to look over. A host shows its content and, in the end, finishes it.
+class MFMailComposeViewController : public UIViewController {
+public:
+    struct Attachment {
+        /// Nothing when the caller had no data to attach.
+        std::optional<std::string> data;
+        std::string mimeType;
+        std::string fileName;
+    };
+
+    using UIViewController::UIViewController;
+    const char* className() const override { return "MFMailComposeViewController"; }
+
+    /// Not owned; null for none.
+    void setMailComposeDelegate(MFMailComposeViewControllerDelegate* delegate) { _delegate = delegate; }
+    void setSubject(std::string subject) { _subject = std::move(subject); }
+    void setToRecipients(std::vector<std::string> recipients) { _toRecipients = std::move(recipients); }
+    void addAttachmentData_mimeType_fileName(std::optional<std::string> data, std::string mimeType,
+                                             std::string fileName) {
+        _attachments.push_back({std::move(data), std::move(mimeType), std::move(fileName)});
+    }
+
+    const std::string& subject() const { return _subject; }
+    const std::vector<std::string>& toRecipients() const { return _toRecipients; }
+    const std::vector<Attachment>& attachments() const { return _attachments; }
+
+    /// What a host calls when the user has sent, saved or cancelled, or sending has failed.
+    void finish(MFMailComposeResult result, const std::string& error = {});
+
+private:
+    MFMailComposeViewControllerDelegate* _delegate = nullptr;
+    std::string _subject;
+    std::vector<std::string> _toRecipients;
+    std::vector<Attachment> _attachments;
+};
+
+/// Makes mail composers.
+class MailService {
+public:
+    virtual ~MailService() = default;
+    /// Null when the device cannot compose e-mail.
+    virtual std::shared_ptr<MFMailComposeViewController> makeMailComposeViewController() = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/foundation/bundle.h"
+#include "platform/foundation/class_registry.h"
+#include "platform/foundation/notification_center.h"
+#include "platform/services/application.h"
+#include "platform/services/device_query.h"
+#include "platform/services/file_system.h"
+#include "platform/ui/device.h"
+
+namespace platform {
+
+class MailService;
+class PostService;
+
+/// Everything that a page lives in. The host makes one and keeps it for longer than any page; two of
+/// them side by side know nothing of each other.
+struct Platform {
+    FileSystem& files;
+    DarwinNotifyCenter& notifications;
+    ClassRegistry& classes;
+    SystemImage& system;
+    UIApplication& application;
+    DeviceQuery& deviceQuery;
+    MailService& mail;
+    PostService& posts;
+    UIDevice device;
+    UIScreen screen;
+};
+
+}  // namespace platform

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/ui/view_controller.h"
+
+namespace platform {
+
+inline constexpr std::string_view SLServiceTypeTwitter = "com.apple.social.twitter";
+
+enum class SLComposeViewControllerResult { cancelled = 0, done = 1 };
+
+/// A post to a social network for the user to look over and change. It dismisses itself.
+class SLComposeViewController : public UIViewController {
+public:
+    SLComposeViewController(Platform& platform, std::string serviceType)
+        : UIViewController(platform), _serviceType(std::move(serviceType)) {}
+    const char* className() const override { return "SLComposeViewController"; }
+
+    const std::string& serviceType() const { return _serviceType; }
+    const std::string& text() const { return _text; }
+    void setInitialText(std::string text) { _text = std::move(text); }
+
+    /// What a host calls when the user has posted or cancelled.
+    void finish(SLComposeViewControllerResult result);
+
+private:
+    std::string _serviceType;
+    std::string _text;
+};
+
+/// Makes post composers.
+class PostService {
+public:
+    virtual ~PostService() = default;
+    /// Null when the service is unknown.
+    virtual std::shared_ptr<SLComposeViewController> composeViewControllerForServiceType(std::string_view type) = 0;
+};
+
+}  // namespace platform

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "platform/ui/image.h"
+
+#include <string_view>
+#include <utility>
+
+#include "platform/foundation/system_file.h"
+
+namespace platform {
+namespace {
+
+// A PNG file begins with its signature and the header chunk: length, "IHDR", width, height.
+constexpr std::string_view pngSignature("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16);
+constexpr std::size_t widthOffset = 16;
+constexpr std::size_t heightOffset = 20;
+constexpr std::size_t headerSize = 24;
+
+std::uint32_t bigEndian32(std::string_view bytes, std::size_t offset) {
+    std::uint32_t number = 0;
+    for (std::size_t i = 0; i < 4; ++i) number = number << 8 | static_cast<std::uint8_t>(bytes[offset + i]);
+    return number;
+}
+
+}  // namespace
+
+std::shared_ptr<const UIImage> UIImage::fromPngFile(std::string name, std::string file, double scale) {
+    auto header = readSystemFile(file, headerSize);
+    if (!header || header->size() < headerSize || !header->starts_with(pngSignature)) return nullptr;
+    std::shared_ptr<UIImage> image(new UIImage);
+    image->_name = std::move(name);
+    image->_file = std::move(file);
+    image->_pixelWidth = bigEndian32(*header, widthOffset);
+    image->_pixelHeight = bigEndian32(*header, heightOffset);
+    image->_scale = scale;
+    return image;
+}
+
+std::shared_ptr<const UIImage> UIImage::fromPixels(std::string name, std::uint32_t width, std::uint32_t height,
+                                                   std::vector<std::uint8_t> rgba, double scale) {
+    if (rgba.size() != std::size_t{4} * width * height) return nullptr;
+    std::shared_ptr<UIImage> image(new UIImage);
+    image->_name = std::move(name);
+    image->_rgba = std::move(rgba);
+    image->_pixelWidth = width;
+    image->_pixelHeight = height;
+    image->_scale = scale;
+    return image;
+}
+
+}  // namespace platform
