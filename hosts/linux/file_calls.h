@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <sys/stat.h>
+#include <sys/types.h>
+
+#include <cstddef>
+
+namespace hosts {
+
+/// The system calls by which the phone's files are opened and written, each as the kernel has it:
+/// a negative result, with errno set, is a failure. The class makes the real calls; whoever must
+/// see a write meet a full disk or a sudden death overrides the one call that is to go wrong.
+class FileCalls {
+public:
+    static FileCalls& system();
+
+    virtual ~FileCalls() = default;
+
+    /// openat2 with every step of `path`, links and ".." included, kept below the folder `root`.
+    virtual int openInRoot(int root, const char* path, int flags);
+    virtual int openIn(int folder, const char* name, int flags, mode_t mode);
+    virtual ssize_t write(int file, const void* bytes, std::size_t count);
+    virtual int synchronise(int file);
+    virtual int changeMode(int file, mode_t mode);
+    virtual int changeOwner(int file, uid_t owner, gid_t group);
+    /// An exclusive flock that does not wait.
+    virtual int lock(int file);
+    virtual int status(int file, struct stat& status);
+    /// Of the entry itself, not of what a link leads to.
+    virtual int statusIn(int folder, const char* name, struct stat& status);
+    virtual ssize_t readLink(int folder, const char* name, char* target, std::size_t room);
+    virtual int makeFolder(int folder, const char* name, mode_t mode);
+    virtual int rename(int folder, const char* from, const char* to);
+    virtual int unlink(int folder, const char* name);
+    virtual int close(int file);
+};
+
+}  // namespace hosts

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/linux/session_notify_center.h"
+
+#include <dlfcn.h>
+
+namespace hosts {
+
+namespace {
+
+// After a post that failed, none is tried for this many times as long as the failure took. A bus
+// that refuses is asked again at once, or nearly; one that hangs costs a twentieth of the time.
+constexpr int restsPerFailure = 20;
+
+}  // namespace
+
+// The module stays loaded for good: objects that it made may outlive this one.
+bool SessionNotifyCenter::loadModule() {
+    if (_bus) return true;
+    if (_loadingFailed) return false;
+    void* const module = ::dlopen(_module.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    void* const symbol = module == nullptr ? nullptr : ::dlsym(module, makeSessionBusSymbol);
+    if (symbol == nullptr) {
+        const char* const reason = ::dlerror();
+        _lastError = "cannot load the session bus module: " + std::string{reason == nullptr ? _module : reason};
+        _loadingFailed = true;
+        return false;
+    }
+    reinterpret_cast<MakeSessionBus*>(symbol)(_bus);
+    return true;
+}
+
+void SessionNotifyCenter::postNotification(std::string_view name) {
+    const auto begin = Clock::now();
+    if (begin < _restUntil || !loadModule()) return;
+    if (!tryPost(std::string{name})) {
+        const auto end = Clock::now();
+        _restUntil = end + restsPerFailure * (end - begin);
+    }
+}
+
+bool SessionNotifyCenter::tryPost(const std::string& name) {
+    if (name.find('\0') != std::string::npos) {
+        _lastError = "a notification's name has no NUL byte in it";
+        return false;
+    }
+    const bool posted = _bus->post(name, _lastError);
+    if (posted) _lastError.clear();
+    return posted;
+}
+
+std::unique_ptr<NotificationStream> SessionNotifyCenter::observe() {
+    if (!loadModule()) return nullptr;
+    auto stream = _bus->observe(_lastError);
+    if (stream) _lastError.clear();
+    return stream;
+}
+
+}  // namespace hosts
