@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <climits>
+#include <string_view>
+
+#include "hosts/linux/descriptor.h"
+
+namespace hosts {
+
+/// A path as the kernel takes it, ended by a NUL byte and kept on the stack.
+class PathText {
+public:
+    explicit PathText(std::string_view path);
+
+    /// Null, with errno set, when the path is longer than the kernel takes or has a NUL byte in it.
+    const char* get() const;
+
+private:
+    char _text[PATH_MAX];
+    int _error = 0;
+};
+
+/// Opens what `path` leads to when the folder `root` is the root of the file system: absolute links
+/// and ".." stay below it. Nothing, with errno set, on failure. Close-on-exec is added to `flags`.
+Descriptor openConfined(FileCalls& calls, int root, std::string_view path, int flags);
+
+}  // namespace hosts
