@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "platform/services/platform.h"
+#include "platform/ui/image.h"
+
+namespace trivel3 {
+
+/// An image of the pane's own bundle, made for the screen's scale; null when it is missing. The
+/// bundle is opened from its path at each call.
+std::shared_ptr<const platform::UIImage> bundleImage(platform::Platform& platform, std::string_view name);
+
+}  // namespace trivel3

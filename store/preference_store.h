@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "platform/foundation/value.h"
+#include "platform/services/platform.h"
+
+namespace trivel3 {
+
+/// The one way to the settings: a read rule and a write rule. It keeps nothing between calls; the
+/// file is the state, since the add-on writes it too.
+class PreferenceStore {
+public:
+    static constexpr std::string_view settingsFile = "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist";
+    static constexpr std::string_view changeNotification = "com.fenwary.trivel3.preferencesChanged";
+
+    explicit PreferenceStore(platform::Platform& platform) : _platform(platform) {}
+
+    /// The file's value as it is stored, of whatever kind; else the catalogue's default; else nothing.
+    std::optional<platform::Value> preferenceForKey(std::string_view key) const;
+
+    /// Reads the file anew, sets the key in what it holds, replaces the file and posts the change
+    /// notification, whether or not the write succeeded. A file that does not read as a dictionary
+    /// is replaced by one that holds just this key.
+    void setPreferenceForKey(platform::Value value, std::string_view key);
+
+    /// As `setPreferenceForKey`, but takes the key out.
+    void removePreferenceForKey(std::string_view key);
+
+    /// The file's value, without a default.
+    std::optional<platform::Value> storedValueForKey(std::string_view key) const;
+
+private:
+    platform::Dictionary currentContent() const;
+    void replaceContent(const platform::Dictionary& content);
+
+    platform::Platform& _platform;
+};
+
+}  // namespace trivel3
