@@ -5,6 +5,8 @@
 
 namespace platform {
 
+Value::Value(std::string_view text) : _storage(std::make_shared<const std::string>(text)) {}
+Value::Value(std::string text) : _storage(std::make_shared<const std::string>(std::move(text))) {}
 Value::Value(Data data) : _storage(std::make_shared<const Data>(std::move(data))) {}
 Value::Value(Array array) : _storage(std::make_shared<const Array>(std::move(array))) {}
 Value::Value(Dictionary dictionary) : _storage(std::make_shared<const Dictionary>(std::move(dictionary))) {}

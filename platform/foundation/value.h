@@ -29,9 +29,7 @@ struct Integer {
     std::uint64_t bits = 0;
     bool aboveSigned = false;
 
-    static constexpr Integer fromSigned(std::int64_t number) {
-        return {static_cast<std::uint64_t>(number), false};
-    }
+    static constexpr Integer fromSigned(std::int64_t number) { return {static_cast<std::uint64_t>(number), false}; }
     static constexpr Integer fromUnsigned(std::uint64_t number) {
         return {number, number > static_cast<std::uint64_t>(INT64_MAX)};
     }
@@ -54,19 +52,20 @@ struct Uid {
 using Data = std::vector<std::byte>;
 using Array = std::vector<Value>;
 
-/// An unordered collection; only binary property lists hold one.
+/// An unordered collection; only binary property lists hold one. Its members stand, and compare, in
+/// the order of the file.
 struct Set {
     std::vector<Value> members;
 };
 
-/// One property-list value. Copies are cheap: data and containers are immutable and shared, so a
-/// file whose objects refer to each other many times costs no more memory than its own objects.
+/// One property-list value. Copies are cheap: strings, data and containers are immutable and shared,
+/// so a file whose objects refer to each other many times costs no more memory than its own objects.
 /// Strings are UTF-8 and may hold U+0000.
 class Value {
 public:
-    using Storage = std::variant<Null, bool, Integer, double, std::string, Date, Uid, std::shared_ptr<const Data>,
-                                 std::shared_ptr<const Array>, std::shared_ptr<const Dictionary>,
-                                 std::shared_ptr<const Set>>;
+    using Storage = std::variant<Null, bool, Integer, double, std::shared_ptr<const std::string>, Date, Uid,
+                                 std::shared_ptr<const Data>, std::shared_ptr<const Array>,
+                                 std::shared_ptr<const Dictionary>, std::shared_ptr<const Set>>;
 
     Value() = default;
     Value(Null) {}
@@ -76,9 +75,9 @@ public:
     Value(std::uint64_t number) : _storage(Integer::fromUnsigned(number)) {}
     Value(Integer number) : _storage(number) {}
     Value(double number) : _storage(number) {}
-    Value(const char* text) : _storage(std::string(text)) {}
-    Value(std::string_view text) : _storage(std::string(text)) {}
-    Value(std::string text) : _storage(std::move(text)) {}
+    Value(const char* text) : Value(std::string_view(text)) {}
+    Value(std::string_view text);
+    Value(std::string text);
     Value(Date date) : _storage(date) {}
     Value(Uid uid) : _storage(uid) {}
     Value(Data data);
@@ -99,7 +98,7 @@ public:
     const bool* boolean() const { return std::get_if<bool>(&_storage); }
     const Integer* integer() const { return std::get_if<Integer>(&_storage); }
     const double* real() const { return std::get_if<double>(&_storage); }
-    const std::string* string() const { return std::get_if<std::string>(&_storage); }
+    const std::string* string() const { return pointee<std::string>(); }
     const Date* date() const { return std::get_if<Date>(&_storage); }
     const Uid* uid() const { return std::get_if<Uid>(&_storage); }
     const Data* data() const { return pointee<Data>(); }

@@ -49,6 +49,7 @@ private:
         return equalObjects(*left, *right);
     }
 
+    bool equalObjects(const std::string& left, const std::string& right) { return left == right; }
     bool equalObjects(const Data& left, const Data& right) { return left == right; }
 
     bool equalObjects(const Array& left, const Array& right) {
