@@ -86,7 +86,7 @@ void KavixPreferencesController::viewDidLoad() {
 }
 
 void KavixPreferencesController::heartButtonAction(platform::UIButton&) {
-    auto composer = platform().posts.composeViewControllerForServiceType(platform::SLServiceTypeTwitter);
+    auto composer = platform().posts.composeViewControllerForServiceType(platform(), platform::SLServiceTypeTwitter);
     if (composer) composer->setInitialText("I'm loving #Trivel3 from @Fenwary!");
     presentViewController_animated_completion(composer, true, nullptr);
 }
@@ -95,8 +95,9 @@ void KavixPreferencesController::supportSpecifierAction(platform::PSSpecifier&) 
     presentViewController_animated_completion(makeSupportEmail(platform(), *this), true, nullptr);
 }
 
-void KavixPreferencesController::mailComposeController_didFinishWithResult_error(
-    platform::MFMailComposeViewController&, platform::MFMailComposeResult, const std::string&) {
+void KavixPreferencesController::mailComposeController_didFinishWithResult_error(platform::MFMailComposeViewController&,
+                                                                                 platform::MFMailComposeResult,
+                                                                                 const std::string&) {
     dismissViewControllerAnimated_completion(true, nullptr);
 }
 

@@ -8,7 +8,7 @@ namespace trivel3 {
 
 std::shared_ptr<platform::MFMailComposeViewController> makeSupportEmail(
     platform::Platform& platform, platform::MFMailComposeViewControllerDelegate& delegate) {
-    auto composer = platform.mail.makeMailComposeViewController();
+    auto composer = platform.mail.makeMailComposeViewController(platform);
     if (!composer) return nullptr;
     composer->setMailComposeDelegate(&delegate);
     composer->setSubject("Trivel Support");

@@ -65,7 +65,7 @@ class MailService {
 public:
     virtual ~MailService() = default;
     /// Null when the device cannot compose e-mail.
-    virtual std::shared_ptr<MFMailComposeViewController> makeMailComposeViewController() = 0;
+    virtual std::shared_ptr<MFMailComposeViewController> makeMailComposeViewController(Platform& platform) = 0;
 };
 
 }  // namespace platform

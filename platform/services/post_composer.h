@@ -37,7 +37,8 @@ class PostService {
 public:
     virtual ~PostService() = default;
     /// Null when the service is unknown.
-    virtual std::shared_ptr<SLComposeViewController> composeViewControllerForServiceType(std::string_view type) = 0;
+    virtual std::shared_ptr<SLComposeViewController> composeViewControllerForServiceType(Platform& platform,
+                                                                                         std::string_view type) = 0;
 };
 
 }  // namespace platform
