@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "hosts/linux/file_calls.h"
+#include "hosts/linux/phone_file_system.h"
+#include "platform/foundation/value.h"
+#include "platform/services/file_system.h"
+#include "tests/kit/event.h"
+#include "tests/kit/temporary_folder.h"
+
+namespace kit {
+
+/// A phone of its own: real files in a new folder, in which "/var/mobile/Library/Preferences" is
+/// there and empty. It logs what is written through it and counts what is read.
+class TestPhone final : public platform::FileSystem {
+public:
+    explicit TestPhone(EventLog& log);
+
+    using platform::FileSystem::readFile;
+    bool readFile(std::string_view path, std::string& contents, std::size_t limit) const override;
+    std::vector<std::string> listFolder(std::string_view path) const override;
+    bool writeFileAtomically(std::string_view path, std::string_view contents) override;
+
+    /// From now on each write fails, or works again: its last step meets a read-only file system.
+    void setWritesFail(bool fail) { _calls.fail = fail; }
+
+    /// How often the file was asked for through the platform since the last call.
+    std::size_t takeReads(std::string_view path);
+
+    /// What follows goes past the platform, as another process would: it is neither logged nor
+    /// counted. `put` makes the folders on the way.
+    void put(std::string_view path, std::string_view bytes);
+    void put(std::string_view path, const platform::Dictionary& content);
+    void remove(std::string_view path);
+    std::optional<std::string> bytes(std::string_view path) const;
+    /// Nothing when the file is missing or its root no dictionary.
+    std::optional<platform::Dictionary> dictionary(std::string_view path) const;
+    /// Where the phone's path lies on this machine.
+    std::filesystem::path machinePath(std::string_view path) const;
+
+private:
+    struct FailingRename final : hosts::FileCalls {
+        int rename(int folder, const char* from, const char* to) override;
+        bool fail = false;
+    };
+
+    EventLog& _log;
+    TemporaryFolder _folder;
+    FailingRename _calls;
+    hosts::PhoneFileSystem _files;
+    mutable std::map<std::string, std::size_t, std::less<>> _reads;
+};
+
+}  // namespace kit
