@@ -31,7 +31,24 @@ protected:
     /// Sets a group row's footer and redraws it, when it is not that text already.
     void setFooter(const std::shared_ptr<platform::PSSpecifier>& group, std::string_view text, bool animated);
 
+    /// Greys a row or makes it usable, and redraws it. A row that has never been set either way is
+    /// set even where that makes no difference.
+    void setEnabled(const std::shared_ptr<platform::PSSpecifier>& row, bool enabled, bool animated);
+
+    /// A run of rows of the master array.
+    struct Block {
+        std::size_t start;
+        std::size_t length;
+    };
+
+    /// Inserts the block right after the row at `anchor` in the master array, or removes it, when it
+    /// is not so already. A block counts as shown when its first row is.
+    void setBlockShown(Block block, bool shown, std::size_t anchor, bool animated);
+    void removeBlock(Block block, bool animated);
+
 private:
+    Specifiers rowsOf(Block block) const;
+
     Specifiers _kavixSpecifiers;
 };
 
