@@ -9,7 +9,7 @@
 
 namespace platform {
 
-inline constexpr std::string_view SLServiceTypeTwitter = "com.apple.social.twitter";
+inline constexpr std::string_view SLServiceTypeTwitter = "SLServiceTypeTwitter";
 
 enum class SLComposeViewControllerResult { cancelled = 0, done = 1 };
 

@@ -30,7 +30,8 @@ public:
     UINavigationController(const UINavigationController&) = delete;
     UINavigationController& operator=(const UINavigationController&) = delete;
 
-    /// Loads the page, puts it on top and lets it appear.
+    /// Loads the page, puts it on top and lets it appear. A view without a size, which is how pages
+    /// that make their own leave it, fills the screen.
     void pushViewController_animated(std::shared_ptr<UIViewController> page, bool animated);
     /// Takes the top page off and lets the one below appear. False, with nothing done, when the top
     /// page is the only one.

@@ -43,13 +43,13 @@ void UITableView::enqueueReusableCell(std::shared_ptr<UITableViewCell> cell) {
     if (cell && !cell->reuseIdentifier().empty()) _reusableCells.push_back(std::move(cell));
 }
 
-bool UITableView::hasRow(NSIndexPath path) {
+bool UITableView::hasRowAtIndexPath(NSIndexPath path) {
     return _dataSource && path.section < _dataSource->numberOfSectionsInTableView(*this) &&
            path.row < _dataSource->tableView_numberOfRowsInSection(*this, path.section);
 }
 
 std::shared_ptr<UITableViewCell> UITableView::produceCellForRowAtIndexPath(NSIndexPath path) {
-    if (!hasRow(path)) return nullptr;
+    if (!hasRowAtIndexPath(path)) return nullptr;
     auto cell = _dataSource->tableView_cellForRowAtIndexPath(*this, path);
     if (!cell) return nullptr;
     const double height = _delegate ? _delegate->tableView_heightForRowAtIndexPath(*this, path)
@@ -60,7 +60,7 @@ std::shared_ptr<UITableViewCell> UITableView::produceCellForRowAtIndexPath(NSInd
 }
 
 bool UITableView::touchRowAtIndexPath(NSIndexPath path) {
-    if (!hasRow(path)) return false;
+    if (!hasRowAtIndexPath(path)) return false;
     if (!_delegate || !_delegate->tableView_shouldHighlightRowAtIndexPath(*this, path)) return true;
     _selectedRow = path;
     _delegate->tableView_didSelectRowAtIndexPath(*this, path);

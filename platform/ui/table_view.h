@@ -60,13 +60,15 @@ public:
     const std::shared_ptr<UIView>& tableHeaderView() const { return _tableHeaderView; }
     void setTableHeaderView(std::shared_ptr<UIView> view) { _tableHeaderView = std::move(view); }
 
-    /// Hides `UIView::setFrame`, to stretch the header view along.
-    void setFrame(CGRect frame);
+    /// Stretches the header view along.
+    void setFrame(CGRect frame) override;
 
     /// A cell handed back by `enqueueReusableCell`, or null. It shows what it last showed.
     std::shared_ptr<UITableViewCell> dequeueReusableCellWithIdentifier(std::string_view identifier);
     /// What a host does with a cell that has left the screen. Cells without an identifier are dropped.
     void enqueueReusableCell(std::shared_ptr<UITableViewCell> cell);
+
+    bool hasRowAtIndexPath(NSIndexPath path);
 
     /// What a host calls to put a row on the screen: asks the data source for the cell and lays it
     /// out at the table's width and the row's height. Null when there is no such row.
@@ -80,8 +82,6 @@ public:
     void deselectRowAtIndexPath_animated(NSIndexPath path, bool animated);
 
 private:
-    bool hasRow(NSIndexPath path);
-
     UITableViewStyle _style;
     UITableViewDataSource* _dataSource = nullptr;
     UITableViewDelegate* _delegate = nullptr;

@@ -32,8 +32,9 @@ public:
 
     /// In the superview's coordinates.
     const CGRect& frame() const { return _frame; }
-    /// Gives subviews with flexible margins or sizes their share of a change of size.
-    void setFrame(CGRect frame);
+    /// Gives subviews with flexible margins or sizes their share of a change of size. An override
+    /// calls its base first.
+    virtual void setFrame(CGRect frame);
     CGRect bounds() const { return {0, 0, _frame.width, _frame.height}; }
 
     unsigned autoresizingMask() const { return _autoresizingMask; }

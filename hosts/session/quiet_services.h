@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/foundation/notification_center.h"
+#include "platform/services/application.h"
+#include "platform/services/device_query.h"
+
+/// Services for sessions in which nothing must reach the outside.
+namespace hosts {
+
+class QuietNotifyCenter final : public platform::DarwinNotifyCenter {
+public:
+    void postNotification(std::string_view) override {}
+};
+
+class QuietApplication final : public platform::UIApplication {
+public:
+    bool canOpenURL(std::string_view) override { return false; }
+    bool openURL(std::string_view) override { return false; }
+};
+
+class QuietDeviceQuery final : public platform::DeviceQuery {
+public:
+    std::optional<platform::Value> copyAnswer(std::string_view) override { return std::nullopt; }
+};
+
+}  // namespace hosts

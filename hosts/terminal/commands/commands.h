@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "hosts/terminal/program_context.h"
+
+/// The subcommands. Each gives the program's exit status, and says on standard error what failed.
+namespace hosts::terminal {
+
+struct ShowOptions {
+    std::string page;  ///< titles from the root page, with "/" between; empty for the root page
+    bool json = false;
+};
+int runShow(ProgramContext& context, const ShowOptions& options);
+
+struct GetOptions {
+    std::string key;
+};
+int runGet(ProgramContext& context, const GetOptions& options);
+
+struct SetOptions {
+    std::string key;
+    std::string value;
+    std::string type;  ///< "bool", "int" or "string"; empty for the key's own kind
+};
+int runSet(ProgramContext& context, const SetOptions& options);
+
+struct ListOptions {
+    bool json = false;
+};
+int runList(ProgramContext& context, const ListOptions& options);
+
+struct ResetOptions {
+    std::vector<std::string> keys;
+    bool all = false;
+};
+int runReset(ProgramContext& context, const ResetOptions& options);
+
+struct MonitorOptions {
+    bool json = false;
+};
+int runMonitor(ProgramContext& context, const MonitorOptions& options);
+
+struct DriveOptions {
+    std::set<std::string> openableSchemes;
+};
+int runDrive(ProgramContext& context, const DriveOptions& options);
+
+struct LintOptions {
+    std::vector<std::string> files;
+};
+int runPlistLint(const LintOptions& options);
+
+struct ConvertOptions {
+    std::string format;  ///< "xml1", "binary1" or "json"
+    std::string file;
+    std::string output = "-";  ///< "-" for standard output
+};
+int runPlistConvert(const ConvertOptions& options);
+
+}  // namespace hosts::terminal

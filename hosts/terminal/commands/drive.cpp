@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#include <iostream>
+
+#include "hosts/linux/session_notify_center.h"
+#include "hosts/session/quiet_services.h"
+#include "hosts/terminal/commands/commands.h"
+#include "hosts/terminal/drive/drive_session.h"
+#include "hosts/terminal/exit_status.h"
+#include "hosts/terminal/render/value_json.h"
+
+namespace hosts::terminal {
+
+int runDrive(ProgramContext& context, const DriveOptions& options) {
+    SessionNotifyCenter notifications(context.installation.sessionBusModule());
+    QuietDeviceQuery deviceQuery;
+    DriveSession session({context.files, notifications, deviceQuery, context.installation.systemImage, context.device},
+                         options.openableSchemes);
+    std::string error;
+    if (!session.start(error)) return fail(failed, error);
+    std::string line;
+    while (std::getline(std::cin, line))
+        std::cout << jsonLine(session.answer(line)) << std::endl;
+    return done;
+}
+
+}  // namespace hosts::terminal

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#include <nlohmann/json.hpp>
+
+#include "hosts/terminal/commands/commands.h"
+#include "hosts/terminal/commands/settings_command.h"
+#include "hosts/terminal/exit_status.h"
+#include "hosts/terminal/render/value_json.h"
+#include "hosts/terminal/render/value_text.h"
+
+namespace hosts::terminal {
+namespace {
+
+using Setting = platform::PreferenceAccess::Setting;
+using Kind = platform::PreferenceAccess::Kind;
+
+const char* kindName(Kind kind) {
+    switch (kind) {
+        case Kind::boolean:
+            return "boolean";
+        case Kind::integer:
+            return "integer";
+        case Kind::dictionary:
+            break;
+    }
+    return "dictionary";
+}
+
+nlohmann::json settingJson(const Setting& setting, const platform::PreferenceAccess& settings) {
+    return {{"key", setting.key},
+            {"kind", kindName(setting.kind)},
+            {"value", jsonOf(settings.preferenceForKey(setting.key))},
+            {"default", jsonOf(setting.defaultValue)},
+            {"stored", settings.storedValueForKey(setting.key).has_value()}};
+}
+
+std::string settingLine(const Setting& setting, const platform::PreferenceAccess& settings, std::size_t keyWidth) {
+    const bool stored = settings.storedValueForKey(setting.key).has_value();
+    const std::string value = valueSummary(settings.preferenceForKey(setting.key));
+    constexpr std::size_t valueWidth = 12;
+    std::string line = setting.key + std::string(keyWidth - setting.key.size() + 2, ' ') + value;
+    line += std::string(value.size() < valueWidth ? valueWidth - value.size() : 1, ' ');
+    return line + (stored ? "stored" : "default") + "\n";
+}
+
+}  // namespace
+
+int runList(ProgramContext& context, const ListOptions& options) {
+    SettingsCommand command(context);
+    std::string error;
+    if (!command.load(error)) return fail(failed, error);
+    if (options.json) {
+        nlohmann::json all = nlohmann::json::array();
+        for (const Setting& setting : command.known())
+            all.push_back(settingJson(setting, command.settings()));
+        print(jsonLine(all) + "\n");
+        return done;
+    }
+    std::size_t keyWidth = 0;
+    for (const Setting& setting : command.known())
+        keyWidth = std::max(keyWidth, setting.key.size());
+    for (const Setting& setting : command.known())
+        print(settingLine(setting, command.settings(), keyWidth));
+    return done;
+}
+
+}  // namespace hosts::terminal

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/services/file_system.h"
+#include "platform/services/preference_access.h"
+
+namespace hosts::terminal {
+
+/// A key whose value is another than before; nothing stands for an absent key.
+struct Change {
+    std::string key;
+    std::optional<platform::Value> before;
+    std::optional<platform::Value> after;
+};
+
+/// {"key","old","new"}
+nlohmann::json changeJson(const Change& change);
+/// Lines "KEY: old -> new"; of a dictionary, one line for each entry that changed.
+std::string changeText(const Change& change);
+
+/// What one of the pane's files held when it was last read.
+class ObservedContent {
+public:
+    ObservedContent(const platform::FileSystem& files, platform::PreferenceAccess::ObservedFile file);
+
+    const std::string& notification() const { return _file.notification; }
+
+    /// Reads the file again and tells what has changed since the last time.
+    std::vector<Change> takeChanges();
+
+private:
+    const platform::FileSystem* _files;
+    platform::PreferenceAccess::ObservedFile _file;
+    platform::Dictionary _content;
+};
+
+}  // namespace hosts::terminal

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/render/page_text.h"
+
+#include <langinfo.h>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <clocale>
+#include <cstdlib>
+#include <string_view>
+
+#include "hosts/terminal/render/printable.h"
+#include "platform/ui/label.h"
+
+namespace hosts::terminal {
+namespace {
+
+constexpr std::size_t usualWidth = 80;
+constexpr std::size_t leastWidth = 40;
+// Lines longer than this are hard to read, however wide the terminal is.
+constexpr std::size_t mostWidth = 100;
+constexpr std::size_t footerIndent = 4;
+
+// The escape sequences of ECMA-48 that we use.
+enum class Ink { bold, dim, green };
+
+std::size_t terminalWidth() {
+    winsize size{};
+    if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0) return size.ws_col;
+    const char* columns = std::getenv("COLUMNS");
+    const unsigned long number = columns ? std::strtoul(columns, nullptr, 10) : 0;
+    return number > 0 ? number : usualWidth;
+}
+
+class PageWriter {
+public:
+    explicit PageWriter(const TextStyle& style) : _style(style) {}
+
+    void title(std::string_view text) { line(inked(printable(text), Ink::bold)); }
+    void blank() { _text += '\n'; }
+    void groupTitle(std::string_view text) { line("  " + inked(printable(text), Ink::bold)); }
+
+    void paragraph(std::string_view text, std::size_t indent) {
+        for (const std::string& part : wrapped(text, _style.width - indent)) {
+            line(std::string(indent, ' ') + inked(printable(part), Ink::dim));
+        }
+    }
+
+    void row(const RowSnapshot& row) {
+        const std::string state = stateText(row);
+        const std::string mark = row.checked && !row.on ? check() : " ";
+        const std::size_t stateColumns = columns(state);
+        const std::size_t room = _style.width - 4 - (stateColumns > 0 ? stateColumns + 1 : 0);
+        const std::string label = shortened(printable(row.label), room);
+        const std::string gap(stateColumns > 0 ? room - columns(label) + 1 : 0, ' ');
+        const bool bright = row.enabled;
+        line("  " + inkedIf(row.checked && bright, mark, Ink::green) + " " + inkedIf(!bright, label, Ink::dim) + gap +
+             inkedState(row, state));
+    }
+
+    std::string take() { return std::move(_text); }
+
+private:
+    std::string check() const { return _style.unicode ? "✓" : "*"; }
+
+    // What stands at a row's right end. A greyed row says so in words, for those who see no colour.
+    std::string stateText(const RowSnapshot& row) const {
+        std::string state;
+        if (row.on) state = *row.on ? "[ on]" : "[off]";
+        if (row.kind == RowSnapshot::Kind::link) state = _style.unicode ? "›" : ">";
+        if (!row.enabled) state = state.empty() ? "(greyed)" : "(greyed) " + state;
+        return state;
+    }
+
+    std::string inkedState(const RowSnapshot& row, const std::string& state) const {
+        if (!row.enabled || row.kind == RowSnapshot::Kind::link || (row.on && !*row.on)) {
+            return inkedIf(!state.empty(), state, Ink::dim);
+        }
+        return inkedIf(!state.empty(), state, Ink::green);
+    }
+
+    std::string inkedIf(bool condition, const std::string& text, Ink ink) const {
+        return condition ? inked(text, ink) : text;
+    }
+
+    std::string inked(const std::string& text, Ink ink) const {
+        if (!_style.colour || text.empty()) return text;
+        const char* start = ink == Ink::bold ? "\x1b[1m" : ink == Ink::dim ? "\x1b[2m" : "\x1b[32m";
+        return start + text + "\x1b[0m";
+    }
+
+    void line(std::string text) {
+        while (!text.empty() && text.back() == ' ')
+            text.pop_back();
+        _text += text + '\n';
+    }
+
+    TextStyle _style;
+    std::string _text;
+};
+
+void writeHeaderView(PageWriter& writer, const platform::UIView& header, std::string_view title) {
+    if (auto* label = dynamic_cast<const platform::UILabel*>(&header)) {
+        // The page's own title has been written above it.
+        if (label->text() && *label->text() != title) writer.paragraph(*label->text(), 0);
+    }
+    for (const auto& part : header.subviews())
+        writeHeaderView(writer, *part, title);
+}
+
+// A cell of a page's own making shows more than one label: the texts after the first are its details.
+void collectTexts(const platform::UIView& view, std::vector<std::string>& texts) {
+    if (auto* label = dynamic_cast<const platform::UILabel*>(&view)) {
+        if (auto text = label->text()) texts.push_back(*text);
+    }
+    for (const auto& part : view.subviews())
+        collectTexts(*part, texts);
+}
+
+void writeRow(PageWriter& writer, const RowSnapshot& row) {
+    writer.row(row);
+    std::vector<std::string> texts;
+    if (row.cell) collectTexts(*row.cell, texts);
+    for (std::size_t i = 1; i < texts.size(); ++i)
+        writer.paragraph(texts[i], footerIndent);
+}
+
+void writeSection(PageWriter& writer, const SectionSnapshot& section) {
+    writer.blank();
+    if (section.header) writer.groupTitle(*section.header);
+    for (const RowSnapshot& row : section.rows)
+        writeRow(writer, row);
+    if (section.footer) writer.paragraph(*section.footer, footerIndent);
+}
+
+}  // namespace
+
+TextStyle styleForStandardOutput() {
+    std::setlocale(LC_CTYPE, "");
+    const bool terminal = ::isatty(STDOUT_FILENO) == 1;
+    const char* kind = std::getenv("TERM");
+    const char* noColour = std::getenv("NO_COLOR");
+    const bool dumb = !kind || std::string_view(kind) == "dumb";
+    TextStyle style;
+    style.width = std::clamp(terminalWidth(), leastWidth, mostWidth);
+    style.colour = terminal && !dumb && (!noColour || !*noColour);
+    style.unicode = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
+    return style;
+}
+
+std::string pageText(platform::UIViewController& page, const PageSnapshot& snapshot, const TextStyle& style) {
+    PageWriter writer(style);
+    writer.title(snapshot.title);
+    platform::UITableView* table = tableOfPage(page);
+    if (table && table->tableHeaderView()) writeHeaderView(writer, *table->tableHeaderView(), snapshot.title);
+    for (const SectionSnapshot& section : snapshot.sections)
+        writeSection(writer, section);
+    return writer.take();
+}
+
+}  // namespace hosts::terminal

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Text that comes from a phone's files, made fit for a terminal.
+namespace hosts::terminal {
+
+/// The text with every control character (C0, DEL, C1), line break and byte that is no UTF-8 replaced
+/// by U+FFFD, so that nothing in it can steer a terminal.
+std::string printable(std::string_view text);
+
+/// Columns that the text takes on a terminal: wide characters take two, combining ones none.
+std::size_t columns(std::string_view text);
+
+/// The text, cut to at most this many columns, the last being "…" when something was cut.
+std::string shortened(std::string_view text, std::size_t most);
+
+/// Lines of at most this many columns, broken at spaces where there are any, and at the text's own
+/// line breaks.
+std::vector<std::string> wrapped(std::string_view text, std::size_t width);
+
+}  // namespace hosts::terminal

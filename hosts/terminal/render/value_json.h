@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+
+#include "platform/foundation/value.h"
+
+namespace hosts::terminal {
+
+/// A value as JSON, for programs that read our answers. What JSON has no kind for is told in text:
+/// data in base64, a date as the platform writes it, a number that is none as "nan" or "infinity".
+/// Null for nothing.
+nlohmann::json jsonOf(const std::optional<platform::Value>& value);
+
+/// A value as JSON without loss. Nothing, with the reason in `error`, when it holds what JSON has no
+/// kind for, or unfolds to more than `writeXmlPropertyList` would write.
+std::optional<nlohmann::json> faithfulJsonOf(const platform::Value& value, std::string& error);
+
+/// The value's kind as the automation interface names it; null for nothing.
+nlohmann::json kindOf(const std::optional<platform::Value>& value);
+
+/// JSON on one line, in UTF-8 whatever the strings hold.
+std::string jsonLine(const nlohmann::json& json);
+
+}  // namespace hosts::terminal
