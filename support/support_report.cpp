@@ -41,7 +41,8 @@ platform::Value storedPreferences(const platform::FileSystem& files) {
 
 std::optional<std::string> encodedSupportReport(platform::Platform& platform) {
     platform::Dictionary report;
-    for (std::string_view key : deviceKeys) report.set(key, valueOrNull(platform.deviceQuery.copyAnswer(key)));
+    for (std::string_view key : deviceKeys)
+        report.set(key, valueOrNull(platform.deviceQuery.copyAnswer(key)));
     report.set("Packages", packages(platform.files));
     report.set("Preferences", storedPreferences(platform.files));
     return platform::writeBinaryPropertyList(platform::Value(std::move(report))).bytes;
