@@ -84,10 +84,11 @@ public:
     Value(Array array);
     Value(Dictionary dictionary);
     Value(Set set);
-    Value(std::shared_ptr<const Data> data) : _storage(std::move(data)) {}
-    Value(std::shared_ptr<const Array> array) : _storage(std::move(array)) {}
-    Value(std::shared_ptr<const Dictionary> dictionary) : _storage(std::move(dictionary)) {}
-    Value(std::shared_ptr<const Set> set) : _storage(std::move(set)) {}
+    /// A null pointer gives the null object.
+    Value(std::shared_ptr<const Data> data) : _storage(orNull(std::move(data))) {}
+    Value(std::shared_ptr<const Array> array) : _storage(orNull(std::move(array))) {}
+    Value(std::shared_ptr<const Dictionary> dictionary) : _storage(orNull(std::move(dictionary))) {}
+    Value(std::shared_ptr<const Set> set) : _storage(orNull(std::move(set))) {}
 
     const Storage& storage() const { return _storage; }
 
@@ -112,6 +113,11 @@ public:
     bool operator==(const Value& other) const;
 
 private:
+    template <class T>
+    static Storage orNull(std::shared_ptr<const T> content) {
+        return content ? Storage(std::move(content)) : Storage(Null());
+    }
+
     template <class T>
     const T* pointee() const {
         auto* held = std::get_if<std::shared_ptr<const T>>(&_storage);

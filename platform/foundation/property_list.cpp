@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#include "platform/foundation/property_list.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/foundation/property_list/binary_layout.h"
+#include "platform/foundation/property_list/binary_lookup.h"
+#include "platform/foundation/property_list/binary_reader.h"
+#include "platform/foundation/property_list/binary_validator.h"
+#include "platform/foundation/property_list/xml_encoding.h"
+#include "platform/foundation/property_list/xml_lookup.h"
+#include "platform/foundation/property_list/xml_reader.h"
+
+namespace platform {
+
+namespace {
+
+using property_list::BinaryLayout;
+using property_list::Fault;
+using property_list::XmlText;
+
+bool isBinary(std::string_view bytes) {
+    return bytes.starts_with(property_list::binarySignature);
+}
+
+struct Line {
+    std::size_t number = 1;
+    std::size_t begin = 0;
+};
+
+/// The line around a place in the text. Lines end at LF, CR or CR LF.
+Line lineAt(std::string_view text, std::size_t place) {
+    Line line;
+    for (std::size_t index = 0; index < place; ++index) {
+        const bool endsLine = text[index] == '\n' || (text[index] == '\r' && !text.substr(index + 1).starts_with('\n'));
+        if (!endsLine) continue;
+        ++line.number;
+        line.begin = index + 1;
+    }
+    return line;
+}
+
+/// Lines are told apart in the decoded text, columns counted in the file.
+PropertyListError xmlError(Fault fault, const XmlText& text) {
+    const Line line = lineAt(text.utf8(), fault.offset);
+    const std::size_t offset = text.fileOffset(fault.offset);
+    return {std::move(fault.reason), offset, line.number, offset - text.fileOffset(line.begin) + 1};
+}
+
+/// For files that could not be decoded; exact where a character takes one byte.
+PropertyListError undecodedError(Fault fault, std::string_view bytes) {
+    const Line line = lineAt(bytes, fault.offset);
+    return {std::move(fault.reason), fault.offset, line.number, fault.offset - line.begin + 1};
+}
+
+PropertyListReading readXml(std::string_view bytes) {
+    PropertyListReading reading;
+    Fault fault;
+    const std::optional<XmlText> text = XmlText::decode(bytes, fault);
+    if (!text) {
+        reading.error = undecodedError(std::move(fault), bytes);
+        return reading;
+    }
+    reading.value = property_list::readXml(text->utf8(), fault);
+    if (!reading.value) reading.error = xmlError(std::move(fault), *text);
+    return reading;
+}
+
+/// The layout of a binary property list in which everything is in order.
+std::optional<BinaryLayout> validLayout(std::string_view bytes, Fault& fault) {
+    std::optional<BinaryLayout> layout = BinaryLayout::parse(bytes, fault);
+    return layout && property_list::validateBinary(*layout, fault) ? layout : std::nullopt;
+}
+
+PropertyListReading readBinary(std::string_view bytes) {
+    PropertyListReading reading;
+    reading.format = PropertyListFormat::binary;
+    Fault fault;
+    if (const std::optional<BinaryLayout> layout = validLayout(bytes, fault)) {
+        reading.value = property_list::BinaryReader(*layout).value(layout->root());
+    } else {
+        reading.error = {std::move(fault.reason), fault.offset, 0, 0};
+    }
+    return reading;
+}
+
+}  // namespace
+
+PropertyListReading readPropertyList(std::string_view bytes) {
+    return isBinary(bytes) ? readBinary(bytes) : readXml(bytes);
+}
+
+PropertyListLookup lookUpRootKey(std::string_view bytes, std::string_view key) {
+    Fault fault;
+    if (isBinary(bytes)) {
+        const std::optional<BinaryLayout> layout = validLayout(bytes, fault);
+        return layout ? property_list::lookUpBinary(*layout, key) : PropertyListLookup();
+    }
+    const std::optional<XmlText> text = XmlText::decode(bytes, fault);
+    return text ? property_list::lookUpXml(text->utf8(), key) : PropertyListLookup();
+}
+
+}  // namespace platform

@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "platform/foundation/property_list/fault.h"
+
+namespace platform::property_list {
+
+/// Seven bytes and one more of any value begin a binary property list.
+inline constexpr std::string_view binarySignature = "bplist0";
+
+enum class BinaryKind : std::uint8_t {
+    null,
+    isFalse,
+    isTrue,
+    integer,
+    real,
+    date,
+    data,
+    asciiString,
+    utf16String,
+    uid,
+    array,
+    set,
+    dictionary,
+};
+
+constexpr bool isContainer(BinaryKind kind) {
+    return kind >= BinaryKind::array;
+}
+
+/// One object as it lies in the file.
+struct BinaryObject {
+    BinaryKind kind = BinaryKind::null;
+    /// Bytes of a scalar, units of a string, members of an array or set, entries of a dictionary.
+    std::size_t count = 0;
+    std::size_t start = 0;    ///< the offset of its marker
+    std::size_t content = 0;  ///< the offset of what follows its marker and count
+    std::size_t end = 0;      ///< the offset behind it
+};
+
+/// Where things are in a binary property list. Once `parse` has succeeded, the following holds, and
+/// everything else relies on it:
+///  - the offset table lies between the objects and the trailer and has an entry for every object;
+///  - there is at least one object, and the root is one of them;
+///  - every entry of the table points before the table;
+///  - `object()` succeeds only for an object that lies wholly between the header and the table.
+/// What the objects say, and the references in them, is not checked here.
+class BinaryLayout {
+public:
+    static std::optional<BinaryLayout> parse(std::string_view bytes, Fault& fault);
+
+    std::size_t fileSize() const { return _bytes.size(); }
+    std::size_t objectCount() const { return _objectCount; }
+    std::size_t root() const { return _root; }
+    std::size_t offsetOf(std::size_t number) const;
+
+    /// The object of that number, which is less than `objectCount()`.
+    std::optional<BinaryObject> object(std::size_t number, Fault& fault) const;
+
+    /// The number that a container's reference gives; it can be out of range. A dictionary's
+    /// references are those of its keys, followed by those of its values.
+    std::uint64_t reference(const BinaryObject& container, std::size_t index) const;
+
+    std::string_view content(const BinaryObject& object) const {
+        return _bytes.substr(object.content, object.end - object.content);
+    }
+
+private:
+    explicit BinaryLayout(std::string_view bytes) : _bytes(bytes) {}
+
+    bool parseTrailer(Fault& fault);
+    bool checkTable(Fault& fault) const;
+    bool measure(BinaryObject& object, Fault& fault) const;
+    bool measureCounted(BinaryObject& object, std::size_t shortCount, std::size_t unitSize, Fault& fault) const;
+
+    std::string_view _bytes;
+    std::size_t _table = 0;
+    std::size_t _offsetSize = 0;
+    std::size_t _referenceSize = 0;
+    std::size_t _objectCount = 0;
+    std::size_t _root = 0;
+};
+
+/// A big-endian number of up to 16 bytes, or the greatest 64-bit number when it takes more than 64 bits.
+inline std::uint64_t readCappedNumber(std::string_view bytes) {
+    std::uint64_t number = 0;
+    for (const char byte : bytes) {
+        if (number >> 56 != 0) return UINT64_MAX;
+        number = number << 8 | static_cast<unsigned char>(byte);
+    }
+    return number;
+}
+
+/// The low 64 bits of a big-endian number.
+inline std::uint64_t readLowBits(std::string_view bytes) {
+    std::uint64_t number = 0;
+    for (const char byte : bytes)
+        number = number << 8 | static_cast<unsigned char>(byte);
+    return number;
+}
+
+}  // namespace platform::property_list

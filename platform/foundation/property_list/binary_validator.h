@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "platform/foundation/property_list/binary_layout.h"
+
+namespace platform::property_list {
+
+/// Checks every object that the root leads to, each once however often it is referred to. When it
+/// returns true, the following holds for these objects, and whoever reads them relies on it:
+///  - `BinaryLayout::object` succeeds, and every reference in them is in range;
+///  - containers never hold themselves, and those that hold something nest at most 512 deep;
+///  - no container is a key;
+///  - dates are finite, UIDs fit 32 bits, UTF-16 strings are not empty;
+///  - what they hold all together is in proportion to the size of the file, although objects may
+///    overlap and dictionaries share their keys.
+bool validateBinary(const BinaryLayout& layout, Fault& fault);
+
+}  // namespace platform::property_list

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/foundation/value.h"
+
+/// How an XML property list spells numbers.
+namespace platform::property_list {
+
+/// What stands at the front of a text, and how far it reaches.
+template <class Number>
+struct Parsed {
+    Number number;
+    const char* end;
+};
+
+/// Reads digits from the position on, which moves to the first character that is none. Nothing when
+/// there is none at all, or the number needs more than 64 bits.
+std::optional<std::uint64_t> takeDigits(const char*& position, const char* end, unsigned base);
+
+/// An integer at the front of the text: bytes up to 0x20, a sign, blanks, then decimal digits or
+/// `0x` and hexadecimal ones. Nothing when there is none or it leaves the range −2^63 … 2^64−1.
+std::optional<Parsed<Integer>> parseInteger(const char* begin, const char* end);
+
+/// A real that is the whole text: blanks, a sign, decimal digits with a point and an exponent; or
+/// an infinity or `nan` in any case, but without blanks. What is too great for a double is infinite.
+std::optional<double> parseReal(std::string_view text);
+
+void appendInteger(std::string& text, Integer number);
+void appendReal(std::string& text, double number);
+
+}  // namespace platform::property_list
