@@ -16,6 +16,22 @@ target_compile_options(trivel3_compile_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror
     # g++ 12 warns of overlaps in its own std::string that cannot be.
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
+
+# Binding libstdc++.so costs a short command more time than all that it does itself. So each of our
+# modules carries the few parts of the run-time that it uses, hidden from the others; no exception
+# crosses from one module into another. A program whose libraries bring the shared run-time in anyway
+# sets TRIVEL3_SHARED_RUNTIME on its target.
+if(TRIVEL3_SANITIZE)
+    set(TRIVEL3_STATIC_RUNTIME OFF)
+else()
+    option(TRIVEL3_STATIC_RUNTIME "Link the C++ run-time into each module" ON)
+endif()
+if(TRIVEL3_STATIC_RUNTIME)
+    set(shared_runtime $<BOOL:$<TARGET_PROPERTY:TRIVEL3_SHARED_RUNTIME>>)
+    target_link_options(trivel3_compile_options INTERFACE
+        "$<$<NOT:${shared_runtime}>:-static-libstdc++;-static-libgcc;LINKER:--exclude-libs,libstdc++.a:libgcc.a:libgcc_eh.a>")
+endif()
+
 if(TRIVEL3_SANITIZE)
     add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
