@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <functional>
+#include <string>
+
+namespace benchmarks {
+
+/// Adds a measurement by wall-clock time, under the name "JOB/ours" or "JOB/PEER".
+inline benchmark::internal::Benchmark* add(const std::string& name, std::function<void(benchmark::State&)> run) {
+    return benchmark::RegisterBenchmark(name.c_str(), std::move(run))->UseRealTime();
+}
+
+void addSettingsBenchmarks();
+void addPageBenchmarks();
+void addProcessBenchmarks();
+
+/// Prints how often the settings file is parsed and written in each step on a page: exact numbers,
+/// which no run changes.
+void printFileCounts();
+
+}  // namespace benchmarks

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#include <benchmark/benchmark.h>
+
+#include "benchmarks/benchmark_set.h"
+#include "benchmarks/ratio_reporter.h"
+
+int main(int argumentCount, char** arguments) {
+    benchmark::Initialize(&argumentCount, arguments);
+    if (benchmark::ReportUnrecognizedArguments(argumentCount, arguments)) return 2;
+    benchmarks::printFileCounts();
+    benchmarks::addSettingsBenchmarks();
+    benchmarks::addPageBenchmarks();
+    benchmarks::addProcessBenchmarks();
+    benchmarks::RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    benchmark::Shutdown();
+    return 0;
+}

@@ -1,0 +1,165 @@
+// SPDX-License-Identifier: MIT
+// Pages as a screen uses them.
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "benchmarks/bench_phone.h"
+#include "benchmarks/benchmark_set.h"
+#include "benchmarks/ratio_reporter.h"
+#include "benchmarks/sample_settings.h"
+#include "platform/list/list_controller.h"
+
+namespace benchmarks {
+namespace {
+
+constexpr const char* optionsClass = "KavixPreferencesOptionsController";
+/// Rows of 44 points on a 568-point screen, less the bars.
+constexpr std::size_t rowsOfOneScreen = 11;
+
+std::shared_ptr<platform::PSListController> makePage(BenchPhone& phone, const char* className) {
+    return phone.platform().classes.make<platform::PSListController>(className, phone.platform());
+}
+
+void produceScreen(platform::PSListController& page) {
+    platform::UITableView& table = page.table();
+    std::size_t produced = 0;
+    for (std::size_t section = 0; section < page.numberOfSectionsInTableView(table); ++section) {
+        const std::size_t rows = page.tableView_numberOfRowsInSection(table, section);
+        for (std::size_t row = 0; row < rows && produced < rowsOfOneScreen; ++row, ++produced) {
+            benchmark::DoNotOptimize(table.produceCellForRowAtIndexPath({section, row}));
+        }
+    }
+}
+
+void openPage(BenchPhone& phone, const char* className) {
+    auto page = makePage(phone, className);
+    page->view();
+    page->viewWillAppear(false);
+    produceScreen(*page);
+}
+
+void openOurs(benchmark::State& state, const std::string& content, Durability durability) {
+    BenchPhone phone(content, durability);
+    for (auto _ : state)
+        openPage(phone, optionsClass);
+}
+
+// What opening the page must do to the file at the least: read it as often as the page does, and
+// write it as often, with nothing in between.
+void openBare(benchmark::State& state, const std::string& content) {
+    BenchPhone phone(content, Durability::inMemory);
+    openPage(phone, optionsClass);
+    phone.files().reads = phone.files().writes = 0;
+    openPage(phone, optionsClass);
+    const std::size_t reads = phone.files().reads;
+    const std::size_t writes = phone.files().writes;
+    std::string bytes(content.size() + 4096, 'x');
+    const std::string path = phone.settingsPath();
+    const std::string temporary = path + ".tmp";
+    for (auto _ : state) {
+        for (std::size_t i = 0; i < reads; ++i) {
+            const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+            benchmark::DoNotOptimize(::read(file, bytes.data(), bytes.size()));
+            ::close(file);
+        }
+        for (std::size_t i = 0; i < writes; ++i) {
+            const int file = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+            benchmark::DoNotOptimize(::write(file, content.data(), content.size()));
+            ::close(file);
+            ::rename(temporary.c_str(), path.c_str());
+        }
+    }
+}
+
+std::shared_ptr<platform::PSTableCell> switchCell(platform::PSListController& page, std::size_t section) {
+    return std::dynamic_pointer_cast<platform::PSTableCell>(page.table().produceCellForRowAtIndexPath({section, 0}));
+}
+
+// A screen tall enough for every row: what the page redraws or inserts is produced at once.
+class TallScreen final : public platform::TableHost {
+public:
+    void reloadTable(platform::PSListController&) override {}
+    void reloadRow(platform::PSListController& page, std::size_t position, bool) override { produce(page, position); }
+    void insertRows(platform::PSListController& page, std::size_t position, Rows rows, bool) override {
+        for (std::size_t i = 0; i < rows.size(); ++i)
+            produce(page, position + i);
+    }
+    void removeRows(platform::PSListController&, std::size_t, Rows, bool) override {}
+
+private:
+    static void produce(platform::PSListController& page, std::size_t position) {
+        auto path = page.indexPathForIndex(position);
+        if (path) benchmark::DoNotOptimize(page.table().produceCellForRowAtIndexPath(*path));
+    }
+};
+
+// From the setter of "Minimal Display", on which most other rows depend, to the last redraw.
+void moveSwitch(benchmark::State& state, const std::string& content, Durability durability) {
+    BenchPhone phone(content, durability);
+    TallScreen screen;
+    auto page = makePage(phone, optionsClass);
+    page->setTableHost(&screen);
+    page->view();
+    page->viewWillAppear(false);
+    auto cell = switchCell(*page, 1);
+    bool on = false;
+    for (auto _ : state)
+        cell->userMovedSwitch(on = !on);
+}
+
+void addOpening(const SampleSettings& settings, double reach) {
+    const std::string job = "open Advanced Options, " + settings.name;
+    add(job + ", no flush/ours",
+        [&settings](benchmark::State& state) { openOurs(state, settings.xml, Durability::inMemory); });
+    add(job + ", no flush/bare reads and writes",
+        [&settings](benchmark::State& state) { openBare(state, settings.xml); });
+    if (reach > 0) reaches().push_back({job + ", no flush", "bare reads and writes", reach});
+}
+
+void addSwitching(const SampleSettings& settings) {
+    const std::string job = "switch to last redraw, " + settings.name;
+    add(job + "/ours", [&settings](benchmark::State& state) { moveSwitch(state, settings.xml, Durability::inMemory); });
+    add(job + "/with flush",
+        [&settings](benchmark::State& state) { moveSwitch(state, settings.xml, Durability::flushed); });
+}
+
+void printCounts(const char* step, BenchPhone& phone, const std::function<void()>& run) {
+    phone.files().reads = phone.files().writes = 0;
+    run();
+    std::printf("| %-44s | %6zu | %6zu |\n", step, phone.files().reads, phone.files().writes);
+}
+
+}  // namespace
+
+void printFileCounts() {
+    BenchPhone phone(smallSettings().xml, Durability::inMemory);
+    auto root = makePage(phone, "KavixPreferencesController");
+    auto options = makePage(phone, optionsClass);
+    std::printf("| %-44s | %6s | %6s |\n", "step, on a tall phone", "parses", "writes");
+    std::printf("|%s|%s|%s|\n", std::string(46, '-').c_str(), std::string(8, '-').c_str(), std::string(8, '-').c_str());
+    printCounts("root page: load and appear", phone, [&] { root->view(), root->viewWillAppear(false); });
+    printCounts("root page: the cells of one screen", phone, [&] { produceScreen(*root); });
+    printCounts("root page: move Multi-Center", phone, [&] { switchCell(*root, 0)->userMovedSwitch(true); });
+    if (!options) return;
+    printCounts("Advanced Options: load and appear", phone, [&] { options->view(), options->viewWillAppear(false); });
+    printCounts("Advanced Options: the cells of one screen", phone, [&] { produceScreen(*options); });
+    printCounts("Advanced Options: move Minimal Display", phone,
+                [&] { switchCell(*options, 1)->userMovedSwitch(true); });
+    printCounts("Advanced Options: tap a condition", phone, [&] { options->table().touchRowAtIndexPath({1, 2}); });
+    std::printf("\n");
+}
+
+void addPageBenchmarks() {
+    addSwitching(smallSettings());
+    addSwitching(largeSettings());
+    addOpening(smallSettings(), 2);
+    addOpening(largeSettings(), 0);
+}
+
+}  // namespace benchmarks
