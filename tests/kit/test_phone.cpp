@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
+#include <system_error>
 #include <utility>
 
 #include "platform/foundation/property_list.h"
@@ -22,7 +23,7 @@ hosts::PhoneFileSystem openPhone(const std::filesystem::path& folder, hosts::Fil
 
 }  // namespace
 
-int TestPhone::FailingRename::rename(int folder, const char* from, const char* to) {
+int TestPhone::Calls::rename(int folder, const char* from, const char* to) {
     if (!fail) return FileCalls::rename(folder, from, to);
     errno = EROFS;
     return -1;
@@ -70,6 +71,9 @@ void TestPhone::remove(std::string_view path) {
 }
 
 std::optional<std::string> TestPhone::bytes(std::string_view path) const {
+    std::error_code unreadable;
+    // Opening a FIFO would wait for a writer.
+    if (!std::filesystem::is_regular_file(machinePath(path), unreadable)) return std::nullopt;
     std::ifstream stream(machinePath(path), std::ios::binary);
     if (!stream) return std::nullopt;
     return std::string(std::istreambuf_iterator<char>(stream), {});

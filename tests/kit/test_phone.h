@@ -38,6 +38,7 @@ public:
     void put(std::string_view path, std::string_view bytes);
     void put(std::string_view path, const platform::Dictionary& content);
     void remove(std::string_view path);
+    /// Nothing when there is no regular file.
     std::optional<std::string> bytes(std::string_view path) const;
     /// Nothing when the file is missing or its root no dictionary.
     std::optional<platform::Dictionary> dictionary(std::string_view path) const;
@@ -45,14 +46,17 @@ public:
     std::filesystem::path machinePath(std::string_view path) const;
 
 private:
-    struct FailingRename final : hosts::FileCalls {
+    /// The real calls, but for one that fails on demand and one that would only take time: whether a
+    /// write outlives a power cut is not what these tests are about.
+    struct Calls final : hosts::FileCalls {
         int rename(int folder, const char* from, const char* to) override;
+        int synchronise(int) override { return 0; }
         bool fail = false;
     };
 
     EventLog& _log;
     TemporaryFolder _folder;
-    FailingRename _calls;
+    Calls _calls;
     hosts::PhoneFileSystem _files;
     mutable std::map<std::string, std::size_t, std::less<>> _reads;
 };

@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#include "tests/kit/print.h"
+
+#include <ostream>
+
+#include "platform/foundation/property_list.h"
+
+namespace platform {
+
+std::ostream& operator<<(std::ostream& stream, const Value& value) {
+    return stream << writeXmlPropertyList(value).bytes.value_or("a value that XML cannot say");
+}
+
+std::ostream& operator<<(std::ostream& stream, NSIndexPath path) {
+    return stream << "section " << path.section << " row " << path.row;
+}
+
+std::ostream& operator<<(std::ostream& stream, const CGRect& rect) {
+    return stream << '(' << rect.x << ", " << rect.y << ", " << rect.width << ", " << rect.height << ')';
+}
+
+}  // namespace platform
