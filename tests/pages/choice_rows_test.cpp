@@ -1,0 +1,313 @@
+// SPDX-License-Identifier: MIT
+// The rules that every page's choice rows share, on pages made up for the purpose.
+#include "pages/choice_rows.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstdint>
+
+#include "pages/row_table.h"
+#include "pane.h"
+
+namespace pages_test {
+namespace {
+
+using kit::withAnimation;
+using platform::PSSpecifier;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using trivel3::AfterChoice;
+using trivel3::ChoiceMode;
+using trivel3::choiceRow;
+using trivel3::ChoiceRule;
+using trivel3::titledGroupRow;
+namespace event = kit::event;
+
+constexpr auto singleKey = "QuickLauncherAutoDismissDelay";  // 3 by default
+constexpr auto flagKey = "AlbumArtworkAutoDisplay";          // 6 by default
+constexpr auto unknownKey = "NoSuchSetting";
+
+constexpr ChoiceRule keyedRules[] = {
+    {singleKey, ChoiceMode::singleValue, AfterChoice::updateSpecifiers},
+    {flagKey, ChoiceMode::flagSet, AfterChoice::nothing},
+    {unknownKey, ChoiceMode::singleValue, AfterChoice::nothing},
+};
+
+constexpr ChoiceRule unkeyedRules[] = {{std::nullopt, ChoiceMode::singleValue, AfterChoice::nothing}};
+
+class ChoicePage : public trivel3::KavixPreferencesChoiceController {
+public:
+    using KavixPreferencesChoiceController::KavixPreferencesChoiceController;
+    const char* className() const override { return "ChoicePage"; }
+
+    void updateSpecifiers(bool animated) override { updates.push_back(animated); }
+    std::vector<bool> updates;
+
+protected:
+    Specifiers buildSpecifiers() override {
+        static constexpr trivel3::RowDescription rows[] = {
+            titledGroupRow("Single"),
+            choiceRow("One", singleKey, 1),
+            choiceRow("Three", singleKey, 3),
+            titledGroupRow("Flags"),
+            choiceRow("No flag", flagKey, 0),
+            choiceRow("First flag", flagKey, 1),
+            choiceRow("Second flag", flagKey, 2),
+            choiceRow("Third flag", flagKey, 4),
+            titledGroupRow("Others"),
+            choiceRow("Unknown 0", unknownKey, 0),
+            choiceRow("Unknown 1", unknownKey, 1),
+            choiceRow("Foreign", "SomebodyElses", 0),
+            trivel3::linkRow("Plain", {}),
+            trivel3::linkRow("Text", {}),
+        };
+        Specifiers built = trivel3::makeRows(*this, rows);
+        built.back()->setUserInfo("no dictionary");
+        return built;
+    }
+    std::span<const ChoiceRule> choiceRules() const override { return keyedRules; }
+};
+
+class UnkeyedChoicePage final : public ChoicePage {
+public:
+    using ChoicePage::ChoicePage;
+
+protected:
+    std::span<const ChoiceRule> choiceRules() const override { return unkeyedRules; }
+};
+
+class ChoiceRows : public testing::Test {
+protected:
+    ChoiceRows() {
+        pane.addClass<ChoicePage>("ChoicePage");
+        pane.addClass<UnkeyedChoicePage>("UnkeyedChoicePage");
+    }
+
+    void open(std::string_view className = "ChoicePage") {
+        pane.openQuietly(className);
+        pane.screen.pageAs<ChoicePage>().updates.clear();
+        pane.phone.takeReads(settingsFile);
+    }
+
+    /// Marks the row's cell, so that a later `setChecked:` of the page shows.
+    bool leavesTheCellAlone(std::string_view label) {
+        auto cell = pane.screen.cell(label);
+        const bool before = cell->isChecked();
+        cell->setChecked(!before);
+        return pane.screen.cell(label)->isChecked() != before;
+    }
+
+    Pane pane;
+};
+
+TEST_F(ChoiceRows, areListItemsThatKeepKeyAndValueInTheirUserInfo) {
+    open();
+    const PSSpecifier& row = *pane.screen.row("Three");
+    EXPECT_EQ(row.cellType(), platform::PSCellType::listItem);
+    EXPECT_EQ(row.target(), &pane.screen.page());
+    EXPECT_FALSE(row.setter());
+    EXPECT_FALSE(row.getter());
+    EXPECT_EQ(row.identifier(), std::nullopt);
+    EXPECT_THAT(row.detailControllerClass(), IsEmpty());
+    EXPECT_EQ(row.userInfo(), platform::Value(platform::Dictionary{{"identifier", singleKey}, {"value", 3}}));
+}
+
+TEST_F(ChoiceRows, showTheDefaultsWithoutAFile) {
+    open();
+    EXPECT_THAT(pane.screen.checkedLabels(), ElementsAre("Three", "Second flag", "Third flag", "Unknown 0"));
+}
+
+TEST_F(ChoiceRows, showAChangeMadeElsewhereAtTheNextRedraw) {
+    open();
+    auto kept = pane.screen.cell("One");
+    EXPECT_FALSE(kept->isChecked());
+    pane.setFile({{singleKey, 1}});
+    pane.screen.cell("One");
+    EXPECT_TRUE(kept->isChecked());
+    EXPECT_FALSE(pane.screen.isChecked("Three"));
+}
+
+TEST_F(ChoiceRows, writeTheRowsValueAndRedrawTheWholeGroup) {
+    open();
+    pane.screen.tap("One");
+    EXPECT_THAT(pane.log.take(),
+                ElementsAre(settingsWritten(), settingsChanged(), event::reload("Single", 0, withAnimation),
+                            event::reload("One", 1, withAnimation), event::reload("Three", 2, withAnimation)));
+    EXPECT_EQ(pane.fileValue(), (platform::Dictionary{{singleKey, 1}}));
+    EXPECT_THAT(pane.screen.checkedLabels(0), ElementsAre("One"));
+}
+
+TEST_F(ChoiceRows, updateThePageOnlyWhereTheRuleSaysSo) {
+    open();
+    pane.screen.tap("One");
+    EXPECT_THAT(pane.screen.pageAs<ChoicePage>().updates, ElementsAre(true));
+    pane.screen.tap("First flag");
+    EXPECT_THAT(pane.screen.pageAs<ChoicePage>().updates, ElementsAre(true));
+}
+
+TEST_F(ChoiceRows, writeNothingWhenTheCheckedRowOfASingleValueIsTapped) {
+    open();
+    pane.screen.tap("Three");
+    EXPECT_THAT(pane.log.take(), IsEmpty());
+    EXPECT_EQ(pane.file(), std::nullopt);
+    EXPECT_THAT(pane.screen.pageAs<ChoicePage>().updates, IsEmpty());
+}
+
+TEST_F(ChoiceRows, keepWhatElseTheFileHolds) {
+    pane.setFile({{"HotCorners", false}, {"Unknown", platform::Array{1, "two"}}, {singleKey, 3}});
+    open();
+    pane.screen.tap("One");
+    EXPECT_EQ(pane.fileValue(),
+              (platform::Dictionary{{"HotCorners", false}, {"Unknown", platform::Array{1, "two"}}, {singleKey, 1}}));
+}
+
+TEST_F(ChoiceRows, toggleTheirFlag) {
+    open();
+    pane.screen.tap("Second flag");
+    EXPECT_EQ(pane.stored(flagKey), platform::Value(4));
+    pane.screen.tap("Second flag");
+    EXPECT_EQ(pane.stored(flagKey), platform::Value(6));
+}
+
+TEST_F(ChoiceRows, storeNoFlagsAsZero) {
+    pane.setFile({{flagKey, 4}});
+    open();
+    pane.screen.tap("Third flag");
+    EXPECT_EQ(pane.stored(flagKey), platform::Value(0));
+    EXPECT_THAT(pane.screen.checkedLabels(1), IsEmpty());
+}
+
+TEST_F(ChoiceRows, clearAllFlagsByARowOfValueZeroThatIsNeverChecked) {
+    open();
+    EXPECT_FALSE(pane.screen.isChecked("No flag"));
+    pane.screen.tap("No flag");
+    EXPECT_EQ(pane.stored(flagKey), platform::Value(0));
+    EXPECT_FALSE(pane.screen.isChecked("No flag"));
+}
+
+TEST_F(ChoiceRows, leaveTheWholeGroupUncheckedForAValueWithoutARow) {
+    pane.setFile({{singleKey, 2}});
+    open();
+    EXPECT_THAT(pane.screen.checkedLabels(0), IsEmpty());
+    pane.screen.tap("Three");
+    EXPECT_EQ(pane.stored(singleKey), platform::Value(3));
+}
+
+TEST_F(ChoiceRows, readAKeyOutsideTheCatalogueAsZero) {
+    open();
+    EXPECT_TRUE(pane.screen.isChecked("Unknown 0"));
+    pane.screen.tap("Unknown 0");
+    EXPECT_THAT(pane.log.take(), IsEmpty());
+    pane.screen.tap("Unknown 1");
+    EXPECT_EQ(pane.stored(unknownKey), platform::Value(1));
+}
+
+TEST_F(ChoiceRows, areNotMadeOfRowsWithoutOneOfThePagesKeys) {
+    open();
+    for (const char* label : {"Foreign", "Plain", "Text"}) {
+        EXPECT_TRUE(leavesTheCellAlone(label)) << label;
+        pane.screen.tap(label);
+        EXPECT_THAT(pane.log.take(), IsEmpty()) << label;
+    }
+    EXPECT_EQ(pane.phone.takeReads(settingsFile), 0u);
+}
+
+TEST_F(ChoiceRows, areMadeOfEveryRowWhereThePageAsksForNoKey) {
+    open("UnkeyedChoicePage");
+    EXPECT_FALSE(leavesTheCellAlone("Foreign"));
+    for (const char* label : {"Plain", "Text"}) {
+        EXPECT_TRUE(pane.screen.isChecked(label)) << label;
+        EXPECT_FALSE(leavesTheCellAlone(label)) << label;
+        pane.screen.tap(label);
+        EXPECT_THAT(pane.log.take(), IsEmpty()) << label;
+    }
+}
+
+TEST_F(ChoiceRows, tellAndRedrawEvenWhenTheWriteFailed) {
+    open();
+    pane.phone.setWritesFail(true);
+    pane.screen.tap("One");
+    EXPECT_THAT(pane.log.take(),
+                ElementsAre(settingsNotWritten(), settingsChanged(), event::reload("Single", 0, withAnimation),
+                            event::reload("One", 1, withAnimation), event::reload("Three", 2, withAnimation)));
+    EXPECT_THAT(pane.screen.pageAs<ChoicePage>().updates, ElementsAre(true));
+    EXPECT_THAT(pane.screen.checkedLabels(0), ElementsAre("Three"));
+}
+
+TEST_F(ChoiceRows, readTheFileOnceForACellAndOnceForATap) {
+    open();
+    pane.screen.cell("One");
+    EXPECT_EQ(pane.phone.takeReads(settingsFile), 1u);
+    pane.screen.cell("One");
+    EXPECT_EQ(pane.phone.takeReads(settingsFile), 1u);
+    pane.screen.tap("Three");
+    EXPECT_EQ(pane.phone.takeReads(settingsFile), 1u);
+    pane.screen.tap("One");
+    EXPECT_EQ(pane.phone.takeReads(settingsFile), 2u) << "once for the tap and once for the write";
+}
+
+TEST_F(ChoiceRows, storeAnIntegerWhateverTheFileHeld) {
+    for (const platform::Value& held : {platform::Value(5.75), platform::Value(true), platform::Value("5"),
+                                        platform::Value(platform::Data()), platform::Value(UINT64_MAX)}) {
+        pane.setFile({{singleKey, held}, {flagKey, held}});
+        open();
+        pane.screen.tap("Three");
+        EXPECT_EQ(pane.stored(singleKey), platform::Value(3)) << held;
+        pane.screen.tap("Third flag");
+        ASSERT_TRUE(pane.stored(flagKey)) << held;
+        EXPECT_TRUE(pane.stored(flagKey)->integer()) << held;
+    }
+}
+
+TEST_F(ChoiceRows, compareInTheMachinesWord) {
+    pane.setFile({{singleKey, (std::int64_t{1} << 32) + 1}});
+    open();
+    EXPECT_THAT(pane.screen.checkedLabels(0), IsEmpty());
+}
+
+TEST(ChoiceModes, sayWhatIsChecked) {
+    struct Case {
+        ChoiceMode mode;
+        std::int64_t current;
+        std::int64_t value;
+        bool checked;
+    };
+    const Case cases[] = {
+        {ChoiceMode::singleValue, 3, 3, true},       {ChoiceMode::singleValue, 3, 1, false},
+        {ChoiceMode::singleValue, 0, 0, true},       {ChoiceMode::flagSet, 6, 2, true},
+        {ChoiceMode::flagSet, 6, 1, false},          {ChoiceMode::flagSet, 0, 0, false},
+        {ChoiceMode::flagSet, 7, 0, false},          {ChoiceMode::flagSet, -1, 4, true},
+        {ChoiceMode::flagSetWithNone, 0, 0, true},   {ChoiceMode::flagSetWithNone, 4, 0, false},
+        {ChoiceMode::flagSetWithNone, 5, 4, true},   {ChoiceMode::flagSetWithNone, -8, 0, false},
+        {ChoiceMode::flagSetWithNone, -8, 4, false}, {ChoiceMode::flagSetWithNone, INT64_MIN, 1, false},
+    };
+    for (const Case& each : cases) {
+        EXPECT_EQ(isChoiceChecked(each.mode, each.current, each.value), each.checked)
+            << each.current << " against " << each.value;
+    }
+}
+
+TEST(ChoiceModes, sayWhatATapMakesOfTheSetting) {
+    struct Case {
+        ChoiceMode mode;
+        std::int64_t current;
+        std::int64_t value;
+        std::int64_t after;
+    };
+    const Case cases[] = {
+        {ChoiceMode::singleValue, 3, 1, 1},     {ChoiceMode::singleValue, 3, 0, 0},
+        {ChoiceMode::flagSet, 6, 2, 4},         {ChoiceMode::flagSet, 4, 2, 6},
+        {ChoiceMode::flagSet, 6, 0, 0},         {ChoiceMode::flagSet, -1, 1, -2},
+        {ChoiceMode::flagSet, 8, 1, 9},         {ChoiceMode::flagSet, 2, 3, 0},
+        {ChoiceMode::flagSetWithNone, 5, 0, 0}, {ChoiceMode::flagSetWithNone, 0, 0, 0},
+        {ChoiceMode::flagSetWithNone, 4, 4, 0}, {ChoiceMode::flagSetWithNone, INT64_MIN, 4, INT64_MIN + 4},
+    };
+    for (const Case& each : cases) {
+        EXPECT_EQ(settingAfterChoice(each.mode, each.current, each.value), each.after)
+            << each.current << " with " << each.value;
+    }
+}
+
+}  // namespace
+}  // namespace pages_test
