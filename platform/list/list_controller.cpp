@@ -189,15 +189,16 @@ void PSListController::tableView_didSelectRowAtIndexPath(UITableView&, NSIndexPa
     if (row->action) {
         row->action(*row);
     } else if (row->cellType() == PSCellType::link) {
-        followLink(row);
+        openDetailPage(row);
     }
 }
 
-void PSListController::followLink(const std::shared_ptr<PSSpecifier>& row) {
+bool PSListController::openDetailPage(const std::shared_ptr<PSSpecifier>& row) {
     auto page = platform().classes.make<PSViewController>(row->detailControllerClass(), platform());
-    if (!page) return;
+    if (!page) return false;
     page->setSpecifier(row);
     pushController(std::move(page));
+    return true;
 }
 
 }  // namespace platform

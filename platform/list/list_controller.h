@@ -66,6 +66,10 @@ public:
     /// The page's table; loads the view when need be.
     UITableView& table();
 
+    /// Makes the page of the row's detail class and puts it on top of this one, whether or not the row
+    /// is greyed. False, with nothing done, when there is no such class.
+    bool openDetailPage(const std::shared_ptr<PSSpecifier>& row);
+
     /// Who draws the table; null for nobody. Not owned.
     void setTableHost(TableHost* host) { _tableHost = host; }
 
@@ -100,7 +104,6 @@ private:
 
     std::optional<std::size_t> positionOf(const std::shared_ptr<PSSpecifier>& specifier) const;
     void findSections();
-    void followLink(const std::shared_ptr<PSSpecifier>& row);
 
     std::optional<Specifiers> _specifiers;
     std::vector<Section> _sections;

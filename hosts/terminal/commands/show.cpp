@@ -12,6 +12,7 @@
 #include "hosts/terminal/render/page_text.h"
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/value_json.h"
+#include "platform/list/list_controller.h"
 #include "platform/ui/navigation_controller.h"
 
 namespace hosts::terminal {
@@ -36,9 +37,9 @@ bool followTitles(platform::UINavigationController& navigation, std::string_view
             title = title.substr(0, title.rfind('/'));
             rows = rowsLabelled(*page, title);
         }
-        const std::size_t depth = navigation.viewControllers().size();
-        if (!rows.empty()) tableOfPage(*page)->touchRowAtIndexPath(rows.front());
-        if (navigation.viewControllers().size() == depth) {
+        // A page can be looked at while the row that leads to it is greyed.
+        auto* list = dynamic_cast<platform::PSListController*>(page.get());
+        if (!list || rows.empty() || !list->openDetailPage(list->specifierAtIndexPath(rows.front()))) {
             error = "'" + page->title() + "' leads to no page '" + std::string(title) + "'";
             return false;
         }
