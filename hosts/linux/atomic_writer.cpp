@@ -33,6 +33,11 @@ SplitPath split(std::string_view path) {
     return {slash == 0 ? "/" : path.substr(0, slash), path.substr(slash + 1)};
 }
 
+// Other errors do not tell where a link leads; to replace it then could cost the file behind it.
+bool leadsToNoFile(int error) {
+    return error == ENOENT || error == ENOTDIR || error == EISDIR || error == ELOOP || error == ENAMETOOLONG;
+}
+
 }  // namespace
 
 std::optional<AtomicWriter::Failure> AtomicWriter::write(std::string_view path, std::string_view contents) {
@@ -40,7 +45,9 @@ std::optional<AtomicWriter::Failure> AtomicWriter::write(std::string_view path, 
     auto place = findPlace(path);
     if (!place) return _failure;
     if (place->holds(S_IFLNK)) {
-        if (auto target = followLink(path, *place)) place = std::move(target);
+        auto target = followLink(path, *place);
+        if (!check(target || leadsToNoFile(errno), "cannot follow the link that it is")) return _failure;
+        if (target) place = std::move(target);
     }
     replace(*place, contents);
     return _failure;
@@ -81,23 +88,27 @@ std::optional<AtomicWriter::Place> AtomicWriter::lookAt(Descriptor folder, std::
 // meanwhile, the folder that is found is one of the phone's.
 std::optional<AtomicWriter::Place> AtomicWriter::followLink(std::string_view path, const Place& link) {
     std::string current{path};
-    std::string target = linkTarget(link);
-    for (int followed = 0; followed < mostLinks && !target.empty(); ++followed) {
-        current = target.front() == '/' ? target : std::string{split(current).folder} + "/" + target;
+    auto target = linkTarget(link);
+    for (int followed = 0; followed < mostLinks; ++followed) {
+        if (!target) return std::nullopt;
+        current = target->starts_with('/') ? *target : std::string{split(current).folder} + "/" + *target;
         const auto [folderPath, name] = split(current);
         Descriptor folder = openFolder(folderPath);
         if (!folder.isOpen()) return std::nullopt;
         auto place = lookAt(std::move(folder), name);
         if (!place || place->holds(S_IFREG)) return place;
-        target = place->holds(S_IFLNK) ? linkTarget(*place) : std::string{};
+        errno = ENOENT;
+        target = place->holds(S_IFLNK) ? linkTarget(*place) : std::nullopt;
     }
+    errno = ELOOP;
     return std::nullopt;
 }
 
-std::string AtomicWriter::linkTarget(const Place& link) {
+std::optional<std::string> AtomicWriter::linkTarget(const Place& link) {
     std::array<char, PATH_MAX> target;
     const ssize_t length = _calls.readLink(link.folder.get(), link.name.c_str(), target.data(), target.size());
-    return length < 0 ? std::string{} : std::string{target.data(), static_cast<std::size_t>(length)};
+    if (length < 0) return std::nullopt;
+    return std::string{target.data(), static_cast<std::size_t>(length)};
 }
 
 Descriptor AtomicWriter::openFolder(std::string_view path) {

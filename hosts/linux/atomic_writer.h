@@ -40,9 +40,10 @@ private:
     };
 
     std::optional<Place> findPlace(std::string_view path);
+    // The regular file that a link leads to; nothing, with errno set, when it leads to none.
     std::optional<Place> followLink(std::string_view path, const Place& link);
     std::optional<Place> lookAt(Descriptor folder, std::string_view name);
-    std::string linkTarget(const Place& link);
+    std::optional<std::string> linkTarget(const Place& link);
     Descriptor openFolder(std::string_view path);
     Descriptor openOrMakeFolder(std::string_view path);
     Descriptor openOrMakeChild(const Descriptor& parent, std::string_view path, const std::string& name);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cerrno>
 #include <utility>
 
 #include "hosts/linux/file_calls.h"
@@ -21,8 +22,11 @@ public:
     }
     /// What close answers is of no use here: a descriptor is gone either way, and whoever cares for
     /// what was written has had it synchronised before.
+    /// errno stays as the call before left it.
     ~Descriptor() {
+        const int error = errno;
         if (isOpen()) _calls->close(_file);
+        errno = error;
     }
 
     bool isOpen() const { return _file >= 0; }
