@@ -81,20 +81,24 @@ std::string encoded(Uid uid) {
     appendBigEndian(bytes, uid.number, size);
     return bytes;
 }
-std::string encoded(std::string_view text) {
-    std::string bytes;
-    if (isAscii(text)) {
-        appendCounted(bytes, 0x5, text.size());
-        return bytes.append(text);
-    }
-    const std::string units = utf16FromUtf8(text);
-    appendCounted(bytes, 0x6, units.size() / 2);
-    return bytes.append(units);
+/// A text or data. Such content may be as large as all else together: it stays where it is in the
+/// value until its turn to be written.
+struct BytesObject {
+    unsigned marker = 0;
+    std::size_t count = 0;  ///< of what the marker counts: bytes, or units of UTF-16
+    std::string_view content;
+};
+
+constexpr unsigned dataMarker = 0x4;
+constexpr unsigned asciiMarker = 0x5;
+constexpr unsigned utf16Marker = 0x6;
+
+BytesObject bytesObject(std::string_view text) {
+    if (isAscii(text)) return {asciiMarker, text.size(), text};
+    return {utf16Marker, utf16Length(text), text};
 }
-std::string encoded(const Data& data) {
-    std::string bytes;
-    appendCounted(bytes, 0x4, data.size());
-    return bytes.append(reinterpret_cast<const char*>(data.data()), data.size());
+BytesObject bytesObject(const Data& data) {
+    return {dataMarker, data.size(), {reinterpret_cast<const char*>(data.data()), data.size()}};
 }
 
 /// A container's members by their numbers; in a dictionary all keys and then all values.
@@ -104,11 +108,12 @@ struct ContainerObject {
     std::vector<std::size_t> references;
 };
 
-/// A scalar by its encoded form, or a container.
-using Object = std::variant<const std::string*, ContainerObject>;
+/// A small scalar by its encoded form, or larger content.
+using Object = std::variant<const std::string*, BytesObject, ContainerObject>;
 
-/// Gives every distinct object of a value a number, depth first from the root: scalars are told
-/// apart by their encoded form, containers by their identity.
+/// Gives every distinct object of a value a number, depth first from the root: small scalars are told
+/// apart by their encoded form, texts and data by their content, containers by their identity. The
+/// value outlives the table.
 class ObjectTable {
 public:
     /// False when the value cannot be written; then `reason()` says why. To be called once.
@@ -153,13 +158,21 @@ private:
     }
 
     Placed placeNew(const std::string& text) { return placeText(text); }
-    Placed placeNew(const Data& data) { return placeEncoded(encoded(data)); }
+    Placed placeNew(const Data& data) { return placeBytes(_data, bytesObject(data)); }
     Placed placeNew(const Array& array) { return placeSequence(0xA, array); }
     Placed placeNew(const Set& set) { return placeSequence(0xC, set.members); }
 
     Placed placeText(std::string_view text) {
         if (!isValidUtf8(text)) return refuse("text that is not valid UTF-8");
-        return placeEncoded(encoded(text));
+        return placeBytes(_texts, bytesObject(text));
+    }
+
+    using BytesNumbers = std::unordered_map<std::string_view, std::size_t>;
+
+    Placed placeBytes(BytesNumbers& known, const BytesObject& bytes) {
+        const auto [place, isNew] = known.try_emplace(bytes.content, _objects.size());
+        if (isNew) _objects.emplace_back(bytes);
+        return Place{place->second, 0};
     }
 
     Placed placeEncoded(std::string bytes) {
@@ -227,26 +240,73 @@ private:
 
     std::vector<Object> _objects;
     std::unordered_map<std::string, std::size_t> _scalars;
+    BytesNumbers _texts;
+    BytesNumbers _data;
     std::unordered_map<const void*, Place> _shared;
     std::size_t _depth = 0;
     const char* _reason = "";
 };
 
+/// Appends the objects' encoded forms.
+class ObjectWriter {
+public:
+    ObjectWriter(std::string& bytes, std::size_t referenceSize) : _bytes(bytes), _referenceSize(referenceSize) {}
+
+    void operator()(const std::string* scalar) { _bytes += *scalar; }
+
+    void operator()(const BytesObject& object) {
+        appendCounted(_bytes, object.marker, object.count);
+        if (object.marker == utf16Marker) {
+            appendUtf16FromUtf8(_bytes, object.content);
+        } else {
+            _bytes += object.content;
+        }
+    }
+
+    void operator()(const ContainerObject& container) {
+        appendCounted(_bytes, container.marker, container.count);
+        for (const std::size_t reference : container.references)
+            appendBigEndian(_bytes, reference, _referenceSize);
+    }
+
+private:
+    std::string& _bytes;
+    std::size_t _referenceSize;
+};
+
+/// At least the bytes of all objects' encoded forms, and little more: room that is made once costs
+/// less memory than room that grows under a large text.
+std::size_t roomFor(const std::vector<Object>& objects, std::size_t referenceSize) {
+    constexpr std::size_t markerRoom = 1 + 1 + sizeof(std::uint64_t);
+    struct Room {
+        std::size_t operator()(const std::string* scalar) const { return scalar->size(); }
+        std::size_t operator()(const BytesObject& object) const {
+            return object.marker == utf16Marker ? 2 * object.count : object.count;
+        }
+        std::size_t operator()(const ContainerObject& container) const {
+            return container.references.size() * referenceSize;
+        }
+        std::size_t referenceSize;
+    };
+    std::size_t room = 0;
+    for (const Object& object : objects)
+        room += markerRoom + std::visit(Room{referenceSize}, object);
+    return room;
+}
+
 std::string assembled(const std::vector<Object>& objects) {
-    std::string bytes = "bplist00";
+    constexpr std::string_view header = "bplist00";
+    constexpr std::size_t trailerSize = 32;
     const std::size_t referenceSize = sizeOf(objects.size());
+    const std::size_t room = header.size() + roomFor(objects, referenceSize);
+    std::string bytes;
+    bytes.reserve(room + objects.size() * sizeOf(room) + trailerSize);
+    bytes += header;
     std::vector<std::size_t> offsets;
     offsets.reserve(objects.size());
     for (const Object& object : objects) {
         offsets.push_back(bytes.size());
-        if (const auto* scalar = std::get_if<const std::string*>(&object)) {
-            bytes += **scalar;
-            continue;
-        }
-        const auto& container = std::get<ContainerObject>(object);
-        appendCounted(bytes, container.marker, container.count);
-        for (const std::size_t reference : container.references)
-            appendBigEndian(bytes, reference, referenceSize);
+        std::visit(ObjectWriter{bytes, referenceSize}, object);
     }
     const std::size_t table = bytes.size();
     const std::size_t offsetSize = sizeOf(table);

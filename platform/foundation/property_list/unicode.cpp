@@ -67,6 +67,15 @@ void appendUtf16(std::string& bytes, char32_t character) {
     appendUtf16Unit(bytes, 0xDC00 + (character & 0x3FF));
 }
 
+void appendUtf16OfAscii(std::string& bytes, std::string_view text) {
+    std::size_t lowByte = bytes.size() + 1;
+    bytes.resize(bytes.size() + 2 * text.size());
+    for (const char letter : text) {
+        bytes[lowByte] = letter;
+        lowByte += 2;
+    }
+}
+
 const char* findNonAscii(const char* position, const char* end) {
     return findStop<StopSet<>>(position, end);
 }
@@ -129,15 +138,27 @@ std::string utf8FromUtf16(std::string_view bytes) {
     return text;
 }
 
-std::string utf16FromUtf8(std::string_view text) {
-    std::string bytes;
-    bytes.reserve(2 * text.size());
+std::size_t utf16Length(std::string_view text) {
+    std::size_t units = 0;
+    for (const char byte : text) {
+        const auto value = static_cast<unsigned char>(byte);
+        // Each sequence makes a unit, and those of four bytes a second one.
+        units += static_cast<std::size_t>(!isContinuation(value)) + static_cast<std::size_t>(value >= 0xF0);
+    }
+    return units;
+}
+
+void appendUtf16FromUtf8(std::string& bytes, std::string_view text) {
     while (!text.empty()) {
+        const char* const end = text.data() + text.size();
+        const auto plain = static_cast<std::size_t>(findNonAscii(text.data(), end) - text.data());
+        appendUtf16OfAscii(bytes, text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (text.empty()) break;
         const std::size_t length = sequenceLength(text);
         appendUtf16(bytes, decodeValidSequence(text.substr(0, length)));
         text.remove_prefix(length);
     }
-    return bytes;
 }
 
 }  // namespace platform::property_list

@@ -38,7 +38,10 @@ std::string utf8FromLatin1(std::string_view bytes);
 /// Big-endian UTF-16, an even number of bytes. A surrogate without its partner becomes U+FFFD.
 std::string utf8FromUtf16(std::string_view bytes);
 
-/// Big-endian UTF-16 of valid UTF-8.
-std::string utf16FromUtf8(std::string_view text);
+/// How many units of UTF-16 valid UTF-8 makes.
+std::size_t utf16Length(std::string_view text);
+
+/// Appends big-endian UTF-16 of valid UTF-8.
+void appendUtf16FromUtf8(std::string& bytes, std::string_view text);
 
 }  // namespace platform::property_list
