@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "platform/foundation/byte_words.h"
+
 namespace platform {
 
 Value::Value(std::string_view text) : _storage(std::make_shared<const std::string>(text)) {}
@@ -83,9 +85,9 @@ unsigned utf16Rank(char byte) {
 }  // namespace
 
 bool precedesInUtf16Order(std::string_view left, std::string_view right) {
-    auto [leftEnd, rightEnd] = std::mismatch(left.begin(), left.end(), right.begin(), right.end());
-    if (rightEnd == right.end()) return false;
-    return leftEnd == left.end() || utf16Rank(*leftEnd) < utf16Rank(*rightEnd);
+    const std::size_t common = commonPrefixLength(left, right);
+    if (common == right.size()) return false;
+    return common == left.size() || utf16Rank(left[common]) < utf16Rank(right[common]);
 }
 
 }  // namespace platform

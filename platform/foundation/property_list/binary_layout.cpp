@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "platform/foundation/property_list/binary_layout.h"
 
+#include <array>
+
 namespace platform::property_list {
 
 namespace {
@@ -9,7 +11,49 @@ constexpr std::size_t headerSize = 8;
 constexpr std::size_t trailerSize = 32;
 constexpr std::size_t greatestNumberSize = 16;
 
-bool complain(Fault& fault, const char* reason, std::size_t offset) {
+/// The count in a marker that says that the count follows.
+constexpr std::size_t longCount = 0xF;
+
+/// What an object's first byte says.
+struct Meaning {
+    bool isKnown = false;
+    BinaryKind kind = BinaryKind::null;
+    bool isCounted = false;  ///< else all objects with this marker are of the same size
+    std::uint8_t count = 0;
+    std::uint8_t bytesPerUnit = 0;
+    std::uint8_t referencesPerUnit = 0;
+};
+
+constexpr std::array<Meaning, 256> meanings = [] {
+    std::array<Meaning, 256> table{};
+    const auto scalar = [&](std::size_t marker, BinaryKind kind, std::size_t size) {
+        table[marker] = {true, kind, false, static_cast<std::uint8_t>(size), 1, 0};
+    };
+    const auto counted = [&](std::size_t firstMarker, BinaryKind kind, std::uint8_t bytes, std::uint8_t references) {
+        for (std::size_t count = 0; count <= longCount; ++count) {
+            table[firstMarker + count] = {true, kind, true, static_cast<std::uint8_t>(count), bytes, references};
+        }
+    };
+    scalar(0x00, BinaryKind::null, 0);
+    scalar(0x08, BinaryKind::isFalse, 0);
+    scalar(0x09, BinaryKind::isTrue, 0);
+    for (std::size_t log = 0; log <= 4; ++log)
+        scalar(0x10 + log, BinaryKind::integer, std::size_t{1} << log);
+    scalar(0x22, BinaryKind::real, 4);
+    scalar(0x23, BinaryKind::real, 8);
+    scalar(0x33, BinaryKind::date, 8);
+    counted(0x40, BinaryKind::data, 1, 0);
+    counted(0x50, BinaryKind::asciiString, 1, 0);
+    counted(0x60, BinaryKind::utf16String, 2, 0);
+    for (std::size_t less = 0; less < 16; ++less)
+        scalar(0x80 + less, BinaryKind::uid, less + 1);
+    counted(0xA0, BinaryKind::array, 0, 1);
+    counted(0xC0, BinaryKind::set, 0, 1);
+    counted(0xD0, BinaryKind::dictionary, 0, 2);
+    return table;
+}();
+
+[[gnu::cold, gnu::noinline]] bool complain(Fault& fault, const char* reason, std::size_t offset) {
     fault = {reason, offset};
     return false;
 }
@@ -63,93 +107,34 @@ bool BinaryLayout::checkTable(Fault& fault) const {
     return true;
 }
 
-std::size_t BinaryLayout::offsetOf(std::size_t number) const {
-    return readLowBits(_bytes.substr(_table + number * _offsetSize, _offsetSize));
-}
-
-std::uint64_t BinaryLayout::reference(const BinaryObject& container, std::size_t index) const {
-    return readCappedNumber(_bytes.substr(container.content + index * _referenceSize, _referenceSize));
-}
-
-std::optional<BinaryObject> BinaryLayout::object(std::size_t number, Fault& fault) const {
-    BinaryObject object;
+bool BinaryLayout::find(std::size_t number, BinaryObject& object, Fault& fault) const {
     object.start = offsetOf(number);
-    if (object.start < headerSize) {
-        complain(fault, "an object lies in the file's header", object.start);
-        return std::nullopt;
-    }
+    if (object.start < headerSize) return complain(fault, "an object lies in the header of the file", object.start);
+    const Meaning& meaning = meanings[static_cast<unsigned char>(_bytes[object.start])];
+    if (!meaning.isKnown) return complain(fault, "an object of an unknown kind", object.start);
+    object.kind = meaning.kind;
+    object.count = meaning.count;
     object.content = object.start + 1;
-    return measure(object, fault) ? std::optional(object) : std::nullopt;
-}
-
-/// Completes an object of which only the place is known.
-bool BinaryLayout::measure(BinaryObject& object, Fault& fault) const {
-    const auto marker = static_cast<unsigned char>(_bytes[object.start]);
-    const std::size_t low = marker & 0xF;
-    const auto scalar = [&](BinaryKind kind, std::size_t size) {
-        object.kind = kind;
-        object.count = size;
-        object.end = object.content + size;
-        return object.end <= _table || complain(fault, "an object reaches past the offset table", object.start);
-    };
-    const auto counted = [&](BinaryKind kind, std::size_t unitSize) {
-        object.kind = kind;
-        return measureCounted(object, low, unitSize, fault);
-    };
-    switch (marker >> 4) {
-        case 0x0:
-            if (low == 0x0) return scalar(BinaryKind::null, 0);
-            if (low == 0x8) return scalar(BinaryKind::isFalse, 0);
-            if (low == 0x9) return scalar(BinaryKind::isTrue, 0);
-            break;
-        case 0x1:
-            if (low <= 4) return scalar(BinaryKind::integer, std::size_t{1} << low);
-            break;
-        case 0x2:
-            if (low == 2 || low == 3) return scalar(BinaryKind::real, std::size_t{1} << low);
-            break;
-        case 0x3:
-            if (low == 3) return scalar(BinaryKind::date, 8);
-            break;
-        case 0x4:
-            return counted(BinaryKind::data, 1);
-        case 0x5:
-            return counted(BinaryKind::asciiString, 1);
-        case 0x6:
-            return counted(BinaryKind::utf16String, 2);
-        case 0x8:
-            return scalar(BinaryKind::uid, low + 1);
-        case 0xA:
-            return counted(BinaryKind::array, _referenceSize);
-        case 0xC:
-            return counted(BinaryKind::set, _referenceSize);
-        case 0xD:
-            return counted(BinaryKind::dictionary, 2 * _referenceSize);
-        default:
-            break;
+    if (meaning.isCounted && meaning.count == longCount && !readLongCount(object)) {
+        return complain(fault, "an object's count is no integer", object.start);
     }
-    return complain(fault, "an object of an unknown kind", object.start);
-}
-
-/// The count stands in the marker when it is less than 15, else in an integer behind it.
-bool BinaryLayout::measureCounted(BinaryObject& object, std::size_t shortCount, std::size_t unitSize,
-                                  Fault& fault) const {
-    std::uint64_t count = shortCount;
-    if (shortCount == 0xF) {
-        const auto marker = static_cast<unsigned char>(_bytes[object.content]);
-        const std::size_t size = std::size_t{1} << (marker & 0xF);
-        const bool isInteger = marker >> 4 == 0x1 && size <= greatestNumberSize;
-        if (!isInteger || object.content + 1 + size > _table) {
-            return complain(fault, "an object's count is no integer", object.start);
-        }
-        count = readLowBits(_bytes.substr(object.content + 1, size));
-        object.content += 1 + size;
-    }
-    if (count > (_table - object.content) / unitSize) {
+    const std::size_t unitSize = meaning.bytesPerUnit + meaning.referencesPerUnit * _referenceSize;
+    const std::size_t room = _table - object.content;
+    if (object.count > room || object.count * unitSize > room) {
         return complain(fault, "an object reaches past the offset table", object.start);
     }
-    object.count = count;
-    object.end = object.content + count * unitSize;
+    object.end = object.content + object.count * unitSize;
+    return true;
+}
+
+/// A count that does not fit the marker is an integer object right behind it.
+bool BinaryLayout::readLongCount(BinaryObject& object) const {
+    if (object.content == _table) return false;
+    const Meaning& meaning = meanings[static_cast<unsigned char>(_bytes[object.content])];
+    const bool isInteger = meaning.isKnown && meaning.kind == BinaryKind::integer;
+    if (!isInteger || _table - object.content <= meaning.count) return false;
+    object.count = readLowBits(_bytes.substr(object.content + 1, meaning.count));
+    object.content += 1 + meaning.count;
     return true;
 }
 

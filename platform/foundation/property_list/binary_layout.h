@@ -6,6 +6,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/foundation/property_list/big_endian.h"
 #include "platform/foundation/property_list/fault.h"
 
 namespace platform::property_list {
@@ -32,6 +33,9 @@ enum class BinaryKind : std::uint8_t {
 constexpr bool isContainer(BinaryKind kind) {
     return kind >= BinaryKind::array;
 }
+constexpr bool isString(BinaryKind kind) {
+    return kind == BinaryKind::asciiString || kind == BinaryKind::utf16String;
+}
 
 /// One object as it lies in the file.
 struct BinaryObject {
@@ -48,7 +52,7 @@ struct BinaryObject {
 ///  - the offset table lies between the objects and the trailer and has an entry for every object;
 ///  - there is at least one object, and the root is one of them;
 ///  - every entry of the table points before the table;
-///  - `object()` succeeds only for an object that lies wholly between the header and the table.
+///  - `find()` succeeds only for an object that lies wholly between the header and the table.
 /// What the objects say, and the references in them, is not checked here.
 class BinaryLayout {
 public:
@@ -57,17 +61,29 @@ public:
     std::size_t fileSize() const { return _bytes.size(); }
     std::size_t objectCount() const { return _objectCount; }
     std::size_t root() const { return _root; }
-    std::size_t offsetOf(std::size_t number) const;
 
-    /// The object of that number, which is less than `objectCount()`.
-    std::optional<BinaryObject> object(std::size_t number, Fault& fault) const;
+    /// Numbers of objects are less than `objectCount()`.
+    std::size_t offsetOf(std::size_t number) const {
+        return readLowBits({_bytes.data() + _table + number * _offsetSize, _offsetSize});
+    }
+    bool find(std::size_t number, BinaryObject& object, Fault& fault) const;
+
+    /// An object that `find` has succeeded for once.
+    BinaryObject object(std::size_t number) const {
+        BinaryObject object;
+        Fault never;
+        find(number, object, never);
+        return object;
+    }
 
     /// The number that a container's reference gives; it can be out of range. A dictionary's
     /// references are those of its keys, followed by those of its values.
-    std::uint64_t reference(const BinaryObject& container, std::size_t index) const;
+    std::uint64_t reference(const BinaryObject& container, std::size_t index) const {
+        return readCappedNumber({_bytes.data() + container.content + index * _referenceSize, _referenceSize});
+    }
 
     std::string_view content(const BinaryObject& object) const {
-        return _bytes.substr(object.content, object.end - object.content);
+        return {_bytes.data() + object.content, object.end - object.content};
     }
 
 private:
@@ -75,8 +91,7 @@ private:
 
     bool parseTrailer(Fault& fault);
     bool checkTable(Fault& fault) const;
-    bool measure(BinaryObject& object, Fault& fault) const;
-    bool measureCounted(BinaryObject& object, std::size_t shortCount, std::size_t unitSize, Fault& fault) const;
+    bool readLongCount(BinaryObject& object) const;
 
     std::string_view _bytes;
     std::size_t _table = 0;
@@ -85,23 +100,5 @@ private:
     std::size_t _objectCount = 0;
     std::size_t _root = 0;
 };
-
-/// A big-endian number of up to 16 bytes, or the greatest 64-bit number when it takes more than 64 bits.
-inline std::uint64_t readCappedNumber(std::string_view bytes) {
-    std::uint64_t number = 0;
-    for (const char byte : bytes) {
-        if (number >> 56 != 0) return UINT64_MAX;
-        number = number << 8 | static_cast<unsigned char>(byte);
-    }
-    return number;
-}
-
-/// The low 64 bits of a big-endian number.
-inline std::uint64_t readLowBits(std::string_view bytes) {
-    std::uint64_t number = 0;
-    for (const char byte : bytes)
-        number = number << 8 | static_cast<unsigned char>(byte);
-    return number;
-}
 
 }  // namespace platform::property_list

@@ -23,11 +23,10 @@ bool says(const BinaryLayout& layout, const BinaryObject& object, std::string_vi
 }  // namespace
 
 PropertyListLookup lookUpBinary(const BinaryLayout& layout, std::string_view key) {
-    Fault never;
-    const BinaryObject root = *layout.object(layout.root(), never);
+    const BinaryObject root = layout.object(layout.root());
     if (root.kind != BinaryKind::dictionary) return {Verdict::noDictionary, {}};
     for (std::size_t index = 0; index < root.count; ++index) {
-        const BinaryObject candidate = *layout.object(layout.reference(root, index), never);
+        const BinaryObject candidate = layout.object(layout.reference(root, index));
         if (says(layout, candidate, key)) {
             return {Verdict::found, BinaryReader(layout).value(layout.reference(root, root.count + index))};
         }

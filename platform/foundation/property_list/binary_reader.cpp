@@ -36,13 +36,8 @@ std::string binaryString(const BinaryLayout& layout, const BinaryObject& object)
     return isAscii(content) ? std::string(content) : utf8FromLatin1(content);
 }
 
-BinaryObject BinaryReader::object(std::size_t number) const {
-    Fault never;
-    return *_layout.object(number, never);
-}
-
 Value BinaryReader::value(std::size_t number) {
-    const BinaryObject found = object(number);
+    const BinaryObject found = _layout.object(number);
     switch (found.kind) {
         case BinaryKind::data:
         case BinaryKind::asciiString:
@@ -112,9 +107,9 @@ Value BinaryReader::dictionary(const BinaryObject& found) {
     std::vector<std::pair<Value, Value>> oddEntries;
     for (std::size_t index = 0; index < found.count; ++index) {
         const std::size_t keyNumber = _layout.reference(found, index);
-        const BinaryObject key = object(keyNumber);
+        const BinaryObject key = _layout.object(keyNumber);
         Value entry = value(_layout.reference(found, found.count + index));
-        if (key.kind == BinaryKind::asciiString || key.kind == BinaryKind::utf16String) {
+        if (isString(key.kind)) {
             entries.push_back({binaryString(_layout, key), std::move(entry)});
         } else {
             oddEntries.emplace_back(value(keyNumber), std::move(entry));

@@ -22,7 +22,6 @@ public:
     Value value(std::size_t number);
 
 private:
-    BinaryObject object(std::size_t number) const;
     Value scalar(const BinaryObject& object) const;
     Value shared(std::size_t number, const BinaryObject& object);
     Array members(const BinaryObject& object);

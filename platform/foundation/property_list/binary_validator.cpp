@@ -59,13 +59,13 @@ private:
         if (known != Finding::unvisited()) {
             return depth + known.height() <= greatestDepth || complain(tooDeep, number);
         }
-        const std::optional<BinaryObject> object = _layout.object(number, _fault);
-        if (!object) return false;
-        _objectBytes += object->end - object->start;
+        BinaryObject object;
+        if (!_layout.find(number, object, _fault)) return false;
+        _objectBytes += object.end - object.start;
         if (_objectBytes / greatestOverlap > _layout.fileSize()) {
             return complain("objects that overlap out of all proportion", number);
         }
-        return isContainer(object->kind) ? visitContainer(number, *object, depth) : visitScalar(number, *object);
+        return isContainer(object.kind) ? visitContainer(number, object, depth) : visitScalar(number, object);
     }
 
     bool visitScalar(std::size_t number, const BinaryObject& object) {
@@ -101,12 +101,19 @@ private:
     bool visitKeys(std::size_t number, const BinaryObject& dictionary, std::size_t depth) {
         for (std::size_t index = 0; index < dictionary.count; ++index) {
             const std::uint64_t key = _layout.reference(dictionary, index);
-            if (!isInRange(key, number) || !visit(key, depth)) return false;
+            if (!isInRange(key, number)) return false;
+            const bool isRepeated = _findings[key] != Finding::unvisited();
+            if (!visit(key, depth)) return false;
             if (_findings[key].isContainer()) return complain("a dictionary with a container as a key", number);
-            _keyBytes += _layout.object(key, _fault)->count;
+            if (isRepeated && !accountForRepeatedKey(key)) return false;
         }
-        return _keyBytes / greatestKeyRepetition <= _layout.fileSize() ||
-               complain("dictionaries that share their keys out of all proportion", number);
+        return true;
+    }
+
+    bool accountForRepeatedKey(std::size_t key) {
+        _repeatedKeyBytes += _layout.object(key).count;
+        return _repeatedKeyBytes / greatestKeyRepetition <= _layout.fileSize() ||
+               complain("a key that dictionaries share out of all proportion", key);
     }
 
     bool visitMembers(std::size_t number, const BinaryObject& container, std::size_t first, std::size_t depth,
@@ -123,7 +130,7 @@ private:
         return reference < _layout.objectCount() || complain("a reference to an object that is not there", container);
     }
 
-    bool complain(const char* what, std::size_t number) {
+    [[gnu::cold, gnu::noinline]] bool complain(const char* what, std::size_t number) {
         _fault = {std::string(what) + " (object " + std::to_string(number) + ")", _layout.offsetOf(number)};
         return false;
     }
@@ -131,7 +138,7 @@ private:
     const BinaryLayout& _layout;
     Fault& _fault;
     std::size_t _objectBytes = 0;
-    std::size_t _keyBytes = 0;
+    std::size_t _repeatedKeyBytes = 0;
     /// Settings files have few objects; what is known of these needs no memory from elsewhere.
     std::array<std::byte, 1024> _buffer;
     std::pmr::monotonic_buffer_resource _memory{_buffer.data(), _buffer.size()};

@@ -7,7 +7,7 @@ namespace platform::property_list {
 
 /// Checks every object that the root leads to, each once however often it is referred to. When it
 /// returns true, the following holds for these objects, and whoever reads them relies on it:
-///  - `BinaryLayout::object` succeeds, and every reference in them is in range;
+///  - `BinaryLayout::find` succeeds, and every reference in them is in range;
 ///  - containers never hold themselves, and those that hold something nest at most 512 deep;
 ///  - no container is a key;
 ///  - dates are finite, UIDs fit 32 bits, UTF-16 strings are not empty;

@@ -10,21 +10,10 @@
 #include <emmintrin.h>
 #endif
 
+#include "platform/foundation/byte_words.h"
+
 /// Searches that look at many bytes at a time; the speed of reading is theirs.
 namespace platform::property_list {
-
-/// Eight bytes, the first of them in the lowest bits whatever the machine's byte order.
-inline std::uint64_t loadEight(const char* bytes) {
-    std::uint64_t word;
-    std::memcpy(&word, bytes, sizeof word);
-    if constexpr (std::endian::native == std::endian::big) {
-        std::uint64_t swapped = 0;
-        for (int index = 0; index < 8; ++index)
-            swapped |= (word >> (8 * index) & 0xFF) << (56 - 8 * index);
-        word = swapped;
-    }
-    return word;
-}
 
 /// The characters that a search stops at, apart from everything outside ASCII.
 template <char... Stops>

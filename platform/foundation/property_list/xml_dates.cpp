@@ -44,7 +44,7 @@ public:
 
     std::int64_t year() {
         const bool negative = accept('-');
-        const std::optional<std::uint64_t> magnitude = takeDigits(_position, _end, 10);
+        const std::optional<std::uint64_t> magnitude = takeDigits<10>(_position, _end);
         constexpr std::uint64_t greatest = std::numeric_limits<std::int32_t>::max();
         if (!magnitude || *magnitude > greatest) return _complete = false;
         const auto year = static_cast<std::int64_t>(*magnitude);

@@ -43,7 +43,8 @@ constexpr std::array encodingNames{
 /// start of the file only, and `encoding=` only before its first `?` or `>`.
 std::optional<std::string_view> declaredName(std::string_view bytes) {
     if (!bytes.starts_with("<?xml")) return std::nullopt;
-    const std::string_view declaration = bytes.substr(0, bytes.find_first_of("?>", 2));
+    std::string_view declaration = bytes.substr(0, bytes.find('>'));
+    declaration = declaration.substr(0, declaration.find('?', 2));
     const std::string_view attribute = "encoding=";
     const std::size_t place = declaration.find(attribute);
     if (place == std::string_view::npos) return std::nullopt;

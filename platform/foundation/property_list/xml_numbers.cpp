@@ -4,24 +4,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
-#include <cstdint>
 #include <limits>
 
-#include "platform/foundation/property_list/ascii.h"
-
 namespace platform::property_list {
-
-std::optional<std::uint64_t> takeDigits(const char*& position, const char* end, unsigned base) {
-    const char* const begin = position;
-    std::uint64_t number = 0;
-    for (; position != end; ++position) {
-        const unsigned digit = digitValue(*position);
-        if (digit >= base) break;
-        if (number > (std::numeric_limits<std::uint64_t>::max() - digit) / base) return std::nullopt;
-        number = number * base + digit;
-    }
-    return position == begin ? std::nullopt : std::optional(number);
-}
 
 namespace {
 
@@ -44,7 +29,8 @@ std::optional<Parsed<Integer>> parseInteger(const char* begin, const char* end) 
         ++position;
     const bool hexadecimal = end - position >= 2 && position[0] == '0' && (position[1] == 'x' || position[1] == 'X');
     if (hexadecimal) position += 2;
-    const std::optional<std::uint64_t> magnitude = takeDigits(position, end, hexadecimal ? 16 : 10);
+    const std::optional<std::uint64_t> magnitude =
+        hexadecimal ? takeDigits<16>(position, end) : takeDigits<10>(position, end);
     const std::optional<Integer> number = magnitude ? withSign(negative, *magnitude) : std::nullopt;
     return number ? std::optional(Parsed<Integer>{*number, position}) : std::nullopt;
 }

@@ -2,10 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "platform/foundation/property_list/ascii.h"
 #include "platform/foundation/value.h"
 
 /// How an XML property list spells numbers.
@@ -20,7 +22,19 @@ struct Parsed {
 
 /// Reads digits from the position on, which moves to the first character that is none. Nothing when
 /// there is none at all, or the number needs more than 64 bits.
-std::optional<std::uint64_t> takeDigits(const char*& position, const char* end, unsigned base);
+template <unsigned base>
+std::optional<std::uint64_t> takeDigits(const char*& position, const char* end) {
+    constexpr std::uint64_t greatest = std::numeric_limits<std::uint64_t>::max();
+    const char* const begin = position;
+    std::uint64_t number = 0;
+    for (; position != end; ++position) {
+        const unsigned digit = digitValue(*position);
+        if (digit >= base) break;
+        if (number > greatest / base || number * base > greatest - digit) return std::nullopt;
+        number = number * base + digit;
+    }
+    return position == begin ? std::nullopt : std::optional(number);
+}
 
 /// An integer at the front of the text: bytes up to 0x20, a sign, blanks, then decimal digits or
 /// `0x` and hexadecimal ones. Nothing when there is none or it leaves the range −2^63 … 2^64−1.

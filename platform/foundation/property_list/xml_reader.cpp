@@ -28,7 +28,10 @@ public:
 
     class Entries {
     public:
-        void key(std::string_view text, const char*) { _entries.push_back({std::string(text), Value()}); }
+        void key(std::string_view text, const char*) {
+            if (_entries.empty()) _entries.reserve(fewEntries);
+            _entries.push_back({std::string(text), Value()});
+        }
         void add(Value&& value) { _entries.back().value = std::move(value); }
 
         Value finish() {
@@ -41,6 +44,7 @@ public:
         }
 
     private:
+        static constexpr std::size_t fewEntries = 8;
         std::vector<Dictionary::Entry> _entries;
     };
 

@@ -93,10 +93,11 @@ private:
 
     bool skipDocumentType() {
         if (!rest().starts_with("<!DOCTYPE")) return complain("a declaration other than <!DOCTYPE");
-        const std::size_t end = rest().find_first_of("[>");
-        if (end == std::string_view::npos) return complain("a document type declaration that never ends");
-        if (rest()[end] == '[') return complainAt(_position + end, "a document type with an internal subset");
-        _position += end + 1;
+        const char* const close = findByte(_position, _end, '>');
+        const char* const subset = findByte(_position, close, '[');
+        if (subset != close) return complainAt(subset, "a document type with an internal subset");
+        if (close == _end) return complain("a document type declaration that never ends");
+        _position = close + 1;
         return true;
     }
 
@@ -347,9 +348,9 @@ private:
 
     bool atEnd() const { return _position == _end; }
 
-    bool complain(std::string reason) { return complainAt(_position, std::move(reason)); }
+    [[gnu::cold, gnu::noinline]] bool complain(std::string reason) { return complainAt(_position, std::move(reason)); }
 
-    [[gnu::cold]] bool complainAt(const char* place, std::string reason) {
+    [[gnu::cold, gnu::noinline]] bool complainAt(const char* place, std::string reason) {
         _fault = {std::move(reason), static_cast<std::size_t>(place - _begin)};
         return false;
     }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/foundation/property_list/ascii.h"
+#include "platform/foundation/property_list/byte_scan.h"
 
 namespace platform::property_list {
 

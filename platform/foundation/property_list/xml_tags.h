@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foundation/property_list/byte_scan.h"
+#include "platform/foundation/byte_words.h"
 
 namespace platform::property_list {
 

@@ -72,6 +72,8 @@ private:
 class XmlWriter {
 public:
     PropertyListWriting write(const Value& root) {
+        constexpr std::size_t usualSize = 4096;
+        _out.reserve(usualSize);
         _out =
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
             "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace platform::property_list {
+
+/// The low 64 bits of a big-endian number.
+inline std::uint64_t readLowBits(std::string_view bytes) {
+    std::uint64_t number = 0;
+    for (const char byte : bytes)
+        number = number << 8 | static_cast<unsigned char>(byte);
+    return number;
+}
+
+/// A big-endian number, or the greatest 64-bit number when it takes more than 64 bits.
+inline std::uint64_t readCappedNumber(std::string_view bytes) {
+    if (bytes.size() <= 8) return readLowBits(bytes);
+    const std::size_t excess = bytes.size() - 8;
+    const bool fits = bytes.substr(0, excess).find_first_not_of('\0') == std::string_view::npos;
+    return fits ? readLowBits(bytes.substr(excess)) : UINT64_MAX;
+}
+
+}  // namespace platform::property_list
