@@ -5,11 +5,9 @@
 #include <utility>
 
 #include "platform/foundation/property_list/binary_layout.h"
-#include "platform/foundation/property_list/binary_lookup.h"
 #include "platform/foundation/property_list/binary_reader.h"
 #include "platform/foundation/property_list/binary_validator.h"
 #include "platform/foundation/property_list/xml_encoding.h"
-#include "platform/foundation/property_list/xml_lookup.h"
 #include "platform/foundation/property_list/xml_reader.h"
 
 namespace platform {
@@ -19,10 +17,6 @@ namespace {
 using property_list::BinaryLayout;
 using property_list::Fault;
 using property_list::XmlText;
-
-bool isBinary(std::string_view bytes) {
-    return bytes.starts_with(property_list::binarySignature);
-}
 
 struct Line {
     std::size_t number = 1;
@@ -67,17 +61,11 @@ PropertyListReading readXml(std::string_view bytes) {
     return reading;
 }
 
-/// The layout of a binary property list in which everything is in order.
-std::optional<BinaryLayout> validLayout(std::string_view bytes, Fault& fault) {
-    std::optional<BinaryLayout> layout = BinaryLayout::parse(bytes, fault);
-    return layout && property_list::validateBinary(*layout, fault) ? layout : std::nullopt;
-}
-
 PropertyListReading readBinary(std::string_view bytes) {
     PropertyListReading reading;
     reading.format = PropertyListFormat::binary;
     Fault fault;
-    if (const std::optional<BinaryLayout> layout = validLayout(bytes, fault)) {
+    if (const std::optional<BinaryLayout> layout = property_list::readValidLayout(bytes, fault)) {
         reading.value = property_list::BinaryReader(*layout).value(layout->root());
     } else {
         reading.error = {std::move(fault.reason), fault.offset, 0, 0};
@@ -88,17 +76,7 @@ PropertyListReading readBinary(std::string_view bytes) {
 }  // namespace
 
 PropertyListReading readPropertyList(std::string_view bytes) {
-    return isBinary(bytes) ? readBinary(bytes) : readXml(bytes);
-}
-
-PropertyListLookup lookUpRootKey(std::string_view bytes, std::string_view key) {
-    Fault fault;
-    if (isBinary(bytes)) {
-        const std::optional<BinaryLayout> layout = validLayout(bytes, fault);
-        return layout ? property_list::lookUpBinary(*layout, key) : PropertyListLookup();
-    }
-    const std::optional<XmlText> text = XmlText::decode(bytes, fault);
-    return text ? property_list::lookUpXml(text->utf8(), key) : PropertyListLookup();
+    return property_list::isBinary(bytes) ? readBinary(bytes) : readXml(bytes);
 }
 
 }  // namespace platform

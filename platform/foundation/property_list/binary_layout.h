@@ -12,7 +12,9 @@
 namespace platform::property_list {
 
 /// Seven bytes and one more of any value begin a binary property list.
-inline constexpr std::string_view binarySignature = "bplist0";
+constexpr bool isBinary(std::string_view bytes) {
+    return bytes.starts_with("bplist0");
+}
 
 enum class BinaryKind : std::uint8_t {
     null,

@@ -22,16 +22,19 @@ bool says(const BinaryLayout& layout, const BinaryObject& object, std::string_vi
 
 }  // namespace
 
-PropertyListLookup lookUpBinary(const BinaryLayout& layout, std::string_view key) {
-    const BinaryObject root = layout.object(layout.root());
-    if (root.kind != BinaryKind::dictionary) return {Verdict::noDictionary, {}};
-    for (std::size_t index = 0; index < root.count; ++index) {
-        const BinaryObject candidate = layout.object(layout.reference(root, index));
-        if (says(layout, candidate, key)) {
-            return {Verdict::found, BinaryReader(layout).value(layout.reference(root, root.count + index))};
+Located<std::size_t> BinaryLookup::locateIn(Place dictionary, std::string_view key) const {
+    const BinaryObject object = _layout.object(dictionary);
+    if (object.kind != BinaryKind::dictionary) return {Verdict::noDictionary};
+    for (std::size_t index = 0; index < object.count; ++index) {
+        if (says(_layout, _layout.object(_layout.reference(object, index)), key)) {
+            return {Verdict::found, _layout.reference(object, object.count + index)};
         }
     }
-    return {Verdict::absent, {}};
+    return {Verdict::absent};
+}
+
+Value BinaryLookup::value(Place place) const {
+    return BinaryReader(_layout).value(place);
 }
 
 }  // namespace platform::property_list

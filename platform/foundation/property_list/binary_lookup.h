@@ -1,14 +1,32 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
-#include "platform/foundation/property_list.h"
 #include "platform/foundation/property_list/binary_layout.h"
+#include "platform/foundation/property_list/located.h"
 
 namespace platform::property_list {
 
-/// `lookUpRootKey` for a validated binary property list.
-PropertyListLookup lookUpBinary(const BinaryLayout& layout, std::string_view key);
+/// Finds values in a validated binary property list.
+class BinaryLookup {
+public:
+    /// The number of an object.
+    using Place = std::size_t;
+
+    explicit BinaryLookup(const BinaryLayout& layout) : _layout(layout) {}
+
+    /// The value of a key of the root dictionary.
+    Located<Place> locateInRoot(std::string_view key) const { return locateIn(_layout.root(), key); }
+
+    /// The value of a key of a dictionary.
+    Located<Place> locateIn(Place dictionary, std::string_view key) const;
+
+    Value value(Place place) const;
+
+private:
+    const BinaryLayout& _layout;
+};
 
 }  // namespace platform::property_list

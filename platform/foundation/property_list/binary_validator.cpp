@@ -151,4 +151,9 @@ bool validateBinary(const BinaryLayout& layout, Fault& fault) {
     return Validator(layout, fault).run();
 }
 
+std::optional<BinaryLayout> readValidLayout(std::string_view bytes, Fault& fault) {
+    std::optional<BinaryLayout> layout = BinaryLayout::parse(bytes, fault);
+    return layout && validateBinary(*layout, fault) ? layout : std::nullopt;
+}
+
 }  // namespace platform::property_list

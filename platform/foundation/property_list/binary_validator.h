@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
+#include <string_view>
+
 #include "platform/foundation/property_list/binary_layout.h"
 
 namespace platform::property_list {
@@ -14,5 +17,9 @@ namespace platform::property_list {
 ///  - what they hold all together is in proportion to the size of the file, although objects may
 ///    overlap and dictionaries share their keys.
 bool validateBinary(const BinaryLayout& layout, Fault& fault);
+
+/// The layout of a binary property list in which everything is in order; else the fault says what
+/// is not.
+std::optional<BinaryLayout> readValidLayout(std::string_view bytes, Fault& fault);
 
 }  // namespace platform::property_list

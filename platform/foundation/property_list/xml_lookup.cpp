@@ -72,19 +72,37 @@ private:
     bool _otherKeys = false;
 };
 
+/// The verdict on a well-formed object that the finder has seen; `makeWhole` makes a value of it.
+template <class MakeWhole>
+Located<std::string_view> located(const Finder& finder, std::string_view text, MakeWhole makeWhole) {
+    if (!finder.rootIsDictionary()) return {Verdict::noDictionary};
+    if (finder.rootHoldsOnlyUidKey()) {
+        const std::optional<Value> whole = makeWhole(text);
+        if (!whole || !whole->dictionary()) return {Verdict::noDictionary};
+    }
+    if (!finder.placeOfValue()) return {Verdict::absent};
+    return {Verdict::found, text.substr(static_cast<std::size_t>(finder.placeOfValue() - text.data()))};
+}
+
 }  // namespace
 
-PropertyListLookup lookUpXml(std::string_view text, std::string_view key) {
+Located<std::string_view> XmlLookup::locateInRoot(std::string_view key) const {
     Finder finder(key);
-    if (!XmlScanner<Finder>(text, finder).document()) return {Verdict::malformed, {}};
-    if (!finder.rootIsDictionary()) return {Verdict::noDictionary, {}};
-    if (finder.rootHoldsOnlyUidKey()) {
-        Fault fault;
-        const std::optional<Value> root = readXml(text, fault);
-        if (!root || !root->dictionary()) return {Verdict::noDictionary, {}};
-    }
-    if (!finder.placeOfValue()) return {Verdict::absent, {}};
-    return {Verdict::found, readXmlObject(text.substr(static_cast<std::size_t>(finder.placeOfValue() - text.data())))};
+    if (!XmlScanner<Finder>(_text, finder).document()) return {Verdict::malformed};
+    return located(finder, _text, [](std::string_view text) {
+        Fault never;
+        return readXml(text, never);
+    });
+}
+
+Located<std::string_view> XmlLookup::locateIn(Place dictionary, std::string_view key) const {
+    Finder finder(key);
+    if (!XmlScanner<Finder>(dictionary, finder).object()) return {Verdict::malformed};
+    return located(finder, dictionary, readXmlObject);
+}
+
+Value XmlLookup::value(Place place) const {
+    return readXmlObject(place).value_or(Null());
 }
 
 }  // namespace platform::property_list

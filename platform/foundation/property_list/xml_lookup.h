@@ -3,11 +3,28 @@
 
 #include <string_view>
 
-#include "platform/foundation/property_list.h"
+#include "platform/foundation/property_list/located.h"
 
 namespace platform::property_list {
 
-/// `lookUpRootKey` for XML that is UTF-8.
-PropertyListLookup lookUpXml(std::string_view text, std::string_view key);
+/// Finds values in XML that is UTF-8.
+class XmlLookup {
+public:
+    /// The text from right before an object on.
+    using Place = std::string_view;
+
+    explicit XmlLookup(std::string_view text) : _text(text) {}
+
+    /// The value of a key of the root dictionary.
+    Located<Place> locateInRoot(std::string_view key) const;
+
+    /// The value of a key of a dictionary at a place that was found before.
+    Located<Place> locateIn(Place dictionary, std::string_view key) const;
+
+    Value value(Place place) const;
+
+private:
+    std::string_view _text;
+};
 
 }  // namespace platform::property_list
