@@ -4,9 +4,6 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
-#include <unistd.h>
-
-#include <optional>
 
 #include "forked.h"
 
