@@ -15,9 +15,12 @@ constexpr std::size_t widthOffset = 16;
 constexpr std::size_t heightOffset = 20;
 constexpr std::size_t headerSize = 24;
 
+constexpr std::size_t bytesPerPixel = 4;
+
 std::uint32_t bigEndian32(std::string_view bytes, std::size_t offset) {
     std::uint32_t number = 0;
-    for (std::size_t i = 0; i < 4; ++i) number = number << 8 | static_cast<std::uint8_t>(bytes[offset + i]);
+    for (std::size_t i = 0; i < 4; ++i)
+        number = number << 8 | static_cast<std::uint8_t>(bytes[offset + i]);
     return number;
 }
 
@@ -37,7 +40,8 @@ std::shared_ptr<const UIImage> UIImage::fromPngFile(std::string name, std::strin
 
 std::shared_ptr<const UIImage> UIImage::fromPixels(std::string name, std::uint32_t width, std::uint32_t height,
                                                    std::vector<std::uint8_t> rgba, double scale) {
-    if (rgba.size() != std::size_t{4} * width * height) return nullptr;
+    if (rgba.size() % bytesPerPixel != 0 || rgba.size() / bytesPerPixel != std::uint64_t{width} * height)
+        return nullptr;
     std::shared_ptr<UIImage> image(new UIImage);
     image->_name = std::move(name);
     image->_rgba = std::move(rgba);
