@@ -1,28 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/program_context.h"
 
-#include "hosts/linux/default_phone.h"
+#include "hosts/linux/opened_phone.h"
 
 namespace hosts::terminal {
-namespace {
-
-std::optional<std::string> usablePhone(const std::string& named, const Installation& installation, std::string& error) {
-    if (!named.empty()) return named;
-    auto usual = defaultPhonePath(error);
-    if (!usual || !ensurePhone(*usual, installation.samplePhone(), error)) return std::nullopt;
-    return usual;
-}
-
-}  // namespace
 
 std::optional<ProgramContext> ProgramContext::open(const CommonOptions& options, std::string& error) {
-    auto installation = findInstallation(error);
-    if (!installation) return std::nullopt;
-    auto folder = usablePhone(options.phone, *installation, error);
-    if (!folder) return std::nullopt;
-    auto files = PhoneFileSystem::open(*folder, error);
-    if (!files) return std::nullopt;
-    return ProgramContext{*std::move(installation), *std::move(folder), *std::move(files), *options.device};
+    auto phone = openPhone(options.phone, error);
+    if (!phone) return std::nullopt;
+    return ProgramContext{std::move(phone->installation), std::move(phone->folder), std::move(phone->files),
+                          *options.device};
 }
 
 }  // namespace hosts::terminal
