@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFont>
+
+#include "platform/ui/font.h"
+
+namespace hosts::desktop {
+
+/// The face that stands in for the phone's own: the first of these families that the system has.
+QFont systemFont(double pointSize);
+
+/// A view's font. Names of the phone's faces ("HelveticaNeue-UltraLight") keep their weight; a point
+/// is a logical pixel.
+QFont fontOf(const platform::UIFont& font);
+
+}  // namespace hosts::desktop

@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/desktop/model/navigation.h"
+
+#include <QQmlEngine>
+#include <algorithm>
+#include <utility>
+
+#include "hosts/session/page_snapshot.h"
+#include "hosts/session/row_finder.h"
+
+namespace hosts::desktop {
+namespace {
+
+// Whether a tap on the row does nothing but open a page.
+bool isPageLink(platform::UIViewController& page, platform::NSIndexPath path) {
+    auto* list = dynamic_cast<platform::PSListController*>(&page);
+    auto row = list ? list->specifierAtIndexPath(path) : nullptr;
+    return row && row->cellType() == platform::PSCellType::link && !row->action && row->isEnabled() &&
+           !row->detailControllerClass().empty();
+}
+
+}  // namespace
+
+Navigation::Navigation(HandOver& handOver) : _handOver(handOver), _controller(*this) {}
+
+Navigation::~Navigation() {
+    for (const auto& page : _stack)
+        page->letGo();
+}
+
+void Navigation::open(std::shared_ptr<platform::UIViewController> root) {
+    _controller.pushViewController_animated(std::move(root), false);
+    publish();
+}
+
+void Navigation::follow(const QStringList& titles) {
+    for (const QString& title : titles) {
+        const std::shared_ptr<platform::UIViewController> page = _controller.topViewController();
+        const auto places = rowsLabelled(*page, title.toStdString());
+        if (places.empty() || !isPageLink(*page, places.front())) break;
+        tableOfPage(*page)->touchRowAtIndexPath(places.front());
+        if (_controller.topViewController() == page) break;
+    }
+    _isAnimated = false;
+    publish();
+}
+
+QStringList Navigation::path() const {
+    QStringList titles;
+    for (std::size_t i = 1; i < _stack.size(); ++i)
+        titles.append(_stack[i]->title());
+    return titles;
+}
+
+void Navigation::resize(QSizeF size) {
+    _size = size;
+    for (const auto& page : _stack)
+        page->resize(size.width(), size.height());
+}
+
+void Navigation::redrawVisibleRows() {
+    for (const auto& page : _stack) {
+        if (page->table()) page->table()->redrawVisibleRows();
+    }
+}
+
+bool Navigation::back() {
+    if (_isComposerShown) return false;
+    return _controller.popViewControllerAnimated(true);
+}
+
+int Navigation::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(_shown.size());
+}
+
+QVariant Navigation::data(const QModelIndex& index, int role) const {
+    if (!index.isValid() || role != PageRole) return {};
+    return QVariant::fromValue(_shown[static_cast<std::size_t>(index.row())].get());
+}
+
+QHash<int, QByteArray> Navigation::roleNames() const {
+    return {{PageRole, "page"}};
+}
+
+void Navigation::didPush(platform::UIViewController& page, bool animated) {
+    auto pushed = std::make_shared<Page>(page.shared_from_this(), _stack.empty() ? QString() : _stack.back()->title());
+    QQmlEngine::setObjectOwnership(pushed.get(), QQmlEngine::CppOwnership);
+    if (pushed->table()) QQmlEngine::setObjectOwnership(pushed->table(), QQmlEngine::CppOwnership);
+    pushed->resize(_size.width(), _size.height());
+    _stack.push_back(std::move(pushed));
+    _isAnimated = animated;
+    publishLater();
+}
+
+void Navigation::didPop(platform::UIViewController&, platform::UIViewController&, bool animated) {
+    _stack.back()->letGo();
+    _leaving.push_back(std::move(_stack.back()));
+    _stack.pop_back();
+    _isAnimated = animated;
+    publishLater();
+}
+
+// The page is told that it will appear after this call, and only then are its cells to be produced.
+void Navigation::publishLater() {
+    if (std::exchange(_willPublish, true)) return;
+    QMetaObject::invokeMethod(
+        this, [this] { publish(); }, Qt::QueuedConnection);
+}
+
+void Navigation::publish() {
+    _willPublish = false;
+    publishNewPages();
+    moveToPlaces();
+    emit currentChanged();
+}
+
+void Navigation::publishNewPages() {
+    for (const auto& page : _stack) {
+        if (isShown(page.get())) continue;
+        const int row = static_cast<int>(_shown.size());
+        beginInsertRows({}, row, row);
+        _shown.push_back(page);
+        endInsertRows();
+    }
+}
+
+void Navigation::moveToPlaces() {
+    for (const auto& page : _stack)
+        page->setPlace(page == _stack.back() ? Page::Seen : Page::Beneath, _isAnimated);
+    // Copied: a page that leaves at once takes itself off the list.
+    const std::vector<std::shared_ptr<Page>> leaving = _leaving;
+    for (const auto& page : leaving) {
+        const bool isInPlace = page->place() == Page::Away;
+        page->setPlace(Page::Away, _isAnimated);
+        if (isInPlace) forget(page.get());
+    }
+}
+
+bool Navigation::isShown(const Page* page) const {
+    return std::ranges::any_of(_shown, [page](const auto& each) { return each.get() == page; });
+}
+
+void Navigation::pageLeft(Page* page) {
+    if (std::ranges::none_of(_leaving, [page](const auto& each) { return each.get() == page; })) return;
+    // Later: the page's own item is what tells us.
+    QMetaObject::invokeMethod(
+        this, [this, page] { forget(page); }, Qt::QueuedConnection);
+}
+
+void Navigation::forget(const Page* page) {
+    auto leaving = std::ranges::find_if(_leaving, [page](const auto& each) { return each.get() == page; });
+    if (leaving == _leaving.end()) return;
+    // Kept until its row has gone.
+    const std::shared_ptr<Page> gone = std::move(*leaving);
+    _leaving.erase(leaving);
+    auto shown = std::ranges::find(_shown, gone);
+    if (shown == _shown.end()) return;
+    const int row = static_cast<int>(std::distance(_shown.begin(), shown));
+    beginRemoveRows({}, row, row);
+    _shown.erase(shown);
+    endRemoveRows();
+}
+
+void Navigation::didPresent(const std::shared_ptr<platform::UIViewController>& presented, bool animated) {
+    auto composer = Composer::of(presented, _handOver);
+    if (!composer) return;
+    QQmlEngine::setObjectOwnership(composer.get(), QQmlEngine::CppOwnership);
+    connect(composer.get(), &Composer::told, this, &Navigation::tell);
+    _composer = std::move(composer);
+    _isComposerAnimated = animated;
+    emit composerChanged();
+    _isComposerShown = true;
+    emit composerShownChanged();
+}
+
+void Navigation::didDismiss(bool animated) {
+    if (!_isComposerShown) return;
+    _isComposerShown = false;
+    _isComposerAnimated = animated;
+    emit composerShownChanged();
+}
+
+void Navigation::composerLeft() {
+    if (_isComposerShown || !_composer) return;
+    // Later: the call comes from what draws the composer, or from the composer itself.
+    _composer.release()->deleteLater();
+    emit composerChanged();
+}
+
+void Navigation::tell(const QString& message) {
+    _message = message;
+    emit messageChanged();
+}
+
+void Navigation::messageRead() {
+    tell({});
+}
+
+}  // namespace hosts::desktop

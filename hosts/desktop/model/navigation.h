@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+#include <QAbstractListModel>
+#include <QSizeF>
+#include <QStringList>
+#include <memory>
+#include <vector>
+
+#include "hosts/desktop/model/composer.h"
+#include "hosts/desktop/model/page.h"
+#include "platform/ui/navigation_controller.h"
+
+namespace hosts::desktop {
+
+/// The stack of pages as it is drawn, with what is presented over it. A page that has been popped
+/// stays in the model until it has been seen to leave.
+class Navigation : public QAbstractListModel, public platform::NavigationHost {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The program has the navigation")
+    Q_PROPERTY(hosts::desktop::Page* current READ current NOTIFY currentChanged)
+    Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY currentChanged)
+    Q_PROPERTY(hosts::desktop::Composer* composer READ composer NOTIFY composerChanged)
+    /// False as soon as the composer is on its way out.
+    Q_PROPERTY(bool composerShown READ isComposerShown NOTIFY composerShownChanged)
+    Q_PROPERTY(bool composerAnimated READ isComposerAnimated NOTIFY composerShownChanged)
+    /// Something to tell the user; empty for nothing.
+    Q_PROPERTY(QString message READ message NOTIFY messageChanged)
+
+public:
+    enum Role { PageRole = Qt::UserRole };
+
+    /// `handOver` outlives the navigation.
+    explicit Navigation(HandOver& handOver);
+    ~Navigation() override;
+
+    /// Opens the first page.
+    void open(std::shared_ptr<platform::UIViewController> root);
+
+    /// Opens the pages below the first that the titles name, as far as links lead there.
+    void follow(const QStringList& titles);
+    /// The titles of the pages below the first.
+    QStringList path() const;
+
+    /// Null before the first page.
+    Page* current() const { return _stack.empty() ? nullptr : _stack.back().get(); }
+    bool canGoBack() const { return _stack.size() > 1; }
+    Composer* composer() const { return _composer.get(); }
+    bool isComposerShown() const { return _isComposerShown; }
+    bool isComposerAnimated() const { return _isComposerAnimated; }
+    const QString& message() const { return _message; }
+
+    /// The room that a page has, in points.
+    Q_INVOKABLE void resize(QSizeF size);
+
+    /// What the pages show may have changed on disk.
+    void redrawVisibleRows();
+
+    Q_INVOKABLE bool back();
+    /// A popped page has been seen to leave, or a dismissed composer.
+    Q_INVOKABLE void pageLeft(hosts::desktop::Page* page);
+    Q_INVOKABLE void composerLeft();
+    Q_INVOKABLE void messageRead();
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    void didPush(platform::UIViewController& page, bool animated) override;
+    void didPop(platform::UIViewController& page, platform::UIViewController& gone, bool animated) override;
+    void didPresent(const std::shared_ptr<platform::UIViewController>& presented, bool animated) override;
+    void didDismiss(bool animated) override;
+
+signals:
+    void currentChanged();
+    void composerChanged();
+    void composerShownChanged();
+    void messageChanged();
+
+private:
+    void tell(const QString& message);
+    void publishLater();
+    void publish();
+    void publishNewPages();
+    void moveToPlaces();
+    bool isShown(const Page* page) const;
+    void forget(const Page* page);
+
+    HandOver& _handOver;
+    QSizeF _size;
+    /// The stack as the pages have made it, and the pages that are on their way out.
+    std::vector<std::shared_ptr<Page>> _stack;
+    std::vector<std::shared_ptr<Page>> _leaving;
+    /// What is drawn: the model's rows.
+    std::vector<std::shared_ptr<Page>> _shown;
+    bool _isAnimated = false;
+    bool _willPublish = false;
+    std::unique_ptr<Composer> _composer;
+    bool _isComposerShown = false;
+    bool _isComposerAnimated = false;
+    QString _message;
+    /// Last, so that it goes first: pages and composers that it lets go may be drawn until then.
+    platform::UINavigationController _controller;
+};
+
+}  // namespace hosts::desktop

@@ -1,0 +1,322 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/desktop/model/table_model.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "platform/list/table_cell.h"
+
+namespace hosts::desktop {
+namespace {
+
+using Kind = TableLine::Kind;
+
+QString kindName(Kind kind) {
+    switch (kind) {
+        case Kind::header:
+            return QStringLiteral("header");
+        case Kind::switchRow:
+            return QStringLiteral("switch");
+        case Kind::link:
+            return QStringLiteral("link");
+        case Kind::item:
+            return QStringLiteral("item");
+        case Kind::view:
+            return QStringLiteral("view");
+        case Kind::footer:
+            break;
+    }
+    return QStringLiteral("footer");
+}
+
+std::ptrdiff_t offset(std::size_t position) {
+    return static_cast<std::ptrdiff_t>(position);
+}
+
+bool standForSame(const TableLine& one, const TableLine& other) {
+    return one.standsForSameAs(other);
+}
+
+}  // namespace
+
+TableModel::TableModel(platform::UITableView& table, platform::PSListController* list) : _table(&table), _list(list) {
+    rebuild(false);
+    if (_list) _list->setTableHost(this);
+}
+
+TableModel::~TableModel() {
+    letGo();
+}
+
+void TableModel::letGo() {
+    if (_list) _list->setTableHost(nullptr);
+    _list = nullptr;
+    _table = nullptr;
+}
+
+int TableModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(_lines.size());
+}
+
+QHash<int, QByteArray> TableModel::roleNames() const {
+    return {{KindRole, "kind"},     {LineIdRole, "lineId"},       {TextRole, "text"}, {PictureRole, "picture"},
+            {UsableRole, "usable"}, {CheckedRole, "marked"},      {OnRole, "isOn"},   {DisclosureRole, "leads"},
+            {InsetRole, "inset"},   {RowHeightRole, "rowHeight"}, {TreeRole, "tree"}, {FirstRole, "first"},
+            {BareRole, "bare"},     {AnimatedRole, "animated"}};
+}
+
+QVariant TableModel::data(const QModelIndex& index, int role) const {
+    if (!isLine(index.row())) return {};
+    const auto position = static_cast<std::size_t>(index.row());
+    TableLine& line = lineAt(index.row());
+    switch (role) {
+        case KindRole:
+            return kindName(line.kind);
+        case LineIdRole:
+            return line.id;
+        case FirstRole:
+            return isFirst(position);
+        case BareRole:
+            return isBare(position);
+        case AnimatedRole:
+            return line.isAnimated;
+        default:
+            return line.isRow() ? rowData(line, role) : role == TextRole ? QVariant(sectionText(line)) : QVariant();
+    }
+}
+
+QVariant TableModel::rowData(TableLine& line, int role) const {
+    static const LiveRow nothing;
+    const LiveRow* shown = liveRow(line);
+    const LiveRow* row = shown ? shown : &nothing;
+    switch (role) {
+        case TextRole:
+            return row->look.label;
+        case PictureRole:
+            return QVariant::fromValue(row->look.icon);
+        case UsableRole:
+            return row->look.isEnabled;
+        case CheckedRole:
+            return row->look.isChecked;
+        case OnRole:
+            return row->look.isOn;
+        case DisclosureRole:
+            return row->look.hasDisclosure;
+        case InsetRole:
+            return row->look.labelInset;
+        case RowHeightRole:
+            return row->look.height;
+        case TreeRole:
+            return QVariant::fromValue(ViewHandle{row->cell, row->revision});
+        default:
+            return {};
+    }
+}
+
+QString TableModel::sectionText(const TableLine& line) const {
+    if (!_table) return {};
+    platform::UITableViewDataSource& source = *_table->dataSource();
+    const auto text = line.kind == Kind::header ? source.tableView_titleForHeaderInSection(*_table, line.path.section)
+                                                : source.tableView_titleForFooterInSection(*_table, line.path.section);
+    return QString::fromStdString(text.value_or(std::string()));
+}
+
+bool TableModel::isFirst(std::size_t line) const {
+    return _lines[line].isRow() ? !isRowAt(line - 1) : _lines[line].path.section == 0;
+}
+
+bool TableModel::isBare(std::size_t line) const {
+    if (_lines[line].kind == Kind::header) return !isRowAt(line + 1);
+    return _lines[line].kind == Kind::footer && !isRowAt(line - 1);
+}
+
+bool TableModel::isRowAt(std::size_t line) const {
+    return line < _lines.size() && _lines[line].isRow();
+}
+
+LiveRow* TableModel::liveRow(TableLine& line) const {
+    if (!line.live && _table) produce(line);
+    return line.live.get();
+}
+
+// In the midst of a change, lines may not have been told their new places yet.
+std::optional<platform::NSIndexPath> TableModel::placeOf(const TableLine& line) const {
+    if (!_list || _list->specifierAtIndexPath(line.path).get() == line.specifier) return line.path;
+    for (const TableLine& each : tableLines(*_table, _list)) {
+        if (each.isRow() && each.specifier == line.specifier) return each.path;
+    }
+    return std::nullopt;
+}
+
+void TableModel::produce(TableLine& line) const {
+    const auto path = placeOf(line);
+    auto cell = path ? _table->produceCellForRowAtIndexPath(*path) : nullptr;
+    if (!cell) return;
+    auto live = std::make_unique<LiveRow>();
+    live->look = RowLook::of(*cell);
+    live->revision = line.live ? line.live->revision + 1 : 0;
+    live->cell = std::move(cell);
+    line.live = std::move(live);
+}
+
+void TableModel::lineLeft(int lineId) {
+    auto line = std::ranges::find(_lines, lineId, &TableLine::id);
+    if (line == _lines.end() || !line->live) return;
+    if (_table && line->kind == Kind::view) _table->enqueueReusableCell(line->live->cell);
+    line->live.reset();
+}
+
+int TableModel::rowBeside(int line, int step) const {
+    int beside = line + step;
+    while (isLine(beside) && !lineAt(beside).isRow())
+        beside += step > 0 ? 1 : -1;
+    return isLine(beside) ? beside : -1;
+}
+
+void TableModel::tap(int line) {
+    if (!_table || !isLine(line) || !lineAt(line).isRow()) return;
+    _table->touchRowAtIndexPath(lineAt(line).path);
+    takeLooks();
+}
+
+void TableModel::moveSwitch(int line, bool on) {
+    if (!_table || !isLine(line)) return;
+    const LiveRow* row = liveRow(lineAt(line));
+    // Held here: what the page does with the change may take the row away.
+    auto cell = row ? std::dynamic_pointer_cast<platform::PSTableCell>(row->cell) : nullptr;
+    if (!cell) return;
+    lineAt(line).isAnimated = true;
+    cell->userMovedSwitch(on);
+    takeLooks();
+}
+
+void TableModel::resize(double width, double height) {
+    if (!_table) return;
+    _table->setFrame({0, 0, width, height});
+    for (std::size_t i = 0; i < _lines.size(); ++i) {
+        LiveRow* row = _lines[i].live.get();
+        if (!row) continue;
+        row->cell->setFrame({0, 0, width, row->cell->frame().height});
+        row->cell->layoutSubviews();
+        ++row->revision;
+        notify(i, i, {TreeRole});
+    }
+}
+
+void TableModel::redrawVisibleRows() {
+    if (!_table) return;
+    for (std::size_t i = 0; i < _lines.size(); ++i) {
+        if (!_lines[i].live) continue;
+        _lines[i].isAnimated = false;
+        produce(_lines[i]);
+        notify(i, i);
+    }
+}
+
+void TableModel::reloadTable(platform::PSListController&) {
+    if (!_table) return;
+    beginResetModel();
+    _lines = tableLines(*_table, _list);
+    for (TableLine& line : _lines)
+        line.id = ++_lastId;
+    endResetModel();
+}
+
+void TableModel::reloadRow(platform::PSListController& page, std::size_t position, bool animated) {
+    const platform::PSSpecifier* specifier = page.specifiers()[position].get();
+    for (std::size_t i = 0; i < _lines.size(); ++i) {
+        TableLine& line = _lines[i];
+        if (line.specifier != specifier) continue;
+        line.isAnimated = animated;
+        if (line.live) produce(line);
+        if (line.live || !line.isRow()) notify(i, i);
+    }
+}
+
+void TableModel::insertRows(platform::PSListController&, std::size_t, Rows, bool animated) {
+    rebuild(animated);
+}
+
+void TableModel::removeRows(platform::PSListController&, std::size_t, Rows, bool animated) {
+    rebuild(animated);
+}
+
+void TableModel::rebuild(bool animated) {
+    if (!_table) return;
+    std::vector<TableLine> lines = tableLines(*_table, _list);
+    const Change change = changeTo(lines);
+    setAnimating(animated);
+    removeLines(change.first, change.lastBefore);
+    insertLines(change.first, lines, change.lastAfter);
+    adoptPlaces(lines);
+    if (_lines.empty()) return;
+    // Rows beside the change may have become the first of their section, or no longer be.
+    const std::size_t before = change.first > 0 ? change.first - 1 : 0;
+    notify(before, std::min(change.lastAfter, _lines.size() - 1), {FirstRole, BareRole});
+}
+
+TableModel::Change TableModel::changeTo(const std::vector<TableLine>& lines) const {
+    auto differs = std::mismatch(_lines.begin(), _lines.end(), lines.begin(), lines.end(), standForSame);
+    const auto first = std::distance(_lines.begin(), differs.first);
+    const auto limit = std::min(std::distance(differs.first, _lines.end()), std::distance(differs.second, lines.end()));
+    auto same = std::mismatch(_lines.rbegin(), std::next(_lines.rbegin(), limit), lines.rbegin(), standForSame);
+    const auto kept = static_cast<std::size_t>(std::distance(_lines.rbegin(), same.first));
+    return {static_cast<std::size_t>(first), _lines.size() - kept, lines.size() - kept};
+}
+
+void TableModel::removeLines(std::size_t first, std::size_t last) {
+    if (first == last) return;
+    beginRemoveRows({}, static_cast<int>(first), static_cast<int>(last) - 1);
+    _lines.erase(_lines.begin() + offset(first), _lines.begin() + offset(last));
+    endRemoveRows();
+}
+
+void TableModel::insertLines(std::size_t first, std::vector<TableLine>& lines, std::size_t last) {
+    if (first == last) return;
+    std::vector<TableLine> inserted;
+    for (std::size_t i = first; i < last; ++i) {
+        TableLine& line = inserted.emplace_back();
+        line.kind = lines[i].kind;
+        line.path = lines[i].path;
+        line.specifier = lines[i].specifier;
+        line.id = ++_lastId;
+    }
+    beginInsertRows({}, static_cast<int>(first), static_cast<int>(last) - 1);
+    _lines.insert(_lines.begin() + offset(first), std::make_move_iterator(inserted.begin()),
+                  std::make_move_iterator(inserted.end()));
+    endInsertRows();
+}
+
+void TableModel::adoptPlaces(const std::vector<TableLine>& lines) {
+    for (std::size_t i = 0; i < _lines.size(); ++i)
+        _lines[i].path = lines[i].path;
+}
+
+void TableModel::setAnimating(bool animating) {
+    if (_isAnimating == animating) return;
+    emit settle();
+    _isAnimating = animating;
+    emit animatingChanged();
+}
+
+void TableModel::takeLook(std::size_t line) {
+    LiveRow* row = _lines[line].live.get();
+    if (!row) return;
+    RowLook look = RowLook::of(*row->cell);
+    if (look == row->look) return;
+    row->look = std::move(look);
+    ++row->revision;
+    notify(line, line);
+}
+
+// A page may change the cells on its screen without telling the table.
+void TableModel::takeLooks() {
+    for (std::size_t i = 0; i < _lines.size(); ++i)
+        takeLook(i);
+}
+
+void TableModel::notify(std::size_t first, std::size_t last, const QList<int>& roles) {
+    emit dataChanged(index(static_cast<int>(first)), index(static_cast<int>(last)), roles);
+}
+
+}  // namespace hosts::desktop

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QtQml/qqmlregistration.h>
+#include <QAbstractListModel>
+#include <optional>
+#include <vector>
+
+#include "hosts/desktop/model/table_line.h"
+#include "platform/list/table_host.h"
+
+namespace hosts::desktop {
+
+/// A page's table, line by line. A row's cell is produced when the row's delegate first asks what it
+/// shows, and kept until the delegate says that it has gone.
+class TableModel : public QAbstractListModel, public platform::TableHost {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("A page has its table")
+    /// Whether lines that come and go are to be seen doing so.
+    Q_PROPERTY(bool animating READ isAnimating NOTIFY animatingChanged)
+
+public:
+    enum Role {
+        KindRole = Qt::UserRole,  ///< "header", "footer", "switch", "link", "item" or "view"
+        LineIdRole,
+        TextRole,  ///< a row's label, a section's title or footer
+        PictureRole,
+        UsableRole,
+        CheckedRole,
+        OnRole,
+        DisclosureRole,
+        InsetRole,
+        RowHeightRole,
+        TreeRole,
+        FirstRole,    ///< the first row of its section, or a line of the first section
+        BareRole,     ///< a header or footer of a section without rows
+        AnimatedRole  ///< whether the last change is to be seen happening
+    };
+
+    /// Both outlive the model, or are let go first. `list` is the page when it is a list of rows.
+    TableModel(platform::UITableView& table, platform::PSListController* list);
+    ~TableModel() override;
+
+    /// From here on the model shows what it has shown last, and nothing reaches the page.
+    void letGo();
+
+    bool isAnimating() const { return _isAnimating; }
+
+    int rowCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+    /// The row's delegate has gone; its cell may go too.
+    Q_INVOKABLE void lineLeft(int lineId);
+    /// The row nearest to a line, going by the step, which is not the line itself; -1 for none.
+    Q_INVOKABLE int rowBeside(int line, int step) const;
+
+    /// A finger on the row.
+    Q_INVOKABLE void tap(int line);
+    /// The row's switch moved.
+    Q_INVOKABLE void moveSwitch(int line, bool on);
+
+    /// The table's new width in points; the height goes along for those who ask.
+    void resize(double width, double height);
+
+    /// Produces the cells on the screen again.
+    void redrawVisibleRows();
+
+    void reloadTable(platform::PSListController& page) override;
+    void reloadRow(platform::PSListController& page, std::size_t position, bool animated) override;
+    void insertRows(platform::PSListController& page, std::size_t position, Rows rows, bool animated) override;
+    void removeRows(platform::PSListController& page, std::size_t position, Rows rows, bool animated) override;
+
+signals:
+    void animatingChanged();
+    /// Changes so far are to be laid out now: those that follow are of another kind.
+    void settle();
+
+private:
+    /// The lines [first, last) of the old table that make room for the new one's.
+    struct Change {
+        std::size_t first;
+        std::size_t lastBefore;
+        std::size_t lastAfter;
+    };
+
+    void rebuild(bool animated);
+    Change changeTo(const std::vector<TableLine>& lines) const;
+    void removeLines(std::size_t first, std::size_t last);
+    void insertLines(std::size_t first, std::vector<TableLine>& lines, std::size_t last);
+    void adoptPlaces(const std::vector<TableLine>& lines);
+    void setAnimating(bool animating);
+
+    bool isLine(int line) const { return line >= 0 && static_cast<std::size_t>(line) < _lines.size(); }
+    TableLine& lineAt(int line) const { return _lines[static_cast<std::size_t>(line)]; }
+    LiveRow* liveRow(TableLine& line) const;
+    void produce(TableLine& line) const;
+    void takeLook(std::size_t line);
+    void takeLooks();
+    void notify(std::size_t first, std::size_t last, const QList<int>& roles = {});
+
+    QVariant rowData(TableLine& line, int role) const;
+    QString sectionText(const TableLine& line) const;
+    bool isFirst(std::size_t line) const;
+    bool isBare(std::size_t line) const;
+    bool isRowAt(std::size_t line) const;
+    std::optional<platform::NSIndexPath> placeOf(const TableLine& line) const;
+
+    platform::UITableView* _table;
+    platform::PSListController* _list;
+    /// Asking what a row shows produces its cell.
+    mutable std::vector<TableLine> _lines;
+    int _lastId = 0;
+    bool _isAnimating = false;
+};
+
+}  // namespace hosts::desktop

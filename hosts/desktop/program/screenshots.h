@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "hosts/desktop/program/options.h"
+#include "hosts/linux/opened_phone.h"
+
+namespace hosts::desktop {
+
+/// To be called before the application object is made: from here on Qt draws into memory, at the
+/// device's own scale, and needs no display.
+void prepareForScreenshots(const DeviceShape& device);
+
+/// Draws every page that a link leads to, and every composer that a page presents, into PNG files of
+/// the device's size in the folder `options.screenshots`, which is made when it is missing. Pages that
+/// are longer than the screen go on in further files. Nothing of the phone is changed. False, with
+/// one line in `error`, when that does not work.
+bool takeScreenshots(OpenedPhone& phone, const Options& options, std::string& error);
+
+}  // namespace hosts::desktop

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QFileSystemWatcher>
+#include <QObject>
+#include <QTimer>
+#include <string>
+#include <vector>
+
+#include "hosts/desktop/program/noted_files.h"
+
+namespace hosts::desktop {
+
+/// Tells when another process has changed one of the pane's files.
+class SettingsWatch : public QObject {
+    Q_OBJECT
+
+public:
+    /// `paths` are the phone's; `phoneFolder` is where its root lies on this machine. `files` outlives
+    /// the object.
+    SettingsWatch(NotedFiles& files, std::string phoneFolder, std::vector<std::string> paths);
+
+signals:
+    void changed();
+
+private:
+    void watchAll();
+    void watch(const std::string& path);
+    void look();
+
+    NotedFiles& _files;
+    std::string _phoneFolder;
+    std::vector<std::string> _paths;
+    QFileSystemWatcher _watcher;
+    /// Gathers the several reports that one change of a folder makes.
+    QTimer _soon;
+};
+
+}  // namespace hosts::desktop

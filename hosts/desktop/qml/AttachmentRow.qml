@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Trivel3.Settings
+
+/// A file that goes with an e-mail.
+Item {
+    id: attachment
+
+    property string name: ""
+    property string note: ""
+
+    width: parent ? parent.width : 0
+    height: 60
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: qsTr("Attachment %1, %2").arg(name).arg(note)
+
+    Glyph {
+        x: Theme.margin + 4
+        anchors.verticalCenter: parent.verticalCenter
+        width: 13
+        height: 28
+        shape: Glyph.Paperclip
+        stroke: 1.75
+        color: Theme.tint
+    }
+    Text {
+        x: Theme.margin + 32
+        y: 11
+        width: parent.width - x - Theme.margin
+        text: attachment.name
+        textFormat: Text.PlainText
+        elide: Text.ElideMiddle
+        font.pixelSize: Theme.textSize
+        color: Theme.text
+        Accessible.ignored: true
+    }
+    Text {
+        x: Theme.margin + 32
+        y: 33
+        width: parent.width - x - Theme.margin
+        text: attachment.note
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        font.pixelSize: Theme.smallSize
+        color: Theme.secondary
+        Accessible.ignored: true
+    }
+    Hairline {
+        anchors.bottom: parent.bottom
+        x: Theme.margin
+        width: parent.width - x
+    }
+}

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+/// Something to touch in a bar: a text, or what is put into it.
+FocusScope {
+    id: button
+
+    property string text: ""
+    property string name: text
+    property bool bold: false
+    property color color: Theme.tint
+    default property alias contents: holder.data
+    signal activated
+
+    implicitWidth: label.visible ? label.implicitWidth : holder.childrenRect.width
+    implicitHeight: Theme.barHeight
+    activeFocusOnTab: enabled
+    opacity: !enabled ? 0.4 : touch.pressed ? 0.3 : 1
+
+    Accessible.role: Accessible.Button
+    Accessible.name: name
+    Accessible.onPressAction: activated()
+
+    Keys.onReturnPressed: activated()
+    Keys.onEnterPressed: activated()
+    Keys.onSpacePressed: activated()
+
+    Text {
+        id: label
+        visible: text !== ""
+        anchors.verticalCenter: parent.verticalCenter
+        text: button.text
+        textFormat: Text.PlainText
+        width: Math.min(implicitWidth, button.width)
+        elide: Text.ElideRight
+        font.pixelSize: Theme.titleSize
+        font.weight: button.bold ? Font.DemiBold : Font.Normal
+        color: button.color
+        Accessible.ignored: true
+    }
+    Item {
+        id: holder
+        anchors.fill: parent
+    }
+    MouseArea {
+        id: touch
+        anchors.fill: parent
+        anchors.margins: -8
+        onClicked: button.activated()
+    }
+    FocusFrame {
+        anchors.margins: -5
+        anchors.topMargin: 5
+        anchors.bottomMargin: 5
+        active: button.activeFocus
+    }
+}

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Trivel3.Settings
+
+/// A page of the stack with its part of the bar, as it comes, is seen, is covered and goes.
+FocusScope {
+    id: item
+
+    required property Page page
+    required property Navigation navigation
+
+    // From -1, beneath the page that is seen, over 0, seen, to 1, off to the right.
+    property real slide: page.place
+    readonly property bool isSeen: page.place === 0
+
+    Behavior on slide {
+        enabled: item.page.animated && Theme.pushTime > 0
+        NumberAnimation {
+            id: slideMotion
+            duration: Theme.pushTime
+            easing.type: Easing.OutCubic
+        }
+    }
+    onSlideChanged: if (slide === 1 && page.place === 1) navigation.pageLeft(page)
+
+    visible: slide > -1 && slide < 1
+    enabled: isSeen
+    Accessible.ignored: !isSeen
+    onIsSeenChanged: if (isSeen) table.forceActiveFocus()
+    Component.onCompleted: if (isSeen) table.forceActiveFocus()
+
+    Item {
+        x: (item.slide > 0 ? item.slide : item.slide * 0.3) * parent.width
+        y: Theme.barHeight
+        width: parent.width
+        height: parent.height - y
+
+        Rectangle {
+            anchors.fill: parent
+            color: Theme.page
+        }
+        TablePage {
+            id: table
+            anchors.fill: parent
+            page: item.page
+            focus: true
+            interactive: item.isSeen
+        }
+        // The page that comes over this one shades it.
+        Rectangle {
+            anchors.fill: parent
+            color: "#000000"
+            opacity: item.slide < 0 ? -item.slide * 0.12 : 0
+            visible: opacity > 0
+        }
+        Rectangle {
+            x: -width
+            width: 6
+            height: parent.height
+            visible: item.slide > 0
+            gradient: Gradient {
+                orientation: Gradient.Horizontal
+                GradientStop { position: 0; color: "#00000000" }
+                GradientStop { position: 1; color: "#22000000" }
+            }
+        }
+    }
+
+    PageBar {
+        width: parent.width
+        page: item.page
+        slide: item.slide
+        onBackWanted: item.navigation.back()
+    }
+}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+/// What stands below a section's rows: its footer text if there is one, and the gap before the next.
+Item {
+    id: footer
+
+    required property string text
+    required property bool bare
+    required property bool animated
+
+    width: ListView.view ? ListView.view.width : 0
+    height: words.visible ? Theme.textGap + words.height + Theme.gap - 12 : Theme.gap
+
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+    Accessible.ignored: text === ""
+
+    Behavior on height {
+        enabled: footer.animated
+        NumberAnimation {
+            duration: Theme.rowTime
+            easing.type: Easing.InOutQuad
+        }
+    }
+    onTextChanged: if (animated && Theme.rowTime > 0) fadeIn.restart()
+
+    Hairline {
+        width: parent.width
+        visible: !footer.bare
+    }
+    Text {
+        id: words
+        x: Theme.margin
+        y: Theme.textGap
+        width: parent.width - 2 * Theme.margin
+        visible: text !== ""
+        text: footer.text
+        textFormat: Text.PlainText
+        wrapMode: Text.WordWrap
+        font.pixelSize: Theme.footerSize
+        color: Theme.secondary
+        Accessible.ignored: true
+        NumberAnimation on opacity {
+            id: fadeIn
+            running: false
+            from: 0
+            to: 1
+            duration: Theme.rowTime
+        }
+    }
+}

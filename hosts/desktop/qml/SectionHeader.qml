@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+/// What stands above a section's rows: its title, or the gap that keeps sections apart.
+Item {
+    id: header
+
+    required property string text
+    required property bool first
+    required property bool bare
+
+    width: ListView.view ? ListView.view.width : 0
+    height: text === "" ? (first ? Theme.firstGap : 0)
+                        : (first ? Theme.firstGap - Theme.headerAbove + 20 : 4) + Theme.textGap + title.height
+
+    Accessible.role: Accessible.Heading
+    Accessible.name: text
+    Accessible.ignored: text === ""
+
+    Text {
+        id: title
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Theme.textGap - 1
+        x: Theme.margin
+        width: parent.width - 2 * Theme.margin
+        visible: text !== ""
+        text: header.text
+        textFormat: Text.PlainText
+        wrapMode: Text.WordWrap
+        font.pixelSize: Theme.headerSize
+        font.capitalization: Font.AllUppercase
+        color: Theme.secondary
+        Accessible.ignored: true
+    }
+    Hairline {
+        anchors.bottom: parent.bottom
+        width: parent.width
+        visible: !header.bare
+    }
+}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+/// The bar of a sheet: cancel on the left, the title, and what finishes the sheet on the right.
+Item {
+    id: bar
+
+    property string title: ""
+    property string finishText: ""
+    property bool canFinish: true
+    property alias finishButton: finish
+    signal cancelled
+    signal finished
+
+    height: Theme.barHeight
+
+    BarButton {
+        id: cancel
+        x: Theme.margin
+        text: qsTr("Cancel")
+        onActivated: bar.cancelled()
+    }
+    Text {
+        readonly property real side: Math.max(cancel.width, finish.width) + 2 * Theme.margin
+        x: (parent.width - width) / 2
+        width: Math.min(implicitWidth, parent.width - 2 * side)
+        height: parent.height
+        verticalAlignment: Text.AlignVCenter
+        text: bar.title
+        textFormat: Text.PlainText
+        elide: Text.ElideRight
+        font.pixelSize: Theme.titleSize
+        font.weight: Font.DemiBold
+        color: Theme.text
+        Accessible.role: Accessible.Heading
+        Accessible.name: bar.title
+    }
+    BarButton {
+        id: finish
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.margin
+        text: bar.finishText
+        bold: true
+        enabled: bar.canFinish
+        onActivated: bar.finished()
+    }
+    Hairline {
+        anchors.bottom: parent.bottom
+        width: parent.width
+        color: Theme.barLine
+    }
+}

@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Trivel3.Settings
+
+/// The window's content: the stack of pages under one bar, and what is presented over them.
+FocusScope {
+    id: shell
+
+    required property Navigation navigation
+    property bool dark: false
+    property bool reducedMotion: false
+    property bool showsFocus: false
+
+    focus: true
+
+    Binding { target: Theme; property: "dark"; value: shell.dark }
+    Binding { target: Theme; property: "reducedMotion"; value: shell.reducedMotion }
+    Binding { target: Theme; property: "showsFocus"; value: shell.showsFocus }
+    Binding { target: Theme; property: "hairline"; value: 1 / Screen.devicePixelRatio }
+
+    readonly property size pageSize: Qt.size(width, height - Theme.barHeight)
+    onPageSizeChanged: navigation.resize(pageSize)
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.page
+    }
+    Rectangle {
+        width: parent.width
+        height: Theme.barHeight
+        color: Theme.bar
+    }
+
+    FocusScope {
+        id: pages
+        anchors.fill: parent
+        focus: true
+        enabled: !shell.navigation.composerShown && shell.navigation.message === ""
+
+        Repeater {
+            model: shell.navigation
+            PageItem {
+                anchors.fill: parent
+                navigation: shell.navigation
+            }
+        }
+    }
+    Hairline {
+        y: Theme.barHeight - height
+        width: parent.width
+        color: Theme.barLine
+    }
+
+    // Neither is needed, nor loaded, before a page asks for it.
+    Loader {
+        id: composer
+        anchors.fill: parent
+        readonly property bool wanted: shell.navigation.composer !== null
+        onWantedChanged: {
+            if (wanted) return setSource("ComposerSheet.qml", { navigation: shell.navigation })
+            source = ""
+            pages.forceActiveFocus()
+        }
+    }
+    Loader {
+        id: message
+        anchors.fill: parent
+        readonly property bool wanted: shell.navigation.message !== ""
+        onWantedChanged: {
+            if (wanted) return setSource("MessageBox.qml", { text: shell.navigation.message })
+            source = ""
+            pages.forceActiveFocus()
+        }
+        Connections {
+            target: message.item
+            function onRead() { shell.navigation.messageRead() }
+        }
+    }
+
+    Shortcut {
+        sequences: ["Escape", "Alt+Left", StandardKey.Back]
+        enabled: !shell.navigation.composerShown && shell.navigation.message === ""
+        onActivated: shell.navigation.back()
+    }
+    Shortcut {
+        sequences: [StandardKey.Quit, StandardKey.Close]
+        onActivated: Qt.quit()
+    }
+
+    // The mouse's own way back.
+    MouseArea {
+        anchors.fill: parent
+        z: 10
+        acceptedButtons: Qt.BackButton
+        onClicked: shell.navigation.back()
+    }
+}

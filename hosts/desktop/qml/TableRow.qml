@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Trivel3.Settings
+
+/// What every row has: its ground, the line above it, the answer to touches and keys, its name for
+/// those who cannot see it. Rows of each kind build on it.
+Item {
+    id: row
+
+    required property int index
+    required property int lineId
+    required property string text
+    required property bool usable
+    required property bool first
+    required property real inset
+    required property real rowHeight
+    required property bool animated
+    required property Item table
+
+    /// What a finger, Enter or Space does.
+    signal activated
+
+    readonly property bool isCurrent: table.activeFocus && ListView.isCurrentItem
+    property alias pressed: touch.pressed
+    /// Whether a touch anywhere on the row is meant for the row.
+    property bool answersTouch: true
+
+    width: ListView.view ? ListView.view.width : 0
+    height: rowHeight
+
+    Accessible.name: text
+    Accessible.focusable: true
+    Accessible.focused: isCurrent
+    Accessible.onPressAction: row.activated()
+
+    Component.onDestruction: row.table.model.lineLeft(row.lineId)
+
+    Rectangle {
+        anchors.fill: parent
+        color: touch.pressed && row.usable && row.answersTouch ? Theme.rowPressed : Theme.row
+        Behavior on color {
+            enabled: !touch.pressed
+            ColorAnimation { duration: Theme.fadeTime }
+        }
+    }
+
+    Hairline {
+        visible: !row.first
+        x: row.inset
+        width: parent.width - x
+    }
+
+    MouseArea {
+        id: touch
+        anchors.fill: parent
+        onPressed: {
+            row.table.currentIndex = row.index
+            row.table.forceActiveFocus()
+        }
+        onClicked: if (row.answersTouch) row.activated()
+    }
+
+    FocusFrame {
+        anchors.margins: 2
+        active: row.isCurrent
+        z: 1
+    }
+}
