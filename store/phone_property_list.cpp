@@ -3,8 +3,6 @@
 
 #include <string>
 
-#include "platform/foundation/property_list.h"
-
 namespace trivel3 {
 
 std::optional<platform::Dictionary> readPhoneDictionary(const platform::FileSystem& files, std::string_view path) {
@@ -20,6 +18,13 @@ std::optional<platform::Value> readPhoneDictionaryEntry(const platform::FileSyst
     std::string bytes;
     if (!files.readFile(path, bytes)) return std::nullopt;
     return platform::lookUpRootKey(bytes, key).value;
+}
+
+platform::PropertyListNestedLookup lookUpPhoneDictionaryEntry(const platform::FileSystem& files, std::string_view path,
+                                                              std::string_view outerKey, std::string_view innerKey) {
+    std::string bytes;
+    if (!files.readFile(path, bytes)) return {};
+    return platform::lookUpNestedKey(bytes, outerKey, innerKey);
 }
 
 void writePhoneDictionary(platform::FileSystem& files, std::string_view path, const platform::Dictionary& content) {

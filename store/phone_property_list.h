@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/foundation/property_list.h"
 #include "platform/foundation/value.h"
 #include "platform/services/file_system.h"
 
@@ -17,6 +18,11 @@ std::optional<platform::Dictionary> readPhoneDictionary(const platform::FileSyst
 /// One entry of the file.
 std::optional<platform::Value> readPhoneDictionaryEntry(const platform::FileSystem& files, std::string_view path,
                                                         std::string_view key);
+
+/// One entry of a dictionary that is itself an entry of the file, and what stands in its way when there
+/// is none. A file that cannot be read counts as malformed.
+platform::PropertyListNestedLookup lookUpPhoneDictionaryEntry(const platform::FileSystem& files, std::string_view path,
+                                                              std::string_view outerKey, std::string_view innerKey);
 
 /// Replaces the file atomically, as XML. A dictionary that XML cannot say leaves the file as it is.
 void writePhoneDictionary(platform::FileSystem& files, std::string_view path, const platform::Dictionary& content);

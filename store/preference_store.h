@@ -4,6 +4,7 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/foundation/property_list.h"
 #include "platform/foundation/value.h"
 #include "platform/services/platform.h"
 
@@ -31,6 +32,10 @@ public:
 
     /// The file's value, without a default.
     std::optional<platform::Value> storedValueForKey(std::string_view key) const;
+
+    /// What the file holds under `entry` of the dictionary that it holds under `key`, for dictionaries
+    /// that are too large to be made for the sake of one entry.
+    platform::PropertyListNestedLookup storedEntryForKey(std::string_view key, std::string_view entry) const;
 
 private:
     platform::Dictionary currentContent() const;
