@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+
+#include "hosts/linux/app_list/installed_application.h"
+#include "platform/services/file_system.h"
+
+namespace hosts {
+
+/// By bundle identifier, in the order of its bytes.
+using InstalledApplications = std::map<std::string, InstalledApplication, std::less<>>;
+
+/// Finds the applications of the phone: the system's own in "/Applications", and the user's in the
+/// folders in which one system version or another keeps them, each in a folder of its own. Of two
+/// with one identifier, the first that is found counts: the system's before the user's, then in the
+/// order of their paths.
+///
+/// An application of `known`, what was found before, is taken over as it is when its folder is still
+/// there: a phone gives a changed application a new one.
+InstalledApplications findInstalledApplications(const platform::FileSystem& files, const platform::UIDevice& device,
+                                                InstalledApplications known = {});
+
+}  // namespace hosts

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/services/file_system.h"
+
+namespace hosts {
+
+/// How much one piece of work may take from the phone before everything else reads as missing.
+struct FileRation {
+    std::size_t calls;  ///< files and folders asked for, there or not
+    std::size_t names;  ///< names listed, in all folders together
+    std::size_t bytes;  ///< bytes read, of all files together
+};
+
+/// The phone's file system for one piece of work. A phone may hold anything, a folder of links to
+/// itself for one: a ration keeps the work short, whatever is there.
+class RationedFiles {
+public:
+    RationedFiles(const platform::FileSystem& files, const FileRation& ration) : _files(files), _left(ration) {}
+
+    /// As `FileSystem::readFile`.
+    bool readFile(std::string_view path, std::string& contents, std::size_t limit);
+
+    /// As `FileSystem::listFolder`. The folder that exceeds the ration reads as empty.
+    std::vector<std::string> listFolder(std::string_view path);
+
+private:
+    bool takeCall();
+
+    const platform::FileSystem& _files;
+    FileRation _left;
+};
+
+}  // namespace hosts
