@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+// A process that dies while it stores ticks loses none that it has told of, and spoils nothing.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <chrono>
+#include <filesystem>
+#include <new>
+#include <random>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "pane.h"
+
+namespace application_pages_test {
+namespace {
+
+using platform::Dictionary;
+using platform::Value;
+
+constexpr int taps = 1000;
+constexpr int applications = 7;
+
+std::string identifierOf(int application) {
+    return "com.example.application" + std::to_string(application);
+}
+
+/// The ticks after so many taps, which go round the applications.
+Value ticksAfter(int tapCount) {
+    Dictionary ticks;
+    for (int tap = 0; tap < tapCount; ++tap)
+        ticks.set(identifierOf(tap % applications), tap / applications % 2 == 0);
+    return ticks.empty() ? Value() : Value(ticks);
+}
+
+/// A number that parent and child both see.
+class SharedCounter {
+public:
+    SharedCounter()
+        : _memory(::mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)),
+          _counter(new (_memory) std::atomic<int>(0)) {}
+    SharedCounter(const SharedCounter&) = delete;
+    SharedCounter& operator=(const SharedCounter&) = delete;
+    ~SharedCounter() { ::munmap(_memory, sizeof(std::atomic<int>)); }
+
+    std::atomic<int>& operator*() { return *_counter; }
+
+private:
+    void* _memory;
+    std::atomic<int>* _counter;
+};
+
+/// Taps rows until all is done or somebody kills this process, and counts the taps that are done.
+int tapRows(Pane& pane, const TickPage& page, std::atomic<int>& done) {
+    for (int tap = done; tap < taps; ++tap) {
+        pane.screen.tap({page.firstApplicationSection, static_cast<std::size_t>(tap % applications)});
+        done = tap + 1;
+    }
+    return 0;
+}
+
+int waitFor(pid_t child) {
+    int status = 0;
+    while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    return status;
+}
+
+class TickSurvival : public testing::TestWithParam<TickPage> {
+protected:
+    TickSurvival() {
+        EXPECT_TRUE(app_list_test::loadAppList(pane));
+        for (int application = 0; application < applications; ++application)
+            app_list_test::installSystem(pane.phone, identifierOf(application), "App " + std::to_string(application));
+        if (GetParam().file == settingsFile) pane.phone.put(settingsFile, Dictionary{{"MultiCenter", false}});
+        pane.openQuietly(GetParam().className);
+    }
+
+    Pane pane;
+};
+
+INSTANTIATE_TEST_SUITE_P(OnBothPages, TickSurvival, testing::Values(closeAllApps, exceptions));
+
+TEST_P(TickSurvival, leavesTheOldStateOrTheNewOneWheneverTheProcessDies) {
+    std::mt19937 random{20261121};
+    std::uniform_int_distribution<int> lifetimes{0, 30'000};
+    SharedCounter done;
+    int deaths = 0;
+    while (*done < taps) {
+        const pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) ::_exit(tapRows(pane, GetParam(), *done));
+        std::this_thread::sleep_for(std::chrono::microseconds(lifetimes(random)));
+        ::kill(child, SIGKILL);
+        deaths += WIFSIGNALED(waitFor(child)) ? 1 : 0;
+
+        const Value found = pane.ticks(GetParam());
+        const int toldOf = *done;
+        ASSERT_TRUE(found == ticksAfter(toldOf) || found == ticksAfter(toldOf + 1)) << toldOf << " taps:\n" << found;
+        if (found != ticksAfter(toldOf)) *done = toldOf + 1;
+    }
+    EXPECT_EQ(pane.ticks(GetParam()), ticksAfter(taps));
+    if (GetParam().file == settingsFile) {
+        EXPECT_EQ(*pane.content(settingsFile).dictionary()->find("MultiCenter"), Value(false));
+    }
+    EXPECT_GT(deaths, 10);
+}
+
+TEST_P(TickSurvival, leavesNoLitterBehindOnceATickSucceeds) {
+    SharedCounter done;
+    for (int death = 0; death < 30; ++death) {
+        const pid_t child = ::fork();
+        ASSERT_GE(child, 0);
+        if (child == 0) ::_exit(tapRows(pane, GetParam(), *done));
+        std::this_thread::sleep_for(std::chrono::milliseconds(death % 7));
+        ::kill(child, SIGKILL);
+        waitFor(child);
+    }
+    pane.screen.tap("App 0");
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(pane.phone.machinePath(GetParam().file).parent_path()))
+        names.push_back(entry.path().filename());
+    EXPECT_THAT(names, testing::ElementsAre(std::filesystem::path(GetParam().file).filename().string()));
+}
+
+}  // namespace
+}  // namespace application_pages_test
