@@ -1,0 +1,138 @@
+// SPDX-License-Identifier: MIT
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+
+#include "binary_file.h"
+#include "platform/foundation/property_list.h"
+
+namespace {
+
+using namespace platform;
+
+std::string written(const Value& value) {
+    const PropertyListWriting writing = writeBinaryPropertyList(value);
+    return writing ? *writing.bytes : "refused: " + writing.reason;
+}
+
+/// The one object of a file that holds nothing else.
+std::string object(const Value& value) {
+    const std::string bytes = written(value);
+    const std::size_t around = 8 + 1 + 32;
+    return bytes.size() > around ? bytes.substr(8, bytes.size() - around) : bytes;
+}
+
+std::size_t objectCount(const Value& value) {
+    const std::string bytes = written(value);
+    return static_cast<unsigned char>(bytes[bytes.size() - 17]) +
+           256u * static_cast<unsigned char>(bytes[bytes.size() - 18]);
+}
+
+Value nested(std::size_t depth, Value innermost) {
+    for (std::size_t level = 0; level < depth; ++level)
+        innermost = Array{std::move(innermost)};
+    return innermost;
+}
+
+TEST(BinaryWriting, writesIntegersInAsFewBytesAsHoldThem) {
+    EXPECT_EQ(object(0), hex("10 00"));
+    EXPECT_EQ(object(255), hex("10 FF"));
+    EXPECT_EQ(object(256), hex("11 0100"));
+    EXPECT_EQ(object(65535), hex("11 FFFF"));
+    EXPECT_EQ(object(65536), hex("12 00010000"));
+    EXPECT_EQ(object(std::int64_t{4294967295}), hex("12 FFFFFFFF"));
+    EXPECT_EQ(object(std::int64_t{4294967296}), hex("13 0000000100000000"));
+    EXPECT_EQ(object(std::numeric_limits<std::int64_t>::max()), hex("13 7FFFFFFFFFFFFFFF"));
+    EXPECT_EQ(object(-1), hex("13 FFFFFFFFFFFFFFFF"));
+    EXPECT_EQ(object(std::uint64_t{1} << 63), hex("14 0000000000000000 8000000000000000"));
+}
+
+TEST(BinaryWriting, writesEachKind) {
+    EXPECT_EQ(object(Null()), hex("00"));
+    EXPECT_EQ(object(false), hex("08"));
+    EXPECT_EQ(object(true), hex("09"));
+    EXPECT_EQ(object(1.5), hex("23 3FF8000000000000"));
+    EXPECT_EQ(object(Date{1.5}), hex("33 3FF8000000000000"));
+    EXPECT_EQ(object(Uid{5}), hex("80 05"));
+    EXPECT_EQ(object(Uid{0x10000}), hex("83 00010000"));
+    EXPECT_EQ(object(Data{std::byte{1}, std::byte{2}}), hex("42 0102"));
+    EXPECT_EQ(object(""), hex("50"));
+    EXPECT_EQ(object("abc"), "Sabc");
+    EXPECT_EQ(object("aé"), hex("62 0061 00E9"));
+    EXPECT_EQ(object("\xF0\x9F\x98\x80"), hex("62 D83D DE00"));
+    EXPECT_EQ(object(Array()), hex("A0"));
+    EXPECT_EQ(object(Set()), hex("C0"));
+    EXPECT_EQ(object(Dictionary()), hex("D0"));
+}
+
+TEST(BinaryWriting, writesLongCountsAsIntegers) {
+    EXPECT_EQ(object(std::string(14, 'x')), hex("5E") + std::string(14, 'x'));
+    EXPECT_EQ(object(std::string(15, 'x')), hex("5F 10 0F") + std::string(15, 'x'));
+    EXPECT_EQ(object(Data(300)).substr(0, 4), hex("4F 11 012C"));
+}
+
+TEST(BinaryWriting, startsWithTheRoot) {
+    EXPECT_EQ(written(Dictionary{{"a", "b"}}), hex("62706C6973743030 D10102 5161 5162 080B0D 000000000000 01 01"
+                                                   "0000000000000003 0000000000000000 000000000000000F"));
+}
+
+TEST(BinaryWriting, writesEqualScalarsOnce) {
+    EXPECT_EQ(objectCount(Array{1, 1, 1}), 2u);
+    EXPECT_EQ(objectCount(Array{"a", "a", Dictionary{{"a", "a"}}}), 3u);
+    EXPECT_EQ(objectCount(Array{Data(2), Data(2)}), 2u);
+    EXPECT_EQ(objectCount(Array{1, 1.0, "1", true, Date{1}, Uid{1}}), 7u);
+    EXPECT_EQ(objectCount(Array{0.0, -0.0}), 3u);
+}
+
+TEST(BinaryWriting, writesSharedContainersOnce) {
+    Value value = "x";
+    for (int count = 0; count < 500; ++count)
+        value = Array{value, value};
+    EXPECT_EQ(objectCount(value), 501u);
+    const PropertyListReading reading = readPropertyList(written(value));
+    ASSERT_TRUE(reading) << reading.error.reason;
+    EXPECT_TRUE(*reading.value == value);
+}
+
+TEST(BinaryWriting, widensReferencesAndOffsetsWithTheFile) {
+    for (const int count : {250, 254, 255, 256, 300, 65534, 65535, 65536, 70000}) {
+        Array numbers;
+        for (int number = 0; number < count; ++number)
+            numbers.push_back(number);
+        const Value value = std::move(numbers);
+        const PropertyListReading reading = readPropertyList(written(value));
+        ASSERT_TRUE(reading) << count << ": " << reading.error.reason;
+        EXPECT_TRUE(*reading.value == value) << count;
+    }
+}
+
+TEST(BinaryWriting, keepsKeysThatAreNoStrings) {
+    Dictionary dictionary{{"a", 1}};
+    dictionary.addOddEntry(5, "b");
+    dictionary.addOddEntry(Null(), Array{});
+    const PropertyListReading reading = readPropertyList(written(dictionary));
+    ASSERT_TRUE(reading) << reading.error.reason;
+    EXPECT_TRUE(*reading.value == Value(dictionary));
+}
+
+TEST(BinaryWriting, refusesWhatCouldNotBeReadAgain) {
+    Dictionary containerKey;
+    containerKey.addOddEntry(Array{}, 1);
+    EXPECT_FALSE(writeBinaryPropertyList(containerKey));
+    EXPECT_FALSE(writeBinaryPropertyList("\xFF"));
+    EXPECT_FALSE(writeBinaryPropertyList(Dictionary{{"\xC3", 1}}));
+    EXPECT_FALSE(writeBinaryPropertyList(Date{std::numeric_limits<double>::infinity()}));
+    EXPECT_TRUE(writeBinaryPropertyList(nested(512, "x")));
+    EXPECT_TRUE(writeBinaryPropertyList(nested(512, Array())));
+    EXPECT_FALSE(writeBinaryPropertyList(nested(513, "x")));
+    EXPECT_FALSE(writeBinaryPropertyList(nested(513, Array())));
+}
+
+TEST(BinaryWriting, countsTheDepthOfSharedContainersAlongEveryPath) {
+    const Value shared = nested(300, "x");
+    EXPECT_TRUE(writeBinaryPropertyList(Array{shared, nested(211, shared)}));
+    EXPECT_FALSE(writeBinaryPropertyList(Array{shared, nested(212, shared)}));
+}
+
+}  // namespace
