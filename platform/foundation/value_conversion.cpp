@@ -34,10 +34,14 @@ std::int64_t leadingInteger(std::string_view text) {
     std::int64_t number = 0;
     for (const char character : digits) {
         if (!isDigit(character)) break;
-        const int digit = negative ? '0' - character : character - '0';
-        if (number > (greatest - digit) / 10 && !negative) return greatest;
-        if (number < (least - digit) / 10 && negative) return least;
-        number = number * 10 + digit;
+        const int digit = character - '0';
+        if (negative) {
+            if (number < (least + digit) / 10) return least;
+            number = number * 10 - digit;
+        } else {
+            if (number > (greatest - digit) / 10) return greatest;
+            number = number * 10 + digit;
+        }
     }
     return number;
 }
