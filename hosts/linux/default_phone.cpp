@@ -14,6 +14,7 @@
 
 #include "hosts/linux/descriptor.h"
 #include "hosts/linux/error_text.h"
+#include "hosts/linux/private_folders.h"
 
 namespace hosts {
 
@@ -45,10 +46,9 @@ void synchronise(const fs::path& path) {
     if (!file.isOpen() || ::fsync(file.get()) != 0) raise("cannot make durable", path, errno);
 }
 
-void makePrivateFolders(const fs::path& folder) {
-    if (fs::exists(folder)) return;
-    makePrivateFolders(folder.parent_path());
-    if (fs::create_directory(folder)) fs::permissions(folder, privateFolder);
+void makeFolders(const fs::path& folder) {
+    std::error_code failure;
+    if (!makePrivateFolders(folder, failure)) throw fs::filesystem_error{"cannot make", folder, failure};
 }
 
 // The sample may be installed read-only; the phone is the user's to change.
@@ -128,7 +128,7 @@ void publish(const fs::path& copy, const fs::path& phone) {
 // copy is sound without it, on file systems that cannot lock a folder.
 void makePhone(const fs::path& phone, const fs::path& sample) {
     const fs::path parent = phone.parent_path();
-    makePrivateFolders(parent);
+    makeFolders(parent);
     const Descriptor folder{::open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
     if (!folder.isOpen()) raise("cannot open", parent, errno);
     const bool alone = lock(folder);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/linux/session_notify_center.h"
 
-#include <dlfcn.h>
+#include "hosts/linux/module_function.h"
 
 namespace hosts {
 
@@ -13,20 +13,14 @@ constexpr int restsPerFailure = 20;
 
 }  // namespace
 
-// The module stays loaded for good: objects that it made may outlive this one.
 bool SessionNotifyCenter::loadModule() {
     if (_bus) return true;
     if (_loadingFailed) return false;
-    void* const module = ::dlopen(_module.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
-    void* const symbol = module == nullptr ? nullptr : ::dlsym(module, makeSessionBusSymbol);
-    if (symbol == nullptr) {
-        const char* const reason = ::dlerror();
-        _lastError = "cannot load the session bus module: " + std::string{reason == nullptr ? _module : reason};
-        _loadingFailed = true;
-        return false;
-    }
-    reinterpret_cast<MakeSessionBus*>(symbol)(_bus);
-    return true;
+    auto* const make =
+        loadFunction<MakeSessionBus>(_module, makeSessionBusSymbol, "the session bus module", _lastError);
+    _loadingFailed = make == nullptr;
+    if (make != nullptr) make(_bus);
+    return make != nullptr;
 }
 
 void SessionNotifyCenter::postNotification(std::string_view name) {
