@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/services/device_query.h"
+#include "platform/services/file_system.h"
+
+namespace hosts {
+
+/// Answers about the phone from what can be known of it on this machine: a property list of answers
+/// (the form that device tools write), kept with the phone or named by the user. What the list lacks
+/// is told by the phone's own files where they do: "ProductVersion" by its system version, and
+/// "DiskUsage" by the file system that its folder lies on. A list that is no property list, no
+/// dictionary or too large answers nothing.
+class DeviceInformation final : public platform::DeviceQuery {
+public:
+    /// The list that is kept with the phone; it is read anew for each answer.
+    static constexpr std::string_view phoneFile = "/device-information.plist";
+
+    /// More bytes than any list of answers has.
+    static constexpr std::size_t fileLimit = std::size_t{4} << 20;
+
+    /// `phoneFolder` is the folder of this machine that stands for the phone's root. `files` outlives
+    /// the object.
+    DeviceInformation(const platform::FileSystem& files, std::string phoneFolder)
+        : _files(files), _phoneFolder(std::move(phoneFolder)) {}
+
+    /// From here on, the file of this machine stands in for the phone's list. It is read now, and
+    /// once. False, with one line in `error` and nothing changed, when it is no list of answers.
+    bool useFile(const std::string& path, std::string& error);
+
+    std::optional<platform::Value> copyAnswer(std::string_view key) override;
+
+    /// What is wrong with the phone's list, in one line; nothing when it is sound, not there, or out
+    /// of use. The answers themselves are silent about it.
+    std::optional<std::string> listProblem() const;
+
+private:
+    std::optional<platform::Value> listedAnswer(std::string_view key) const;
+    std::optional<platform::Value> phoneFileEntry(std::string_view path, std::string_view key) const;
+
+    const platform::FileSystem& _files;
+    std::string _phoneFolder;
+    std::optional<platform::Dictionary> _userList;
+};
+
+/// The storage of the file system that the folder lies on, in bytes and under the platform's names;
+/// nothing when it cannot be told.
+std::optional<platform::Dictionary> diskUsage(const std::string& folder);
+
+}  // namespace hosts
