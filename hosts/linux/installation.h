@@ -14,6 +14,8 @@ struct Installation {
     std::string data;         ///< folder of the data that comes with the program
 
     std::string sessionBusModule() const { return modules + "/libtrivel3dbus.so"; }
+    std::string desktopModule() const { return modules + "/libtrivel3gio.so"; }
+    std::string mailModule() const { return modules + "/libtrivel3mail.so"; }
     std::string samplePhone() const { return data + "/sample-phone"; }
 };
 
