@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// desktop_probe MODULES COMMAND ARGUMENT…: does one thing with the services and prints what came of it.
+#include <sys/resource.h>
+
+#include <csignal>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hosts/linux/mail_sender.h"
+#include "hosts/linux/post_link.h"
+#include "hosts/linux/url_opener.h"
+#include "tests/kit/test_platform.h"
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+using platform::MFMailComposeViewController;
+
+struct Services {
+    explicit Services(const std::string& modules)
+        : desktop(modules + "/libtrivel3gio.so"), mail(modules + "/libtrivel3mail.so", desktop, programs) {}
+
+    hosts::Desktop desktop;
+    hosts::XdgPrograms programs;
+    hosts::UrlOpener opener{desktop, programs};
+    hosts::MailSender mail;
+    kit::TestPlatform platform;
+};
+
+std::string contentOf(const std::string& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// Files grow up to this many bytes, as on a disk that fills up.
+void limitFiles(const std::string& bytes) {
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limit{std::stoul(bytes), std::stoul(bytes)};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+/// "FILE|NAME|TYPE"; without a file, there is no data to attach.
+void attach(MFMailComposeViewController& composer, const std::string& description) {
+    const auto first = description.find('|');
+    const auto second = description.find('|', first + 1);
+    const std::string file = description.substr(0, first);
+    composer.addAttachmentData_mimeType_fileName(file.empty() ? std::nullopt : std::optional(contentOf(file)),
+                                                 description.substr(second + 1),
+                                                 description.substr(first + 1, second - first - 1));
+}
+
+/// "subject=…", "to=…", "attach=…" and "limit=…".
+std::shared_ptr<MFMailComposeViewController> compose(Services& services, const Arguments& arguments) {
+    auto composer = std::make_shared<MFMailComposeViewController>(services.platform.services());
+    std::vector<std::string> recipients;
+    for (const std::string& argument : arguments) {
+        const auto equals = argument.find('=');
+        const std::string name = argument.substr(0, equals);
+        const std::string value = argument.substr(equals + 1);
+        if (name == "subject") composer->setSubject(value);
+        if (name == "to") recipients.push_back(value);
+        if (name == "attach") attach(*composer, value);
+        if (name == "limit") limitFiles(value);
+    }
+    composer->setToRecipients(recipients);
+    return composer;
+}
+
+void tell(const hosts::MailHandOver& outcome) {
+    std::cout << "program: " << outcome.program.value_or("") << "\ndraft: " << outcome.draft.value_or("")
+              << "\nerror: " << outcome.error << "\n";
+}
+
+void canOpen(Services& services, const Arguments& arguments) {
+    std::cout << (services.opener.canOpenURL(arguments.at(0)) ? "yes" : "no") << "\n";
+}
+
+void open(Services& services, const Arguments& arguments) {
+    const bool opened = services.opener.openURL(arguments.at(0));
+    std::cout << (opened ? "opened" : "refused") << "\n" << services.opener.lastError() << "\n";
+}
+
+void handler(Services& services, const Arguments& arguments) {
+    std::cout << services.desktop.handlerOfType(arguments.at(0)).value_or("(none)") << "\n";
+}
+
+void post(Services& services, const Arguments& arguments) {
+    const auto outcome = hosts::handOverPost(arguments.at(0), arguments.at(1), services.opener);
+    std::cout << outcome.address << "\n" << outcome.error << "\n";
+}
+
+void draft(Services& services, const Arguments& arguments) {
+    tell(services.mail.saveDraft(*compose(services, arguments)));
+}
+
+void send(Services& services, const Arguments& arguments) {
+    tell(services.mail.send(*compose(services, arguments)));
+}
+
+/// What a program does when the user changes their mind: nothing but end the composer.
+void cancel(Services& services, const Arguments& arguments) {
+    compose(services, arguments)->finish(platform::MFMailComposeResult::cancelled);
+}
+
+const std::map<std::string_view, void (*)(Services&, const Arguments&)> commands{
+    {"can-open", canOpen}, {"open", open}, {"handler", handler}, {"post", post},
+    {"draft", draft},      {"send", send}, {"cancel", cancel},
+};
+
+}  // namespace
+
+int main(int count, char** values) {
+    const Arguments arguments(values + 1, values + count);
+    Services services(arguments.at(0));
+    commands.at(arguments.at(1))(services, Arguments(arguments.begin() + 2, arguments.end()));
+    return 0;
+}
