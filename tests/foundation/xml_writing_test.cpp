@@ -183,6 +183,8 @@ TEST(XmlWriting, refusesWhatXmlCannotSay) {
 TEST(XmlWriting, refusesWhatIsTooDeepToBeReadAgain) {
     EXPECT_TRUE(isWritable(nested(512, "x")));
     EXPECT_TRUE(isWritable(nested(512, Array())));
+    EXPECT_TRUE(isWritable(nested(511, Uid{1})));
+    EXPECT_FALSE(isWritable(nested(512, Uid{1})));
     EXPECT_FALSE(isWritable(nested(513, "x")));
     EXPECT_FALSE(isWritable(nested(513, Array())));
 }

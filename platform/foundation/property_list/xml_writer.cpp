@@ -116,6 +116,7 @@ private:
     }
 
     bool element(Uid uid) {
+        if (_depth == greatestDepth) return refuse(tooDeep);
         line("<dict>");
         ++_depth;
         key(uidKey);
