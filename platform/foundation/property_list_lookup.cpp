@@ -31,32 +31,23 @@ Result withLookup(std::string_view bytes, Find find) {
     return text ? find(XmlLookup(text->utf8())) : Result();
 }
 
-PropertyListNestedLookup::Verdict verdictOnOuter(PropertyListLookup::Verdict verdict) {
-    switch (verdict) {
-        case PropertyListLookup::Verdict::malformed:
-            return PropertyListNestedLookup::Verdict::malformed;
-        case PropertyListLookup::Verdict::noDictionary:
-            return PropertyListNestedLookup::Verdict::noDictionary;
-        case PropertyListLookup::Verdict::absent:
-            return PropertyListNestedLookup::Verdict::outerAbsent;
-        case PropertyListLookup::Verdict::found:
-            return PropertyListNestedLookup::Verdict::found;
-    }
-    return PropertyListNestedLookup::Verdict::malformed;
-}
+using Verdict = PropertyListLookup::Verdict;
+using NestedVerdict = PropertyListNestedLookup::Verdict;
 
-PropertyListNestedLookup::Verdict verdictOnInner(PropertyListLookup::Verdict verdict) {
+/// The verdict of a nested lookup that one of its two keys decides; `noDictionary` and `absent` are
+/// what these verdicts mean for that key.
+NestedVerdict nestedVerdict(Verdict verdict, NestedVerdict noDictionary, NestedVerdict absent) {
     switch (verdict) {
-        case PropertyListLookup::Verdict::malformed:
-            return PropertyListNestedLookup::Verdict::malformed;
-        case PropertyListLookup::Verdict::noDictionary:
-            return PropertyListNestedLookup::Verdict::outerNoDictionary;
-        case PropertyListLookup::Verdict::absent:
-            return PropertyListNestedLookup::Verdict::innerAbsent;
-        case PropertyListLookup::Verdict::found:
-            return PropertyListNestedLookup::Verdict::found;
+        case Verdict::malformed:
+            return NestedVerdict::malformed;
+        case Verdict::noDictionary:
+            return noDictionary;
+        case Verdict::absent:
+            return absent;
+        case Verdict::found:
+            return NestedVerdict::found;
     }
-    return PropertyListNestedLookup::Verdict::malformed;
+    return NestedVerdict::malformed;
 }
 
 }  // namespace
@@ -64,18 +55,22 @@ PropertyListNestedLookup::Verdict verdictOnInner(PropertyListLookup::Verdict ver
 PropertyListLookup lookUpRootKey(std::string_view bytes, std::string_view key) {
     return withLookup<PropertyListLookup>(bytes, [&](const auto& lookup) -> PropertyListLookup {
         const auto located = lookup.locateInRoot(key);
-        if (located.verdict != PropertyListLookup::Verdict::found) return {located.verdict, {}};
-        return {located.verdict, lookup.value(located.place)};
+        if (located.verdict != Verdict::found) return {located.verdict, {}};
+        return {Verdict::found, lookup.value(located.place)};
     });
 }
 
 PropertyListNestedLookup lookUpNestedKey(std::string_view bytes, std::string_view outerKey, std::string_view innerKey) {
     return withLookup<PropertyListNestedLookup>(bytes, [&](const auto& lookup) -> PropertyListNestedLookup {
         const auto outer = lookup.locateInRoot(outerKey);
-        if (outer.verdict != PropertyListLookup::Verdict::found) return {verdictOnOuter(outer.verdict), {}};
+        if (outer.verdict != Verdict::found) {
+            return {nestedVerdict(outer.verdict, NestedVerdict::noDictionary, NestedVerdict::outerAbsent), {}};
+        }
         const auto inner = lookup.locateIn(outer.place, innerKey);
-        if (inner.verdict != PropertyListLookup::Verdict::found) return {verdictOnInner(inner.verdict), {}};
-        return {PropertyListNestedLookup::Verdict::found, lookup.value(inner.place)};
+        if (inner.verdict != Verdict::found) {
+            return {nestedVerdict(inner.verdict, NestedVerdict::outerNoDictionary, NestedVerdict::innerAbsent), {}};
+        }
+        return {NestedVerdict::found, lookup.value(inner.place)};
     });
 }
 

@@ -67,6 +67,11 @@ TEST_P(KeyLookup, findsNestedKeys) {
     EXPECT_EQ(lookUpNestedKey(GetParam(), "list", "deep").verdict, NestedVerdict::outerNoDictionary);
 }
 
+TEST(NestedKeyLookup, seesNoDictionaryInOtherRoots) {
+    EXPECT_EQ(lookUpNestedKey("<array/>", "a", "b").verdict, NestedVerdict::noDictionary);
+    EXPECT_EQ(lookUpNestedKey(binaryFileOf(hex("A0")), "a", "b").verdict, NestedVerdict::noDictionary);
+}
+
 TEST_P(KeyLookup, findsNestedScalarsWithoutAllocating) {
     const AllocationMeter meter;
     const PropertyListNestedLookup lookup = lookUpNestedKey(GetParam(), "ticks", "com.example.a");
