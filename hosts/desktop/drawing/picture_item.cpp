@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/drawing/picture_item.h"
 
+#include <QPainter>
+#include <QPainterPath>
 #include <QQuickWindow>
 #include <QSGImageNode>
 #include <memory>
@@ -8,6 +10,24 @@
 #include "hosts/desktop/drawing/images.h"
 
 namespace hosts::desktop {
+namespace {
+
+void roundCorners(QImage& image, qreal radius) {
+    QPainterPath shape;
+    shape.addRoundedRect(QRectF({0, 0}, image.deviceIndependentSize()), radius, radius);
+    QImage mask(image.size(), QImage::Format_ARGB32_Premultiplied);
+    mask.setDevicePixelRatio(image.devicePixelRatio());
+    mask.fill(Qt::transparent);
+    QPainter maskPainter(&mask);
+    maskPainter.setRenderHint(QPainter::Antialiasing);
+    maskPainter.fillPath(shape, Qt::black);
+    maskPainter.end();
+    QPainter painter(&image);
+    painter.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    painter.drawImage(QPointF(0, 0), mask);
+}
+
+}  // namespace
 
 PictureItem::PictureItem(QQuickItem* parent) : QQuickItem(parent) {
     setFlag(ItemHasContents);
@@ -16,11 +36,23 @@ PictureItem::PictureItem(QQuickItem* parent) : QQuickItem(parent) {
 void PictureItem::setPicture(const ImageHandle& picture) {
     if (_picture == picture) return;
     _picture = picture;
-    _pixels = picture.image ? decoded(*picture.image) : QImage();
-    _isNew = true;
+    takePixels();
     setImplicitSize(picture.image ? picture.image->size().width : 0, picture.image ? picture.image->size().height : 0);
-    update();
     emit pictureChanged();
+}
+
+void PictureItem::setRadius(qreal radius) {
+    if (qFuzzyCompare(_radius, radius)) return;
+    _radius = radius;
+    takePixels();
+    emit radiusChanged();
+}
+
+void PictureItem::takePixels() {
+    _pixels = _picture.image ? decoded(*_picture.image) : QImage();
+    if (!_pixels.isNull() && _radius > 0) roundCorners(_pixels, _radius);
+    _isNew = true;
+    update();
 }
 
 QSGNode* PictureItem::updatePaintNode(QSGNode* old, UpdatePaintNodeData*) {

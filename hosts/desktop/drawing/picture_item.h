@@ -14,21 +14,29 @@ class PictureItem : public QQuickItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(Picture)
     Q_PROPERTY(hosts::desktop::ImageHandle picture READ picture WRITE setPicture NOTIFY pictureChanged)
+    /// By how much the corners are rounded, in points.
+    Q_PROPERTY(qreal radius READ radius WRITE setRadius NOTIFY radiusChanged)
 
 public:
     explicit PictureItem(QQuickItem* parent = nullptr);
 
     const ImageHandle& picture() const { return _picture; }
     void setPicture(const ImageHandle& picture);
+    qreal radius() const { return _radius; }
+    void setRadius(qreal radius);
 
 signals:
     void pictureChanged();
+    void radiusChanged();
 
 protected:
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
+    void takePixels();
+
     ImageHandle _picture;
+    qreal _radius = 0;
     QImage _pixels;
     bool _isNew = false;
 };

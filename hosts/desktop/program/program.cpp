@@ -3,13 +3,23 @@
 
 #include <QGuiApplication>
 #include <QQuickWindow>
+#include <QScreen>
+#include <QSocketNotifier>
+#include <QTimer>
+#include <algorithm>
+#include <cmath>
 
 #include "hosts/desktop/drawing/fonts.h"
+#include "hosts/desktop/program/desktop_session.h"
+#include "hosts/desktop/program/desktop_taste.h"
 #include "hosts/desktop/program/exit_status.h"
+#include "hosts/desktop/program/folder_key.h"
 #include "hosts/desktop/program/live_services.h"
 #include "hosts/desktop/program/options.h"
 #include "hosts/desktop/program/screenshots.h"
-#include "hosts/desktop/program/settings_window.h"
+#include "hosts/desktop/program/single_instance.h"
+#include "hosts/desktop/program/window_memory.h"
+#include "hosts/linux/stop_signals.h"
 
 namespace hosts::desktop {
 namespace {
@@ -29,23 +39,64 @@ int runScreenshots(OpenedPhone& phone, const Options& options) {
     return takeScreenshots(phone, options, error) ? done : fail(failed, error);
 }
 
-int runWindow(QGuiApplication& application, OpenedPhone& phone, const Options& options) {
+// The device's own scale, or the screen's where that is finer: pictures are picked by it.
+DeviceShape shapeForScreen(const DeviceShape& device) {
+    DeviceShape shape = device;
+    shape.screen.scale = std::max(shape.screen.scale, std::ceil(qGuiApp->devicePixelRatio()));
+    return shape;
+}
+
+// The device's size, unless the user has chosen another; never more than the screen has room for.
+QSize startingSize(const DeviceShape& device, const WindowMemory& memory) {
+    const platform::CGSize own = device.screen.bounds.size();
+    const QSize size = memory.size().isEmpty() ? QSizeF(own.width, own.height).toSize() : memory.size();
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? size.boundedTo(screen->availableSize()) : size;
+}
+
+void followTaste(SettingsWindow& window, DesktopTaste& taste, std::optional<bool> dark) {
+    auto apply = [&window, &taste, dark] {
+        window.setDark(dark.value_or(taste.prefersDark()));
+        window.setReducedMotion(taste.prefersLessMotion());
+    };
+    taste.takeAnswer();
+    apply();
+    QObject::connect(&taste, &DesktopTaste::changed, &window, apply);
+}
+
+void comeForward(QQuickView& view, const QByteArray& token) {
+    if (!token.isEmpty()) qputenv("XDG_ACTIVATION_TOKEN", token);
+    view.show();
+    view.raise();
+    view.requestActivate();
+}
+
+int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone& phone, const Options& options) {
+    const QString key = folderKey(phone.folder);
+    SingleInstance instance(key);
+    if (instance.wakeOther()) return done;
+    instance.claim();
+
+    DesktopTaste taste;
     LiveServices services(phone);
-    SettingsSession session(services.forSession(), phone.installation.systemImage, *options.device);
-    Navigation navigation(services.handOver);
-    SettingsWindow window(navigation);
+    WindowMemory memory(key, QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
+    DesktopSession session({services.files, services.forSession(), services.handOver, phone.installation.systemImage,
+                            phone.folder, shapeForScreen(*options.device)});
     std::string error;
-    const platform::CGSize size = options.device->screen.bounds.size();
-    if (!window.load(QSizeF(size.width, size.height).toSize(), error) || !session.loadPane(error)) {
-        return fail(failed, error);
-    }
-    auto root = session.makeRootPage(error);
-    if (!root) return fail(failed, error);
-    window.view().setTitle(QString::fromStdString(root->title()));
-    window.setDark(options.dark.value_or(false));
-    navigation.open(std::move(root));
-    window.view().show();
-    return application.exec();
+    if (!session.open(startingSize(*options.device, memory), error)) return fail(failed, error);
+    session.navigation().follow(memory.path());
+    QQuickView& view = session.window().view();
+    followTaste(session.window(), taste, options.dark);
+    QObject::connect(&instance, &SingleInstance::wanted, &view,
+                     [&view](const QByteArray& token) { comeForward(view, token); });
+    view.show();
+    // After the first picture: what comes before it is what the user waits for.
+    QTimer::singleShot(0, &view, [&session] { session.watchFiles(); });
+    QSocketNotifier stopped(stop.descriptor(), QSocketNotifier::Read);
+    QObject::connect(&stopped, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+    const int status = application.exec();
+    memory.remember(view.size(), session.navigation().path());
+    return status;
 }
 
 }  // namespace
@@ -57,11 +108,16 @@ int runProgram(int argumentCount, char** arguments) {
     std::string error;
     auto phone = openPhone(options->phone, error);
     if (!phone) return fail(failed, error);
-    const bool isForPictures = !options->screenshots.empty();
-    if (isForPictures) prepareForScreenshots(*options->device);
+    if (!options->screenshots.empty()) {
+        prepareForScreenshots(*options->device);
+        QGuiApplication application(argumentCount, arguments);
+        setUpApplication();
+        return runScreenshots(*phone, *options);
+    }
+    const StopSignals stop;
     QGuiApplication application(argumentCount, arguments);
     setUpApplication();
-    return isForPictures ? runScreenshots(*phone, *options) : runWindow(application, *phone, *options);
+    return runWindow(application, stop, *phone, *options);
 }
 
 }  // namespace hosts::desktop

@@ -7,16 +7,18 @@
 #include <QQuickItem>
 #include <QRegularExpression>
 
-#include "hosts/desktop/program/settings_window.h"
+#include "hosts/desktop/program/desktop_session.h"
 #include "hosts/linux/device_information.h"
 #include "hosts/session/composers.h"
 #include "hosts/session/page_snapshot.h"
 #include "hosts/session/quiet_services.h"
 #include "hosts/session/scratch_file_system.h"
-#include "hosts/session/settings_session.h"
 
 namespace hosts::desktop {
 namespace {
+
+// What two pictures of a long page have in common, in points.
+constexpr double pictureOverlap = 60;
 
 // Nothing leaves the program while its picture is taken.
 class NoHandOver final : public HandOver {
@@ -80,12 +82,23 @@ private:
         draw(name);
         QQuickItem* table = seenTable(*_view.rootObject());
         for (int part = 2; table && !table->property("atYEnd").toBool(); ++part) {
-            const double step = table->height() - 60;
-            table->setProperty("contentY", table->property("contentY").toDouble() + step);
-            settle();
-            QMetaObject::invokeMethod(table, "returnToBounds");
+            scrollOn(*table);
             draw(name + u'-' + QString::number(part));
         }
+        if (table) QMetaObject::invokeMethod(table, "positionViewAtBeginning");
+    }
+
+    // By nearly a screen, so that no row is cut in every picture.
+    void scrollOn(QQuickItem& table) {
+        auto number = [&table](const char* name) { return table.property(name).toDouble(); };
+        const double next = number("contentY") + table.height() - pictureOverlap;
+        const double last = number("originY") + number("contentHeight") - table.height();
+        if (next < last) {
+            table.setProperty("contentY", next);
+        } else {
+            QMetaObject::invokeMethod(&table, "positionViewAtEnd");
+        }
+        settle();
     }
 
     void drawComposer(const QString& name) {
@@ -132,25 +145,21 @@ bool takeScreenshots(OpenedPhone& phone, const Options& options, std::string& er
         error = options.screenshots + ": the folder cannot be made";
         return false;
     }
-    ScratchFileSystem files(phone.files);
+    ScratchFileSystem scratch(phone.files);
+    NotedFiles files(scratch);
     QuietNotifyCenter notifications;
     QuietApplication application;
     DeviceInformation deviceInformation(phone.files, phone.folder);
     Composers composers;
-    SettingsSession session({files, notifications, application, deviceInformation, composers, composers},
-                            phone.installation.systemImage, *options.device);
     NoHandOver handOver;
-    Navigation navigation(handOver);
-    SettingsWindow window(navigation);
+    const SessionServices services{files, notifications, application, deviceInformation, composers, composers};
+    DesktopSession session({files, services, handOver, phone.installation.systemImage, phone.folder, *options.device});
     const platform::CGSize size = options.device->screen.bounds.size();
-    if (!window.load(QSizeF(size.width, size.height).toSize(), error) || !session.loadPane(error)) return false;
-    auto root = session.makeRootPage(error);
-    if (!root) return false;
-    window.setDark(options.dark.value_or(false));
-    window.setReducedMotion(true);
-    navigation.open(std::move(root));
-    window.view().show();
-    return Tour(navigation, window.view(), folder).run(error);
+    if (!session.open(QSizeF(size.width, size.height).toSize(), error)) return false;
+    session.window().setDark(options.dark.value_or(false));
+    session.window().setReducedMotion(true);
+    session.window().view().show();
+    return Tour(session.navigation(), session.window().view(), folder).run(error);
 }
 
 }  // namespace hosts::desktop

@@ -9,7 +9,7 @@ Item {
     property string value: ""
 
     width: parent ? parent.width : 0
-    height: Math.max(Theme.barHeight, words.height + 24)
+    height: Math.max(Theme.barHeight, Math.ceil(words.implicitHeight) + 24)
 
     Accessible.role: Accessible.StaticText
     Accessible.name: label + " " + value

@@ -26,7 +26,7 @@ FocusScope {
     Rectangle {
         anchors.centerIn: parent
         width: 270
-        height: words.height + 40 + Theme.barHeight
+        height: Math.ceil(words.implicitHeight) + 40 + Theme.barHeight
         radius: 10
         color: Theme.dark ? "#2c2c2e" : "#f4f4f6"
 

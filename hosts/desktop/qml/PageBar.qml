@@ -15,17 +15,31 @@ Item {
     height: Theme.barHeight
     opacity: 1 - Math.min(1, Math.abs(slide) * 1.6)
 
+    readonly property bool hasBack: page.backTitle !== ""
+    readonly property real rightSide: page.hasRightItem ? right.width + 24 : 8
+    /// What the title would have for itself in the middle of the bar.
+    readonly property real titleWidth: page.hasTitleView ? titleView.width : title.implicitWidth
+    /// How wide the back button's text may be beside that.
+    readonly property real backRoom: (width - titleWidth) / 2 - 8 - chevron.width - 5 - 8
+
+    TextMetrics {
+        id: shortBack
+        text: qsTr("Back")
+        font: backTitle.font
+    }
+
+    // Named for the page before while that fits beside the title, else "Back", else a mere chevron.
     BarButton {
         id: back
-        visible: bar.page.backTitle !== ""
+        visible: bar.hasBack
         x: 8 + bar.slide * 40
         height: parent.height
-        width: Math.min(implicitWidth, title.x - 16)
-        implicitWidth: 18 + backTitle.implicitWidth
+        width: chevron.width + 5 + backTitle.implicitWidth
         name: qsTr("Back to %1").arg(bar.page.backTitle)
         onActivated: bar.backWanted()
 
         Glyph {
+            id: chevron
             anchors.verticalCenter: parent.verticalCenter
             width: 13
             height: 21
@@ -35,29 +49,32 @@ Item {
         }
         Text {
             id: backTitle
-            x: 18
-            width: Math.max(0, parent.width - x)
+            x: chevron.width + 5
             height: parent.height
             verticalAlignment: Text.AlignVCenter
-            text: bar.page.backTitle
+            text: fullBack.advanceWidth <= bar.backRoom ? bar.page.backTitle
+                  : shortBack.advanceWidth <= bar.backRoom ? shortBack.text : ""
             textFormat: Text.PlainText
-            elide: Text.ElideRight
             font.pixelSize: Theme.titleSize
             color: Theme.tint
             Accessible.ignored: true
         }
+        TextMetrics {
+            id: fullBack
+            text: bar.page.backTitle
+            font: backTitle.font
+        }
     }
 
-    // In the middle of the bar, or as near to it as the back button lets it be.
+    // In the middle of the bar, or as near to it as the rest lets it be.
     Text {
         id: title
         visible: !bar.page.hasTitleView
-        readonly property real most: parent.width - 16 - rightSide
-        readonly property real rightSide: right.visible ? right.width + 16 : 8
+        readonly property real from: bar.hasBack ? 8 + back.width + 8 : 8
+        readonly property real to: parent.width - bar.rightSide
         readonly property real middle: (parent.width - width) / 2
-        x: Math.min(Math.max(middle, bar.page.backTitle !== "" ? 96 : 8), parent.width - width - rightSide)
-           + bar.slide * parent.width / 3
-        width: Math.min(implicitWidth, parent.width - rightSide - (bar.page.backTitle !== "" ? 96 : 8))
+        x: Math.round(Math.max(from, Math.min(middle, to - width)) + bar.slide * parent.width / 3)
+        width: Math.min(Math.ceil(implicitWidth), to - from)
         height: parent.height
         verticalAlignment: Text.AlignVCenter
         text: bar.page.title
@@ -70,6 +87,7 @@ Item {
         Accessible.name: bar.page.title
     }
     ViewTree {
+        id: titleView
         visible: bar.page.hasTitleView
         x: Math.round((parent.width - width) / 2) + bar.slide * parent.width / 3
         anchors.verticalCenter: parent.verticalCenter

@@ -10,7 +10,8 @@ Item {
     required property bool animated
 
     width: ListView.view ? ListView.view.width : 0
-    height: words.visible ? Theme.textGap + words.height + Theme.gap - 12 : Theme.gap
+    // On whole points, so that the lines of the rows below stay thin.
+    height: text === "" ? Theme.gap : Theme.textGap + Math.ceil(words.implicitHeight) + Theme.footerGap
 
     Accessible.role: Accessible.StaticText
     Accessible.name: text
@@ -34,7 +35,6 @@ Item {
         x: Theme.margin
         y: Theme.textGap
         width: parent.width - 2 * Theme.margin
-        visible: text !== ""
         text: footer.text
         textFormat: Text.PlainText
         wrapMode: Text.WordWrap

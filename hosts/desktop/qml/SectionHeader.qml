@@ -10,8 +10,10 @@ Item {
     required property bool bare
 
     width: ListView.view ? ListView.view.width : 0
-    height: text === "" ? (first ? Theme.firstGap : 0)
-                        : (first ? Theme.firstGap - Theme.headerAbove + 20 : 4) + Theme.textGap + title.height
+    height: text === "" ? (first ? Theme.firstGap : 0) : (first ? Theme.firstTitleGap : Theme.titleGap) + Theme.textGap
+                        + words
+    /// On whole points, so that the lines of the rows below stay thin.
+    readonly property real words: Math.ceil(title.implicitHeight)
 
     Accessible.role: Accessible.Heading
     Accessible.name: text

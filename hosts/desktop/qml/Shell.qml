@@ -59,7 +59,7 @@ FocusScope {
         onWantedChanged: {
             if (wanted) return setSource("ComposerSheet.qml", { navigation: shell.navigation })
             source = ""
-            pages.forceActiveFocus()
+            if (!message.wanted) pages.forceActiveFocus()
         }
     }
     Loader {
@@ -78,7 +78,7 @@ FocusScope {
     }
 
     Shortcut {
-        sequences: ["Escape", "Alt+Left", StandardKey.Back]
+        sequences: ["Escape", "Alt+Left", "Back"]
         enabled: !shell.navigation.composerShown && shell.navigation.message === ""
         onActivated: shell.navigation.back()
     }

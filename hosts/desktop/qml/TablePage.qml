@@ -63,7 +63,7 @@ ListView {
         ParallelAnimation {
             PropertyAction { property: "z"; value: -1 }
             NumberAnimation { property: "opacity"; to: 0; duration: Theme.rowTime }
-            NumberAnimation { property: "y"; to: ViewTransition.item.y - 44; duration: Theme.rowTime; easing.type: Easing.InOutQuad }
+            NumberAnimation { property: "y"; to: ViewTransition.item ? ViewTransition.item.y - 44 : 0; duration: Theme.rowTime; easing.type: Easing.InOutQuad }
         }
     }
     displaced: Transition {

@@ -27,8 +27,11 @@ Item {
 
     width: ListView.view ? ListView.view.width : 0
     height: rowHeight
+    enabled: usable
 
     Accessible.name: text
+    // Greyed rows are disabled items; not every version of Qt hands that on.
+    Accessible.description: usable ? "" : qsTr("Dimmed")
     Accessible.focusable: true
     Accessible.focused: isCurrent
     Accessible.onPressAction: row.activated()

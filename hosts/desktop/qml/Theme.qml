@@ -37,6 +37,8 @@ QtObject {
 
     readonly property real barHeight: 44
     readonly property real margin: 15
+    readonly property real iconSize: 29
+    readonly property real iconRadius: 6.5
     readonly property real switchWidth: 51
     readonly property real switchHeight: 31
     readonly property real disclosureWidth: 8
@@ -46,8 +48,9 @@ QtObject {
     readonly property real firstGap: 35
     readonly property real gap: 35
     readonly property real textGap: 8
-    readonly property real headerAbove: 27
-    readonly property real lastGap: 35
+    readonly property real firstTitleGap: 28
+    readonly property real titleGap: 4
+    readonly property real footerGap: 23
     /// The thinnest line that the screen can draw.
     property real hairline: 1
 

@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QSettings>
+#include <QSize>
+#include <QStringList>
+
+namespace hosts::desktop {
+
+/// What a window of a phone was like when it was last closed.
+class WindowMemory {
+public:
+    /// `key` stands for the phone; a window is remembered for each shape of device.
+    WindowMemory(const QString& key, const QString& device);
+
+    /// Empty when there is nothing to remember.
+    QSize size() const;
+    /// The titles of the pages below the first.
+    QStringList path() const;
+
+    void remember(QSize size, const QStringList& path);
+
+private:
+    QString _sizeKey;
+    QString _pathKey;
+    QSettings _settings;
+};
+
+}  // namespace hosts::desktop
