@@ -6,6 +6,11 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/services/mail_composer.h"
+#include "platform/services/post_composer.h"
+#include "platform/ui/button.h"
+#include "platform/ui/image_view.h"
+#include "platform/ui/label.h"
 #include "tests/kit/test_platform.h"
 
 namespace loaded_pane_test {
@@ -51,6 +56,32 @@ TEST(LoadedPane, opensEveryPageOfItsOwnAndGoesBack) {
         EXPECT_TRUE(pane.screen.back());
         EXPECT_STREQ(pane.screen.top()->className(), "KavixPreferencesOptionsController") << label;
     }
+}
+
+TEST(LoadedPane, handsItsViewsOverAsWhatTheyAre) {
+    LoadedPane pane(kit::stagedSystemImage());
+    const auto header = pane.screen.page().table().tableHeaderView();
+    ASSERT_TRUE(header && !header->subviews().empty());
+    auto* title = dynamic_cast<platform::UILabel*>(header->subviews().front().get());
+    ASSERT_TRUE(title);
+    EXPECT_EQ(title->text(), "Trivel 3");
+    EXPECT_TRUE(std::dynamic_pointer_cast<platform::UIImageView>(pane.screen.page().navigationItem().titleView()));
+}
+
+TEST(LoadedPane, fillsInTheComposersThatTheHostMakes) {
+    LoadedPane pane(kit::stagedSystemImage());
+    pane.screen.tap("Fenwary Support");
+    auto mail = std::dynamic_pointer_cast<platform::MFMailComposeViewController>(pane.screen.presented());
+    ASSERT_TRUE(mail);
+    EXPECT_EQ(mail->subject(), "Trivel Support");
+    mail->finish(platform::MFMailComposeResult::cancelled);
+    EXPECT_EQ(pane.screen.presented(), nullptr);
+
+    auto heart = pane.screen.page().navigationItem().rightBarButtonItem()->customView();
+    dynamic_cast<platform::UIButton&>(*heart).sendActionsForControlEvents(platform::UIControlEventTouchUpInside);
+    auto post = std::dynamic_pointer_cast<platform::SLComposeViewController>(pane.screen.presented());
+    ASSERT_TRUE(post);
+    EXPECT_THAT(post->text(), testing::StartsWith("I'm loving"));
 }
 
 TEST(LoadedPane, keepsTwoPlatformsApart) {
