@@ -7,13 +7,18 @@
 namespace hosts {
 namespace {
 
-// The first text in a view and what it holds, in drawing order: how a cell of a page's own is named.
-std::optional<std::string> firstText(const platform::UIView& view) {
-    if (auto* label = dynamic_cast<const platform::UILabel*>(&view)) return label->text();
-    for (const auto& part : view.subviews()) {
-        if (auto text = firstText(*part)) return text;
+// How a cell of a page's own is named.
+std::string firstText(const platform::UIView& view) {
+    const std::vector<std::string> texts = textsIn(view);
+    return texts.empty() ? std::string() : texts.front();
+}
+
+void collectTexts(const platform::UIView& view, std::vector<std::string>& texts) {
+    if (auto* label = dynamic_cast<const platform::UILabel*>(&view)) {
+        if (auto text = label->text()) texts.push_back(*std::move(text));
     }
-    return std::nullopt;
+    for (const auto& part : view.subviews())
+        collectTexts(*part, texts);
 }
 
 std::shared_ptr<const platform::UIImage> firstImage(const platform::UIView& view) {
@@ -58,19 +63,6 @@ void describeListRow(RowSnapshot& row, const platform::PSTableCell& cell) {
     describeChoice(row, specifier);
 }
 
-RowSnapshot describeRow(platform::NSIndexPath path, std::shared_ptr<platform::UITableViewCell> cell) {
-    RowSnapshot row;
-    row.path = path;
-    if (auto* listCell = dynamic_cast<const platform::PSTableCell*>(cell.get())) {
-        describeListRow(row, *listCell);
-    } else if (cell) {
-        row.label = firstText(*cell).value_or(std::string());
-        row.icon = firstImage(*cell);
-    }
-    row.cell = std::move(cell);
-    return row;
-}
-
 SectionSnapshot describeSection(platform::UITableView& table, std::size_t section) {
     SectionSnapshot described;
     platform::UITableViewDataSource& source = *table.dataSource();
@@ -80,12 +72,31 @@ SectionSnapshot describeSection(platform::UITableView& table, std::size_t sectio
     described.rows.reserve(rows);
     for (std::size_t row = 0; row < rows; ++row) {
         const platform::NSIndexPath path{section, row};
-        described.rows.push_back(describeRow(path, table.produceCellForRowAtIndexPath(path)));
+        described.rows.push_back(RowSnapshot::of(path, table.produceCellForRowAtIndexPath(path)));
     }
     return described;
 }
 
 }  // namespace
+
+RowSnapshot RowSnapshot::of(platform::NSIndexPath path, std::shared_ptr<platform::UITableViewCell> cell) {
+    RowSnapshot row;
+    row.path = path;
+    if (auto* listCell = dynamic_cast<const platform::PSTableCell*>(cell.get())) {
+        describeListRow(row, *listCell);
+    } else if (cell) {
+        row.label = firstText(*cell);
+        row.icon = firstImage(*cell);
+    }
+    row.cell = std::move(cell);
+    return row;
+}
+
+std::vector<std::string> textsIn(const platform::UIView& view) {
+    std::vector<std::string> texts;
+    collectTexts(view, texts);
+    return texts;
+}
 
 platform::UITableView* tableOfPage(platform::UIViewController& page) {
     return dynamic_cast<platform::UITableView*>(&page.view());

@@ -30,6 +30,9 @@ struct RowSnapshot {
     std::optional<bool> on;
     std::shared_ptr<const platform::UIImage> icon;
     std::shared_ptr<platform::UITableViewCell> cell;
+
+    /// What the cell of the row at this path shows; a null cell shows nothing.
+    static RowSnapshot of(platform::NSIndexPath path, std::shared_ptr<platform::UITableViewCell> cell);
 };
 
 struct SectionSnapshot {
@@ -49,5 +52,8 @@ struct PageSnapshot {
 
 /// The table that makes up a page; null for a page that is none.
 platform::UITableView* tableOfPage(platform::UIViewController& page);
+
+/// Every text that a view and those in it show, in drawing order.
+std::vector<std::string> textsIn(const platform::UIView& view);
 
 }  // namespace hosts
