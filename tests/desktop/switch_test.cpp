@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+#include "tests/desktop/desk.h"
+
+namespace desktop_tests {
+
+using Switch = Desk;
+
+TEST_F(Switch, clickedMovesAndWritesTheFile) {
+    open();
+    ASSERT_TRUE(row("Multi-Center")->property("isOn").toBool());
+    clickSwitch("Multi-Center");
+    EXPECT_TRUE(settingIs("MultiCenter", "<false/>")) << settings();
+    EXPECT_FALSE(row("Multi-Center")->property("isOn").toBool());
+    clickSwitch("Multi-Center");
+    EXPECT_TRUE(settingIs("MultiCenter", "<true/>")) << settings();
+    EXPECT_TRUE(row("Multi-Center")->property("isOn").toBool());
+}
+
+TEST_F(Switch, rowClickedBesideItsSwitchStaysAsItIs) {
+    open();
+    click(row("Multi-Center"), QPointF(80, 22));
+    EXPECT_EQ(settings(), "");
+    EXPECT_TRUE(row("Multi-Center")->property("isOn").toBool());
+}
+
+TEST_F(Switch, greyedStaysAsItIs) {
+    open();
+    openPage({"Advanced Options"});
+    table().moveSwitch(lineOf("Access App Switcher"), true);
+    EXPECT_FALSE(settingIs("QuickSwitcherAppSwitcherEnabled", "<true/>"));
+    const std::string before = settings();
+    const int line = lineOf("Access App Switcher");
+    ASSERT_GE(line, 0);
+    EXPECT_FALSE(table().data(table().index(line), hosts::desktop::TableModel::UsableRole).toBool());
+    EXPECT_EQ(settings(), before);
+}
+
+TEST_F(Switch, changesTheFootersThatDependOnIt) {
+    open();
+    const auto footer = [this] {
+        for (QQuickItem* line : lines()) {
+            const QString text = line->property("text").toString();
+            if (text.startsWith("Pull up from the bottom left")) return text;
+        }
+        return QString();
+    };
+    EXPECT_FALSE(footer().contains("pull up further"));
+    clickSwitch("Multi-Center");
+    EXPECT_TRUE(footer().contains("pull up further"));
+}
+
+}  // namespace desktop_tests
