@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <array>
-#include <bit>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <optional>
 #include <string>
