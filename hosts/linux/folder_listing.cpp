@@ -4,38 +4,43 @@
 #include <dirent.h>
 
 #include <algorithm>
-#include <cerrno>
-#include <memory>
+#include <cstddef>
 #include <string_view>
 
 namespace hosts {
 
 namespace {
 
-struct CloseFolder {
-    void operator()(DIR* folder) const { ::closedir(folder); }
-};
-
 bool isSelfOrParent(std::string_view name) {
     return name == "." || name == "..";
 }
 
-}  // namespace
-
-std::optional<std::vector<std::string>> listNames(Descriptor folder) {
-    if (!folder.isOpen()) return std::nullopt;
-    const std::unique_ptr<DIR, CloseFolder> stream{::fdopendir(folder.get())};
-    if (!stream) return std::nullopt;
-    folder.release();
-
-    std::vector<std::string> names;
-    for (errno = 0; const dirent* entry = ::readdir(stream.get()); errno = 0) {
+// Adds the names of one piece of the listing. False when there are too many.
+bool addNames(const std::byte* entries, std::size_t length, std::vector<std::string>& names) {
+    for (std::size_t position = 0; position < length;) {
+        const auto* entry = reinterpret_cast<const dirent64*>(entries + position);
+        position += entry->d_reclen;
         if (isSelfOrParent(entry->d_name)) continue;
-        if (names.size() == mostFolderEntries) return std::nullopt;
+        if (names.size() == mostFolderEntries) return false;
         names.emplace_back(entry->d_name);
     }
-    if (errno != 0) return std::nullopt;
-    std::sort(names.begin(), names.end());
+    return true;
+}
+
+}  // namespace
+
+// The folder is read piece by piece into the stack: a stream's buffer on the heap costs more than the
+// listing of a small folder.
+std::optional<std::vector<std::string>> listNames(Descriptor folder) {
+    if (!folder.isOpen()) return std::nullopt;
+    alignas(dirent64) std::byte entries[16384];
+    std::vector<std::string> names;
+    while (true) {
+        const ssize_t length = ::getdents64(folder.get(), entries, sizeof entries);
+        if (length < 0 || !addNames(entries, static_cast<std::size_t>(length), names)) return std::nullopt;
+        if (length == 0) break;
+    }
+    std::ranges::sort(names);
     return names;
 }
 

@@ -20,8 +20,8 @@ const InstalledApplications& InstalledApplicationList::lastFound() {
 platform::ALApplicationList::Applications InstalledApplicationList::applications() {
     refresh();
     Applications all;
-    for (const auto& [identifier, application] : lastFound()) {
-        all.emplace_hint(all.end(), identifier, application.displayName);
+    for (const InstalledApplication& application : lastFound()) {
+        all.emplace_hint(all.end(), application.identifier, application.displayName);
     }
     return all;
 }
@@ -29,18 +29,18 @@ platform::ALApplicationList::Applications InstalledApplicationList::applications
 platform::ALApplicationList::Applications InstalledApplicationList::applicationsFilteredBySystem(
     bool isSystemApplication) {
     Applications some;
-    for (const auto& [identifier, application] : lastFound()) {
+    for (const InstalledApplication& application : lastFound()) {
         if (application.isSystem != isSystemApplication) continue;
-        some.emplace_hint(some.end(), identifier, application.displayName);
+        some.emplace_hint(some.end(), application.identifier, application.displayName);
     }
     return some;
 }
 
 std::shared_ptr<const platform::UIImage> InstalledApplicationList::iconOfSize_forDisplayIdentifier(
     int size, std::string_view identifier) {
-    const auto found = lastFound().find(identifier);
-    if (found == lastFound().end()) return nullptr;
-    return loadIcon(_platform.files, found->second, {size, _platform.screen.scale, _platform.device});
+    const InstalledApplication* application = findApplication(lastFound(), identifier);
+    if (!application) return nullptr;
+    return loadIcon(_platform.files, *application, {size, _platform.screen.scale, _platform.device});
 }
 
 }  // namespace hosts

@@ -25,12 +25,11 @@ std::string_view textForKey(const platform::Dictionary& dictionary, std::string_
     return value && value->string() ? std::string_view(*value->string()) : std::string_view();
 }
 
-platform::Dictionary readInfo(RationedFiles& files, const std::string& folder) {
+/// The Info.plist; null when there is none that can be read.
+platform::Value readInfo(RationedFiles& files, const std::string& folder) {
     std::string bytes;
     if (!files.readFile(folder + "/Info.plist", bytes, longestInfo)) return {};
-    const platform::PropertyListReading reading = platform::readPropertyList(bytes);
-    const platform::Dictionary* info = reading ? reading.value->dictionary() : nullptr;
-    return info ? *info : platform::Dictionary();
+    return platform::readPropertyList(bytes).value.value_or(platform::Value());
 }
 
 platform::Dictionary readEnglishNames(RationedFiles& files, const std::string& folder) {
@@ -81,14 +80,15 @@ std::string displayName(const platform::Dictionary& info, const platform::Dictio
 
 std::optional<InstalledApplication> readApplication(RationedFiles& files, const std::string& folder,
                                                     const platform::UIDevice& device) {
-    const platform::Dictionary info = readInfo(files, folder);
-    const std::string_view identifier = textForKey(info, "CFBundleIdentifier");
+    const platform::Value root = readInfo(files, folder);
+    const platform::Dictionary* info = root.dictionary();
+    const std::string_view identifier = info ? textForKey(*info, "CFBundleIdentifier") : std::string_view();
     if (!isUsableIdentifier(identifier)) return std::nullopt;
     InstalledApplication application;
     application.identifier = identifier;
-    application.displayName = displayName(info, readEnglishNames(files, folder), folder);
+    application.displayName = displayName(*info, readEnglishNames(files, folder), folder);
     application.folder = folder;
-    application.iconNames = iconNames(info, device);
+    application.iconNames = iconNames(*info, device);
     return application;
 }
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/linux/app_list/installed_applications.h"
 
-#include <optional>
-#include <string_view>
+#include <algorithm>
+#include <cstddef>
+#include <string>
 #include <unordered_map>
 #include <utility>
 
@@ -19,9 +20,9 @@ constexpr std::string_view userApplications[] = {
 // A folder of each application is listed and two files of it are read; a folder holds little more
 // than the application itself.
 constexpr FileRation ration = {
-    .calls = 300'000,
-    .names = 1'000'000,
-    .bytes = std::size_t{512} << 20,
+    .calls = 150'000,
+    .names = 500'000,
+    .bytes = std::size_t{256} << 20,
 };
 
 bool isApplicationFolder(std::string_view name) {
@@ -33,8 +34,9 @@ class ApplicationFinder {
 public:
     ApplicationFinder(const platform::FileSystem& files, const platform::UIDevice& device, InstalledApplications known)
         : _files(files, ration), _device(device), _known(std::move(known)) {
+        _found.reserve(_known.size());
         _knownByFolder.reserve(_known.size());
-        for (auto& [identifier, application] : _known) {
+        for (InstalledApplication& application : _known) {
             _knownByFolder.emplace(application.folder, &application);
         }
     }
@@ -51,30 +53,36 @@ public:
         }
     }
 
-    InstalledApplications take() { return std::move(_found); }
-
-private:
-    std::optional<InstalledApplication> applicationIn(const std::string& folder) {
-        const auto known = _knownByFolder.find(folder);
-        return known == _knownByFolder.end() ? readApplication(_files, folder, _device) : *known->second;
+    InstalledApplications take() {
+        std::ranges::stable_sort(_found, {}, &InstalledApplication::identifier);
+        const auto repeated = std::ranges::unique(_found, {}, &InstalledApplication::identifier);
+        _found.erase(repeated.begin(), repeated.end());
+        return std::move(_found);
     }
 
+private:
     void addApplication(const std::string& folder, bool isSystem) {
-        std::optional<InstalledApplication> application = applicationIn(folder);
-        if (!application) return;
-        application->isSystem = isSystem;
-        std::string identifier = application->identifier;
-        _found.try_emplace(std::move(identifier), std::move(*application));
+        if (const auto known = _knownByFolder.extract(folder)) {
+            _found.push_back(std::move(*known.mapped()));
+        } else if (auto application = readApplication(_files, folder, _device)) {
+            application->isSystem = isSystem;
+            _found.push_back(*std::move(application));
+        }
     }
 
     RationedFiles _files;
     const platform::UIDevice& _device;
     InstalledApplications _known;
-    std::unordered_map<std::string_view, const InstalledApplication*> _knownByFolder;
+    std::unordered_map<std::string_view, InstalledApplication*> _knownByFolder;
     InstalledApplications _found;
 };
 
 }  // namespace
+
+const InstalledApplication* findApplication(const InstalledApplications& applications, std::string_view identifier) {
+    const auto found = std::ranges::lower_bound(applications, identifier, {}, &InstalledApplication::identifier);
+    return found != applications.end() && found->identifier == identifier ? &*found : nullptr;
+}
 
 InstalledApplications findInstalledApplications(const platform::FileSystem& files, const platform::UIDevice& device,
                                                 InstalledApplications known) {

@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
-#include <map>
-#include <string>
+#include <string_view>
+#include <vector>
 
 #include "hosts/linux/app_list/installed_application.h"
 #include "platform/services/file_system.h"
 
 namespace hosts {
 
-/// By bundle identifier, in the order of its bytes.
-using InstalledApplications = std::map<std::string, InstalledApplication, std::less<>>;
+/// Each identifier once, in the order of the identifiers' bytes.
+using InstalledApplications = std::vector<InstalledApplication>;
+
+/// The application of that identifier; null when there is none.
+const InstalledApplication* findApplication(const InstalledApplications& applications, std::string_view identifier);
 
 /// Finds the applications of the phone: the system's own in "/Applications", and the user's in the
 /// folders in which one system version or another keeps them, each in a folder of its own. Of two
