@@ -11,6 +11,12 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
 option(TRIVEL3_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
 
+option(TRIVEL3_FUZZ "Build the fuzz targets, with the sanitizers (clang only)" OFF)
+if(TRIVEL3_FUZZ)
+    set(TRIVEL3_SANITIZE ON)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 add_library(trivel3_compile_options INTERFACE)
 target_compile_options(trivel3_compile_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wnon-virtual-dtor -Woverloaded-virtual -Werror

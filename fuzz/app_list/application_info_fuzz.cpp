@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// Any bytes at all as an application's Info.plist and as its English names.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hosts/linux/app_list/icon_names.h"
+#include "hosts/linux/app_list/installed_application.h"
+#include "hosts/linux/app_list/one_line_name.h"
+#include "platform/foundation/utf8.h"
+
+namespace {
+
+/// A phone on which every file holds the same.
+class UniformPhone final : public platform::FileSystem {
+public:
+    explicit UniformPhone(std::string_view content) : _content(content) {}
+
+    bool readFile(std::string_view, std::string& contents, std::size_t limit) const override {
+        contents = _content.size() <= limit ? _content : std::string_view();
+        return _content.size() <= limit;
+    }
+    std::vector<std::string> listFolder(std::string_view) const override { return {}; }
+    bool writeFileAtomically(std::string_view, std::string_view) override { std::abort(); }
+
+private:
+    std::string_view _content;
+};
+
+bool isOneLine(std::string_view name) {
+    return platform::isValidUtf8(name) && name.size() <= hosts::longestName &&
+           name.find_first_of("\n\r\t\x1B\x7F") == name.npos;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const UniformPhone phone({reinterpret_cast<const char*>(data), size});
+    hosts::RationedFiles files(phone, {10, 10, 10 * size + 1});
+    const auto application = hosts::readApplication(files, "/Applications/Folder.app", {});
+    if (!application) return 0;
+    if (application->identifier.empty() || application->displayName.empty()) std::abort();
+    if (!isOneLine(application->displayName)) std::abort();
+    for (const std::string& name : application->iconNames) {
+        if (name.empty() || name.find('/') != name.npos || name.find("..") != name.npos) std::abort();
+        if (hosts::iconFileNames(name, 2, {}).size() != 9) std::abort();
+    }
+    return 0;
+}
