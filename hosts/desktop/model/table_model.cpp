@@ -59,10 +59,10 @@ int TableModel::rowCount(const QModelIndex& parent) const {
 }
 
 QHash<int, QByteArray> TableModel::roleNames() const {
-    return {{KindRole, "kind"},     {LineIdRole, "lineId"},       {TextRole, "text"}, {PictureRole, "picture"},
-            {UsableRole, "usable"}, {CheckedRole, "marked"},      {OnRole, "isOn"},   {DisclosureRole, "leads"},
-            {InsetRole, "inset"},   {RowHeightRole, "rowHeight"}, {TreeRole, "tree"}, {FirstRole, "first"},
-            {BareRole, "bare"},     {AnimatedRole, "animated"}};
+    return {{KindRole, "kind"},     {LineIdRole, "lineId"},       {TextRole, "text"},        {PictureRole, "picture"},
+            {UsableRole, "usable"}, {CheckedRole, "marked"},      {OnRole, "isOn"},          {DisclosureRole, "leads"},
+            {InsetRole, "inset"},   {RowHeightRole, "rowHeight"}, {TreeRole, "tree"},        {FirstRole, "first"},
+            {LastRole, "last"},     {BareRole, "bare"},           {AnimatedRole, "animated"}};
 }
 
 QVariant TableModel::data(const QModelIndex& index, int role) const {
@@ -75,7 +75,9 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
         case LineIdRole:
             return line.id;
         case FirstRole:
-            return isFirst(position);
+            return line.path.section == 0;
+        case LastRole:
+            return isLast(position);
         case BareRole:
             return isBare(position);
         case AnimatedRole:
@@ -121,8 +123,8 @@ QString TableModel::sectionText(const TableLine& line) const {
     return QString::fromStdString(text.value_or(std::string()));
 }
 
-bool TableModel::isFirst(std::size_t line) const {
-    return _lines[line].isRow() ? !isRowAt(line - 1) : _lines[line].path.section == 0;
+bool TableModel::isLast(std::size_t line) const {
+    return _lines[line].isRow() && !isRowAt(line + 1);
 }
 
 bool TableModel::isBare(std::size_t line) const {
@@ -250,9 +252,9 @@ void TableModel::rebuild(bool animated) {
     insertLines(change.first, lines, change.lastAfter);
     adoptPlaces(lines);
     if (_lines.empty()) return;
-    // Rows beside the change may have become the first of their section, or no longer be.
+    // Rows beside the change may have become the last of their section, or no longer be.
     const std::size_t before = change.first > 0 ? change.first - 1 : 0;
-    notify(before, std::min(change.lastAfter, _lines.size() - 1), {FirstRole, BareRole});
+    notify(before, std::min(change.lastAfter, _lines.size() - 1), {LastRole, BareRole});
 }
 
 TableModel::Change TableModel::changeTo(const std::vector<TableLine>& lines) const {

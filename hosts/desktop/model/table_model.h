@@ -33,7 +33,8 @@ public:
         InsetRole,
         RowHeightRole,
         TreeRole,
-        FirstRole,    ///< the first row of its section, or a line of the first section
+        FirstRole,    ///< a line of the first section
+        LastRole,     ///< the last row of its section
         BareRole,     ///< a header or footer of a section without rows
         AnimatedRole  ///< whether the last change is to be seen happening
     };
@@ -102,7 +103,7 @@ private:
 
     QVariant rowData(TableLine& line, int role) const;
     QString sectionText(const TableLine& line) const;
-    bool isFirst(std::size_t line) const;
+    bool isLast(std::size_t line) const;
     bool isBare(std::size_t line) const;
     bool isRowAt(std::size_t line) const;
     std::optional<platform::NSIndexPath> placeOf(const TableLine& line) const;

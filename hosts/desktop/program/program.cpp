@@ -2,6 +2,7 @@
 #include "hosts/desktop/program/program.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQuickWindow>
 #include <QScreen>
 #include <QSocketNotifier>
@@ -91,7 +92,10 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
                      [&view](const QByteArray& token) { comeForward(view, token); });
     view.show();
     // After the first picture: what comes before it is what the user waits for.
-    QTimer::singleShot(0, &view, [&session] { session.watchFiles(); });
+    QTimer::singleShot(0, &view, [&session] {
+        session.watchFiles();
+        QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
+    });
     QSocketNotifier stopped(stop.descriptor(), QSocketNotifier::Read);
     QObject::connect(&stopped, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
     const int status = application.exec();

@@ -2,7 +2,7 @@
 import QtQuick
 import Trivel3.Settings
 
-/// What every row has: its ground, the line above it, the answer to touches and keys, its name for
+/// What every row has: its ground, the line below it, the answer to touches and keys, its name for
 /// those who cannot see it. Rows of each kind build on it.
 Item {
     id: row
@@ -11,7 +11,7 @@ Item {
     required property int lineId
     required property string text
     required property bool usable
-    required property bool first
+    required property bool last
     required property real inset
     required property real rowHeight
     required property bool animated
@@ -48,7 +48,8 @@ Item {
     }
 
     Hairline {
-        visible: !row.first
+        visible: !row.last
+        anchors.bottom: parent.bottom
         x: row.inset
         width: parent.width - x
     }
