@@ -2,11 +2,15 @@
 #include "hosts/terminal/exit_status.h"
 
 #include <cstdio>
+#include <string>
+
+#include "hosts/terminal/render/printable.h"
 
 namespace hosts::terminal {
 
 int fail(ExitStatus status, std::string_view message) {
-    std::fprintf(stderr, "trivel3ctl: %.*s\n", static_cast<int>(message.size()), message.data());
+    const std::string line = "trivel3ctl: " + printable(message) + "\n";
+    std::fwrite(line.data(), 1, line.size(), stderr);
     return status;
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
 #include <string_view>
 
 namespace hosts::terminal {
@@ -13,7 +12,8 @@ enum ExitStatus : int {
     wrongUsage = 2,  ///< the command line is wrong
 };
 
-/// Prints one line on standard error, under the program's name, and gives the status back.
+/// Prints one line on standard error, under the program's name, and gives the status back. Whatever in
+/// the message could steer a terminal (a key, a path, a file's label) is made visible.
 int fail(ExitStatus status, std::string_view message);
 
 /// Prints text on standard output; what it holds beyond printable characters goes out as it is.

@@ -9,6 +9,9 @@ namespace hosts::terminal {
 namespace {
 
 constexpr char32_t replacement = 0xFFFD;
+// No character is wider, so that a line always takes one.
+constexpr std::size_t leastWidth = 2;
+
 constexpr std::string_view replacementText = "\xEF\xBF\xBD";
 
 struct Character {
@@ -55,22 +58,23 @@ std::size_t columnsOf(char32_t code) {
     return width < 0 ? 1 : static_cast<std::size_t>(width);
 }
 
-// The longest start of the text that fits into `width` columns, in bytes; at least one character.
+// The longest start of the text that fits into `width` columns, in bytes.
 std::size_t fittingLength(std::string_view text, std::size_t width) {
     std::size_t used = 0;
     std::size_t length = 0;
     while (length < text.size()) {
         const Character character = firstCharacter(text.substr(length));
         used += columnsOf(character.code);
-        if (used > width && length > 0) break;
+        if (used > width) break;
         length += character.length;
     }
     return length;
 }
 
 void wrapLine(std::string_view line, std::size_t width, std::vector<std::string>& lines) {
-    while (columns(line) > width) {
+    while (true) {
         const std::size_t fitting = fittingLength(line, width);
+        if (fitting == line.size()) break;
         const std::size_t space = line.rfind(' ', fitting);
         const bool atSpace = space != line.npos && space > 0;
         lines.emplace_back(line.substr(0, atSpace ? space : fitting));
@@ -93,6 +97,11 @@ std::string printable(std::string_view text) {
     return result;
 }
 
+std::string inQuotes(std::string_view text) {
+    constexpr std::size_t longest = 60;
+    return "'" + shortened(printable(text), longest, "...") + "'";
+}
+
 std::size_t columns(std::string_view text) {
     std::size_t sum = 0;
     while (!text.empty()) {
@@ -103,17 +112,17 @@ std::size_t columns(std::string_view text) {
     return sum;
 }
 
-std::string shortened(std::string_view text, std::size_t most) {
-    if (columns(text) <= most) return std::string(text);
-    if (most == 0) return {};
-    return std::string(text.substr(0, most == 1 ? 0 : fittingLength(text, most - 1))) + "…";
+std::string shortened(std::string_view text, std::size_t most, std::string_view ellipsis) {
+    if (fittingLength(text, most) == text.size()) return std::string(text);
+    const std::size_t room = most - std::min(most, columns(ellipsis));
+    return std::string(text.substr(0, fittingLength(text, room))).append(ellipsis);
 }
 
 std::vector<std::string> wrapped(std::string_view text, std::size_t width) {
     std::vector<std::string> lines;
     while (true) {
         const std::size_t end = text.find('\n');
-        wrapLine(text.substr(0, end), std::max<std::size_t>(width, 1), lines);
+        wrapLine(text.substr(0, end), std::max(width, leastWidth), lines);
         if (end == text.npos) return lines;
         text.remove_prefix(end + 1);
     }

@@ -13,11 +13,15 @@ namespace hosts::terminal {
 /// by U+FFFD, so that nothing in it can steer a terminal.
 std::string printable(std::string_view text);
 
+/// The text in quotation marks, for a message; cut when it is long.
+std::string inQuotes(std::string_view text);
+
 /// Columns that the text takes on a terminal: wide characters take two, combining ones none.
 std::size_t columns(std::string_view text);
 
-/// The text, cut to at most this many columns, the last being "…" when something was cut.
-std::string shortened(std::string_view text, std::size_t most);
+/// The text, cut to at most this many columns. Where something was cut, `ellipsis` stands at the end,
+/// which takes a column for each of its characters.
+std::string shortened(std::string_view text, std::size_t most, std::string_view ellipsis = "…");
 
 /// Lines of at most this many columns, broken at spaces where there are any, and at the text's own
 /// line breaks.
