@@ -1,18 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include <string_view>
-
 #include "hosts/session/composers.h"
 #include "hosts/session/quiet_services.h"
-#include "hosts/session/row_finder.h"
 #include "hosts/session/scratch_file_system.h"
 #include "hosts/session/settings_session.h"
 #include "hosts/terminal/commands/commands.h"
+#include "hosts/terminal/commands/title_path.h"
 #include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/page_json.h"
 #include "hosts/terminal/render/page_text.h"
-#include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/value_json.h"
-#include "platform/list/list_controller.h"
 #include "platform/ui/navigation_controller.h"
 
 namespace hosts::terminal {
@@ -26,27 +22,6 @@ public:
     void didPresent(const std::shared_ptr<platform::UIViewController>&, bool) override {}
     void didDismiss(bool) override {}
 };
-
-// The page that the titles lead to; a title may itself hold a "/", so the longest that fits counts.
-bool followTitles(platform::UINavigationController& navigation, std::string_view path, std::string& error) {
-    while (!path.empty()) {
-        const std::shared_ptr<platform::UIViewController> page = navigation.topViewController();
-        std::string_view title = path;
-        std::vector<platform::NSIndexPath> rows = rowsLabelled(*page, title);
-        while (rows.empty() && title.rfind('/') != title.npos) {
-            title = title.substr(0, title.rfind('/'));
-            rows = rowsLabelled(*page, title);
-        }
-        // A page can be looked at while the row that leads to it is greyed.
-        auto* list = dynamic_cast<platform::PSListController*>(page.get());
-        if (!list || rows.empty() || !list->openDetailPage(list->specifierAtIndexPath(rows.front()))) {
-            error = "'" + page->title() + "' leads to no page '" + std::string(title) + "'";
-            return false;
-        }
-        path.remove_prefix(std::min(path.size(), title.size() + 1));
-    }
-    return true;
-}
 
 }  // namespace
 
@@ -67,7 +42,7 @@ int runShow(ProgramContext& context, const ShowOptions& options) {
     StillScreen screen;
     platform::UINavigationController navigation(screen);
     navigation.pushViewController_animated(std::move(root), false);
-    if (!followTitles(navigation, options.page, error)) return fail(failed, printable(error));
+    if (!followTitlePath(navigation, options.page, error)) return fail(failed, error);
 
     platform::UIViewController& page = *navigation.topViewController();
     const PageSnapshot snapshot = PageSnapshot::of(page);

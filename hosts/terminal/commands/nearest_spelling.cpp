@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/commands/nearest_spelling.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+#include <vector>
+
+namespace hosts::terminal {
+namespace {
+
+// Time goes with the length; nobody misspells a name by this much.
+constexpr std::size_t longestText = 256;
+
+// Levenshtein's distance: the fewest single characters to insert, remove or replace.
+std::size_t editDistance(std::string_view left, std::string_view right) {
+    std::vector<std::size_t> row(right.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        std::size_t diagonal = std::exchange(row[0], i + 1);
+        for (std::size_t j = 0; j < right.size(); ++j) {
+            const std::size_t replaced = diagonal + (left[i] == right[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, row[j] + 1, row[j + 1] + 1});
+        }
+    }
+    return row.back();
+}
+
+std::string lowerCase(std::string_view text) {
+    std::string lower(text.substr(0, longestText));
+    std::ranges::transform(lower, lower.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    return lower;
+}
+
+}  // namespace
+
+std::string nearestSpelling(std::string_view text, std::span<const std::string> names) {
+    // Case apart: a name in the wrong case is the commonest slip.
+    const std::string wanted = lowerCase(text);
+    auto nearest = std::ranges::min_element(
+        names, {}, [&wanted](const std::string& name) { return editDistance(wanted, lowerCase(name)); });
+    return nearest == names.end() ? std::string() : *nearest;
+}
+
+}  // namespace hosts::terminal
