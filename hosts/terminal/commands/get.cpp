@@ -13,13 +13,11 @@ int runGet(ProgramContext& context, const GetOptions& options) {
     if (!command.load(error)) return fail(failed, error);
     const auto value = command.settings().preferenceForKey(options.key);
     if (!value) {
-        const std::string key = printable(options.key);
-        if (command.findSetting(options.key)) return fail(failed, "'" + key + "' is not set and has no default");
-        return fail(failed, "the settings hold no '" + key + "'; the nearest known key is '" +
-                                command.nearestKey(options.key) + "'");
+        if (!command.findSetting(options.key)) return fail(failed, command.unknownKey(options.key));
+        return fail(failed, inQuotes(options.key) + " is not set and has no default");
     }
     auto text = valueText(*value);
-    if (!text) return fail(failed, "the value of '" + printable(options.key) + "' cannot be said in XML");
+    if (!text) return fail(failed, inQuotes(options.key) + " holds what an XML property list cannot say");
     if (!text->ends_with('\n') || value->string()) *text += '\n';
     print(*text);
     return done;

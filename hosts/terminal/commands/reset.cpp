@@ -19,11 +19,11 @@ std::optional<std::vector<const Setting*>> namedSettings(const SettingsCommand& 
     for (const std::string& key : options.keys) {
         const Setting* setting = command.findSetting(key);
         if (!setting) {
-            error = "'" + printable(key) + "' is no known key; did you mean '" + command.nearestKey(key) + "'?";
+            error = command.unknownKey(key);
             return std::nullopt;
         }
         if (!setting->defaultValue) {
-            error = "'" + key + "' has no default to go back to";
+            error = inQuotes(key) + " has no default to go back to; give it a value with 'trivel3ctl set'";
             return std::nullopt;
         }
         named.push_back(setting);

@@ -26,21 +26,22 @@ std::optional<ValueType> typeOf(Kind kind) {
 
 // How the value is to be read, or why there is no way to.
 std::optional<ValueType> chooseType(const SettingsCommand& command, const SetOptions& options, std::string& error) {
-    const std::string key = printable(options.key);
     const auto* setting = command.findSetting(options.key);
     if (!setting) {
         if (auto named = valueTypeNamed(options.type)) return named;
-        error = "'" + key + "' is no known key; did you mean '" + command.nearestKey(options.key) +
-                "'? For another key, give --type bool, int or string";
+        error = command.unknownKey(options.key) + " For a key outside the catalogue, give --type bool, int or string";
         return std::nullopt;
     }
     auto own = typeOf(setting->kind);
     if (!own) {
-        error = "'" + key + "' holds a dictionary, which cannot be set from the command line";
+        error = inQuotes(options.key) + " holds a dictionary, which no command line can say; change it on its page";
         return std::nullopt;
     }
-    if (auto named = valueTypeNamed(options.type); named && named != own) {
-        error = "'" + key + "' takes " + valueTypeHelp(*own) + ", whatever --type says";
+    const auto named = valueTypeNamed(options.type);
+    // A key without a default is outside the catalogue, and there --type has the say.
+    if (named && !setting->defaultValue) return named;
+    if (named && named != own) {
+        error = inQuotes(options.key) + " takes " + valueTypeHelp(*own) + ": leave --type out";
         return std::nullopt;
     }
     return own;
@@ -53,14 +54,14 @@ int runSet(ProgramContext& context, const SetOptions& options) {
     std::string error;
     if (!command.load(error)) return fail(failed, error);
     if (!platform::isValidUtf8(options.key) || !platform::isValidUtf8(options.value)) {
-        return fail(wrongUsage, "key and value must be UTF-8 text");
+        return fail(wrongUsage, "key and value must be UTF-8 text; settings hold no other");
     }
     const auto type = chooseType(command, options, error);
     if (!type) return fail(wrongUsage, error);
     const auto value = parseValue(options.value, *type);
     if (!value) {
-        return fail(wrongUsage, "'" + printable(options.value) + "' is no value for '" + printable(options.key) +
-                                    "', which takes " + valueTypeHelp(*type));
+        return fail(wrongUsage, inQuotes(options.value) + " is no value for " + inQuotes(options.key) +
+                                    ", which takes " + valueTypeHelp(*type));
     }
     if (!command.write(options.key, *value, error)) return fail(failed, error);
     return done;

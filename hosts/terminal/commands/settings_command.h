@@ -10,6 +10,7 @@
 #include "hosts/session/composers.h"
 #include "hosts/session/quiet_services.h"
 #include "hosts/session/settings_session.h"
+#include "hosts/terminal/commands/watched_writes.h"
 #include "hosts/terminal/program_context.h"
 
 namespace hosts::terminal {
@@ -29,16 +30,19 @@ public:
     const platform::PreferenceAccess::Setting* findSetting(std::string_view key) const;
     /// The known key that is spelt most like this one.
     std::string nearestKey(std::string_view key) const;
+    /// Says that the pane does not know the key, and asks whether the nearest one was meant.
+    std::string unknownKey(std::string_view key) const;
 
-    /// Runs the pane's write rule, and tells whether the file now holds the value. The reason is in
-    /// `error` when it does not.
+    /// Runs the pane's write rule. False, with the reason in `error`, when the file was not written.
     bool write(std::string_view key, const platform::Value& value, std::string& error);
 
     SessionNotifyCenter& notifications() { return _notifications; }
-    PhoneFileSystem& files() { return _context.files; }
 
 private:
+    std::string whyNotTried() const;
+
     ProgramContext& _context;
+    WatchedWrites _files;
     SessionNotifyCenter _notifications;
     QuietApplication _application;
     QuietDeviceQuery _deviceQuery;
