@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include <cerrno>
-#include <cstring>
 
-#include "hosts/linux/phone_file_system.h"
+#include "hosts/linux/error_text.h"
 #include "hosts/terminal/commands/commands.h"
+#include "hosts/terminal/commands/output_file.h"
 #include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/value_json.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/system_file.h"
+#include "platform/services/file_system.h"
 
 namespace hosts::terminal {
 namespace {
@@ -20,41 +21,40 @@ std::string location(const platform::PropertyListReading& reading) {
     return std::to_string(reading.error.line) + ":" + std::to_string(reading.error.column);
 }
 
-std::string unreadable(const std::string& file) {
-    return printable(file) + ": " + std::strerror(errno) + "; give the path of a file that can be read";
+// What the pane reads of a settings file is read here too, and a device without end does not take all
+// memory.
+constexpr std::size_t mostBytes = platform::FileSystem::usualReadLimit;
+
+std::optional<std::string> readInput(const std::string& file, std::string& error) {
+    errno = 0;
+    auto bytes = platform::readSystemFile(file, mostBytes + 1);
+    if (!bytes) {
+        error = file + ": " + errorText(errno) + "; give the path of a file that can be read";
+    } else if (bytes->size() > mostBytes) {
+        error = file + ": holds more than 64 MB, and no more is read";
+        bytes.reset();
+    }
+    return bytes;
 }
 
 std::string malformed(const std::string& file, const platform::PropertyListReading& reading) {
     return printable(file) + ": " + location(reading) + ": " + printable(reading.error.reason);
 }
 
-// The value in the wanted format, or why it cannot be said in it.
-std::optional<std::string> encode(const platform::Value& value, const std::string& format, std::string& error) {
-    if (format == "json") {
-        auto json = faithfulJsonOf(value, error);
-        return json ? std::optional(jsonLine(*json) + "\n") : std::nullopt;
-    }
-    auto writing = format == "xml1" ? platform::writeXmlPropertyList(value) : platform::writeBinaryPropertyList(value);
-    error = writing.reason;
-    return std::move(writing.bytes);
-}
-
-// Replaces the file in one step, so that one that is converted in place survives a full disk.
-bool replaceFile(const std::string& path, const std::string& bytes, std::string& error) {
-    const std::size_t slash = path.rfind('/');
-    const std::string folder = slash == path.npos ? "." : path.substr(0, slash + 1);
-    auto files = PhoneFileSystem::open(folder, error);
-    if (!files) return false;
-    if (files->writeFileAtomically("/" + path.substr(slash == path.npos ? 0 : slash + 1), bytes)) return true;
-    error = files->lastError();
-    return false;
+// The value in the wanted format, or what it holds that cannot be said in it.
+platform::PropertyListWriting encode(const platform::Value& value, const std::string& format) {
+    if (format == "xml1") return platform::writeXmlPropertyList(value);
+    if (format == "binary1") return platform::writeBinaryPropertyList(value);
+    platform::PropertyListWriting writing;
+    if (auto json = faithfulJsonOf(value, writing.reason)) writing.bytes = jsonLine(*json) + "\n";
+    return writing;
 }
 
 bool lint(const std::string& file) {
-    errno = 0;
-    auto bytes = platform::readSystemFile(file);
+    std::string error;
+    const auto bytes = readInput(file, error);
     if (!bytes) {
-        print(unreadable(file) + "\n");
+        fail(failed, error);
         return false;
     }
     const auto reading = platform::readPropertyList(*bytes);
@@ -72,19 +72,20 @@ int runPlistLint(const LintOptions& options) {
 }
 
 int runPlistConvert(const ConvertOptions& options) {
-    errno = 0;
-    auto bytes = platform::readSystemFile(options.file);
-    if (!bytes) return fail(failed, unreadable(options.file));
+    std::string error;
+    const auto bytes = readInput(options.file, error);
+    if (!bytes) return fail(failed, error);
     const auto reading = platform::readPropertyList(*bytes);
     if (!reading) return fail(failed, malformed(options.file, reading));
-    std::string error;
-    auto encoded = encode(*reading.value, options.format, error);
-    if (!encoded) return fail(failed, printable(options.file) + ": " + error);
+    const auto encoded = encode(*reading.value, options.format);
+    if (!encoded) {
+        return fail(failed, options.file + ": cannot be written as " + options.format + ": it holds " + encoded.reason);
+    }
     if (options.output == "-") {
-        print(*encoded);
+        print(*encoded.bytes);
         return done;
     }
-    return replaceFile(options.output, *encoded, error) ? done : fail(failed, error);
+    return writeOutputFile(options.output, *encoded.bytes, error) ? done : fail(failed, error);
 }
 
 }  // namespace hosts::terminal

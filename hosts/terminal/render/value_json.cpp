@@ -29,19 +29,22 @@ std::string base64(const platform::Data& data) {
 }
 
 // Turns a value into JSON; notes the first thing that JSON has no kind for. A binary property list
-// can refer to one container many times, and JSON would unfold it each time: hence the bound.
+// can refer to one container or text many times, and JSON unfolds it each time: hence the bounds.
 class Converter {
 public:
     json convert(const Value& value) {
-        if (_left == 0) return note("more values than we are ready to write", "(more)");
-        --_left;
+        --_valuesLeft;
         return std::visit([this](const auto& content) { return convertContent(content); }, value.storage());
     }
 
     const std::string& loss() const { return _loss; }
 
 private:
-    static constexpr std::size_t mostValues = 4'000'000;
+    static constexpr const char* tooMuch = "more than 4 million values or 256 MB of text";
+
+    bool isFull() const { return _valuesLeft == 0 || _bytesLeft == 0; }
+
+    void spend(std::size_t bytes) { _bytesLeft -= std::min(bytes, _bytesLeft); }
 
     json note(const char* what, json stand) {
         if (_loss.empty()) _loss = what;
@@ -60,10 +63,16 @@ private:
                                                         : number > 0       ? "+infinity"
                                                                            : "-infinity");
     }
-    json convertContent(const std::shared_ptr<const std::string>& text) { return *text; }
+    json convertContent(const std::shared_ptr<const std::string>& text) {
+        spend(text->size());
+        return *text;
+    }
     json convertContent(const platform::Date& date) { return note("a date", valueSummary(Value(date))); }
     json convertContent(const platform::Uid& uid) { return note("a UID", {{"CF$UID", uid.number}}); }
-    json convertContent(const std::shared_ptr<const platform::Data>& data) { return note("data", base64(*data)); }
+    json convertContent(const std::shared_ptr<const platform::Data>& data) {
+        spend(data->size());
+        return note("data", base64(*data));
+    }
     json convertContent(const std::shared_ptr<const platform::Array>& array) { return convertAll(*array); }
     json convertContent(const std::shared_ptr<const platform::Set>& set) {
         return note("a set", convertAll(set->members));
@@ -71,21 +80,23 @@ private:
     json convertContent(const std::shared_ptr<const platform::Dictionary>& dictionary) {
         json object = json::object();
         for (const auto& [key, value] : *dictionary) {
+            if (isFull()) return note(tooMuch, std::move(object));
+            spend(key.size());
             object[key] = convert(value);
-            if (_left == 0) break;
         }
         return dictionary->oddEntries().empty() ? object : note("a key that is no string", object);
     }
     json convertAll(const std::vector<Value>& values) {
         json array = json::array();
         for (const Value& value : values) {
+            if (isFull()) return note(tooMuch, std::move(array));
             array.push_back(convert(value));
-            if (_left == 0) break;
         }
         return array;
     }
 
-    std::size_t _left = mostValues;
+    std::size_t _valuesLeft = 4'000'000;
+    std::size_t _bytesLeft = std::size_t{256} << 20;
     std::string _loss;
 };
 
@@ -95,11 +106,11 @@ json jsonOf(const std::optional<Value>& value) {
     return value ? Converter().convert(*value) : json(nullptr);
 }
 
-std::optional<json> faithfulJsonOf(const Value& value, std::string& error) {
+std::optional<json> faithfulJsonOf(const Value& value, std::string& what) {
     Converter converter;
     json converted = converter.convert(value);
     if (converter.loss().empty()) return converted;
-    error = "holds " + converter.loss() + ", which JSON cannot say";
+    what = converter.loss();
     return std::nullopt;
 }
 

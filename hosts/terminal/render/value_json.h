@@ -14,9 +14,9 @@ namespace hosts::terminal {
 /// Null for nothing.
 nlohmann::json jsonOf(const std::optional<platform::Value>& value);
 
-/// A value as JSON without loss. Nothing, with the reason in `error`, when it holds what JSON has no
-/// kind for, or unfolds to more than `writeXmlPropertyList` would write.
-std::optional<nlohmann::json> faithfulJsonOf(const platform::Value& value, std::string& error);
+/// A value as JSON without loss. Nothing when it holds what JSON has no kind for, or unfolds to more
+/// than 4 million values or 256 MB of text; what that is, is then in `what`.
+std::optional<nlohmann::json> faithfulJsonOf(const platform::Value& value, std::string& what);
 
 /// The value's kind as the automation interface names it; null for nothing.
 nlohmann::json kindOf(const std::optional<platform::Value>& value);

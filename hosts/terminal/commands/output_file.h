@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace hosts::terminal {
+
+/// Writes a file of this machine. A regular file that stands there, or that a link there leads to, is
+/// replaced in one step and keeps its permissions, so that one that is converted in place survives a
+/// full disk. A device or pipe is written into. False, with one line in `error`, when it did not work.
+bool writeOutputFile(const std::string& path, std::string_view bytes, std::string& error);
+
+}  // namespace hosts::terminal
