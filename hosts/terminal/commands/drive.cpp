@@ -18,7 +18,8 @@ int runDrive(ProgramContext& context, const DriveOptions& options) {
     std::string error;
     if (!session.start(error)) return fail(failed, error);
     std::string line;
-    while (std::getline(std::cin, line))
+    // Nothing is carried out whose answer nobody can read.
+    while (std::cout && std::getline(std::cin, line))
         std::cout << jsonLine(session.answer(line)) << std::endl;
     return done;
 }

@@ -2,7 +2,9 @@
 #include "hosts/terminal/drive/attachment_copies.h"
 
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
+#include <system_error>
 
 namespace hosts::terminal {
 
@@ -14,8 +16,10 @@ std::optional<std::string> AttachmentCopies::write(const std::string& name, cons
     std::string path = folder + "/" + name;
     std::ofstream file(path, std::ios::binary);
     file << data << std::flush;
-    if (!file) return std::nullopt;
-    return path;
+    if (file) return path;
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
+    return std::nullopt;
 }
 
 }  // namespace hosts::terminal

@@ -4,6 +4,7 @@
 #include <map>
 #include <utility>
 
+#include "hosts/terminal/drive/command_reader.h"
 #include "hosts/terminal/drive/row_reference.h"
 #include "hosts/terminal/render/page_json.h"
 #include "hosts/terminal/render/value_json.h"
@@ -59,10 +60,10 @@ bool DriveSession::start(std::string& error) {
 }
 
 json DriveSession::answer(const std::string& line) {
-    const json command = json::parse(line, nullptr, false);
+    const json command = readCommand(line);
     if (!command.is_object()) return refused("the line is no JSON object");
     const std::string verb = textOf(command, "do");
-    if (verb == "get") return valueAnswer(command);
+    if (verb == "get" && command.contains("key") && command["key"].is_string()) return valueAnswer(command["key"]);
     return pageAnswer(carryOut(command), verb == "view");
 }
 
@@ -76,7 +77,8 @@ DriveSession::Refusal DriveSession::carryOut(const json& command) {
     if (verb == "reload") return reload();
     if (verb == "heart") return touchHeart();
     if (verb == "composer") return finishComposer(command);
-    return verb.empty() ? "\"do\" is missing" : "there is no command '" + verb + "'";
+    if (verb == "get") return "\"key\" takes a settings key";
+    return verb.empty() ? "\"do\" names the command; it is missing" : "there is no command '" + verb + "'";
 }
 
 DriveSession::Refusal DriveSession::tap(const json& command) {
@@ -138,18 +140,17 @@ DriveSession::Refusal DriveSession::finishComposer(const json& command) {
         return std::nullopt;
     }
     auto* post = dynamic_cast<platform::SLComposeViewController*>(composer.get());
+    if (!post) return "what is presented is no composer";
     const bool sent = *result == platform::MFMailComposeResult::sent;
-    if (!post || (!sent && *result != platform::MFMailComposeResult::cancelled)) {
-        return "a post is sent or cancelled; it cannot be '" + name + "'";
+    if (!sent && *result != platform::MFMailComposeResult::cancelled) {
+        return "a post is \"sent\" or \"cancelled\"; it cannot be '" + name + "'";
     }
     post->finish(sent ? platform::SLComposeViewControllerResult::done
                       : platform::SLComposeViewControllerResult::cancelled);
     return std::nullopt;
 }
 
-json DriveSession::valueAnswer(const json& command) const {
-    const std::string key = textOf(command, "key");
-    if (key.empty()) return refused("\"key\" is missing");
+json DriveSession::valueAnswer(const std::string& key) const {
     const auto value = _access->preferenceForKey(key);
     return {{"ok", true}, {"kind", kindOf(value)}, {"value", jsonOf(value)}};
 }

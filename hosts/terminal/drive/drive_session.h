@@ -49,7 +49,7 @@ private:
     Refusal touchHeart();
     Refusal finishComposer(const nlohmann::json& command);
 
-    nlohmann::json valueAnswer(const nlohmann::json& command) const;
+    nlohmann::json valueAnswer(const std::string& key) const;
     nlohmann::json pageAnswer(const Refusal& refusal, bool withViews);
 
     platform::UIViewController& page() const { return *_navigation.topViewController(); }

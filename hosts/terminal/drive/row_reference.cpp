@@ -27,7 +27,7 @@ std::optional<NSIndexPath> findByIndex(platform::UIViewController& page, const j
     const NSIndexPath path{reference["section"].get<std::size_t>(), reference["row"].get<std::size_t>()};
     platform::UITableView* table = tableOfPage(page);
     if (table && table->hasRowAtIndexPath(path)) return path;
-    error = "the page has no row " + std::to_string(path.row) + " in a section " + std::to_string(path.section);
+    error = "the page has no row " + std::to_string(path.row) + " in section " + std::to_string(path.section);
     return std::nullopt;
 }
 
