@@ -12,7 +12,8 @@
 namespace hosts::terminal {
 namespace {
 
-void report(const std::string& notification, const std::vector<Change>& changes, bool json) {
+// False when nobody can read it any more.
+bool report(const std::string& notification, const std::vector<Change>& changes, bool json) {
     if (json) {
         nlohmann::json all = nlohmann::json::array();
         for (const Change& change : changes)
@@ -23,7 +24,7 @@ void report(const std::string& notification, const std::vector<Change>& changes,
         for (const Change& change : changes)
             print(changeText(change));
     }
-    std::fflush(stdout);
+    return std::fflush(stdout) == 0;
 }
 
 }  // namespace
@@ -34,7 +35,10 @@ int runMonitor(ProgramContext& context, const MonitorOptions& options) {
     if (!command.load(error)) return fail(failed, error);
     StopSignals stop;
     auto stream = command.notifications().observe();
-    if (!stream) return fail(failed, command.notifications().lastError());
+    if (!stream) {
+        return fail(failed, command.notifications().lastError() +
+                                "; start the monitor in the session whose changes it is to tell of");
+    }
     std::vector<ObservedContent> observed;
     for (auto& file : command.settings().observedFiles())
         observed.emplace_back(context.files, std::move(file));
@@ -42,7 +46,8 @@ int runMonitor(ProgramContext& context, const MonitorOptions& options) {
 
     while (auto name = waitForNotification(*stream, stop.descriptor())) {
         for (ObservedContent& content : observed) {
-            if (content.notification() == *name) report(*name, content.takeChanges(), options.json);
+            if (content.notification() != *name) continue;
+            if (!report(*name, content.takeChanges(), options.json)) return failed;
         }
     }
     return stream->lastError().empty() ? done : fail(failed, stream->lastError());

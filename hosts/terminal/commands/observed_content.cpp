@@ -35,16 +35,13 @@ platform::Dictionary readDictionary(const platform::FileSystem& files, const std
     return content ? *content : platform::Dictionary();
 }
 
-bool isDictionaryOrAbsent(const std::optional<platform::Value>& value) {
-    return !value || value->dictionary();
+std::string changeLine(const Change& change) {
+    return printable(change.key) + ": " + valueSummary(change.before) + " -> " + valueSummary(change.after) + "\n";
 }
 
 platform::Dictionary dictionaryOf(const std::optional<platform::Value>& value) {
-    return value ? *value->dictionary() : platform::Dictionary();
-}
-
-std::string changeLine(const std::string& key, const Change& change) {
-    return printable(key) + ": " + valueSummary(change.before) + " -> " + valueSummary(change.after) + "\n";
+    const platform::Dictionary* content = value ? value->dictionary() : nullptr;
+    return content ? *content : platform::Dictionary();
 }
 
 }  // namespace
@@ -54,14 +51,9 @@ nlohmann::json changeJson(const Change& change) {
 }
 
 std::string changeText(const Change& change) {
-    const bool inEntries = isDictionaryOrAbsent(change.before) && isDictionaryOrAbsent(change.after);
-    if (!inEntries) return changeLine(change.key, change);
-    const auto entries = differences(dictionaryOf(change.before), dictionaryOf(change.after));
-    // A dictionary that comes or goes empty has no entry to tell of.
-    if (entries.empty()) return changeLine(change.key, change);
-    std::string text;
-    for (const Change& entry : entries)
-        text += changeLine(change.key + " " + entry.key, entry);
+    std::string text = changeLine(change);
+    for (const Change& entry : differences(dictionaryOf(change.before), dictionaryOf(change.after)))
+        text += "  " + changeLine(entry);
     return text;
 }
 

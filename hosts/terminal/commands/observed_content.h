@@ -20,7 +20,8 @@ struct Change {
 
 /// {"key","old","new"}
 nlohmann::json changeJson(const Change& change);
-/// Lines "KEY: old -> new"; of a dictionary, one line for each entry that changed.
+/// A line "KEY: old -> new". For a dictionary, which such a line tells only the size of, an indented
+/// line of the same kind follows for each entry that changed.
 std::string changeText(const Change& change);
 
 /// What one of the pane's files held when it was last read.
