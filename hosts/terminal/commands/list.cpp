@@ -4,6 +4,7 @@
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/settings_command.h"
 #include "hosts/terminal/exit_status.h"
+#include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/value_json.h"
 #include "hosts/terminal/render/value_text.h"
 
@@ -38,7 +39,8 @@ std::string settingLine(const Setting& setting, const platform::PreferenceAccess
     const std::string value = valueSummary(settings.preferenceForKey(setting.key));
     constexpr std::size_t valueWidth = 12;
     std::string line = setting.key + std::string(keyWidth - setting.key.size() + 2, ' ') + value;
-    line += std::string(value.size() < valueWidth ? valueWidth - value.size() : 1, ' ');
+    const std::size_t used = columns(value);
+    line += std::string(used < valueWidth ? valueWidth - used : 1, ' ');
     return line + (stored ? "stored" : "default") + "\n";
 }
 

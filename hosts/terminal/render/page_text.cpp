@@ -20,7 +20,9 @@ constexpr std::size_t usualWidth = 80;
 constexpr std::size_t leastWidth = 40;
 // Lines longer than this are hard to read, however wide the terminal is.
 constexpr std::size_t mostWidth = 100;
-constexpr std::size_t footerIndent = 4;
+// Rows stand in from the titles of their sections, and what is said about rows in from the rows: even
+// without colour nothing is taken for something else.
+constexpr std::size_t detailIndent = 6;
 
 // The escape sequences of ECMA-48 that we use.
 enum class Ink { bold, dim, green };
@@ -52,7 +54,7 @@ public:
         const std::string mark = row.checked && !row.on ? check() : " ";
         const std::size_t stateColumns = columns(state);
         const std::size_t room = _style.width - 4 - (stateColumns > 0 ? stateColumns + 1 : 0);
-        const std::string label = shortened(printable(row.label), room);
+        const std::string label = shortened(printable(row.label), room, _style.unicode ? "…" : "...");
         const std::string gap(stateColumns > 0 ? room - columns(label) + 1 : 0, ' ');
         const bool bright = row.enabled;
         line("  " + inkedIf(row.checked && bright, mark, Ink::green) + " " + inkedIf(!bright, label, Ink::dim) + gap +
@@ -73,11 +75,10 @@ private:
         return state;
     }
 
+    // Dim is for greyed rows alone; a switch that is merely off is as bright as its label.
     std::string inkedState(const RowSnapshot& row, const std::string& state) const {
-        if (!row.enabled || row.kind == RowSnapshot::Kind::link || (row.on && !*row.on)) {
-            return inkedIf(!state.empty(), state, Ink::dim);
-        }
-        return inkedIf(!state.empty(), state, Ink::green);
+        if (!row.enabled) return inked(state, Ink::dim);
+        return inkedIf(row.on.value_or(false), state, Ink::green);
     }
 
     std::string inkedIf(bool condition, const std::string& text, Ink ink) const {
@@ -109,21 +110,12 @@ void writeHeaderView(PageWriter& writer, const platform::UIView& header, std::st
         writeHeaderView(writer, *part, title);
 }
 
-// A cell of a page's own making shows more than one label: the texts after the first are its details.
-void collectTexts(const platform::UIView& view, std::vector<std::string>& texts) {
-    if (auto* label = dynamic_cast<const platform::UILabel*>(&view)) {
-        if (auto text = label->text()) texts.push_back(*text);
-    }
-    for (const auto& part : view.subviews())
-        collectTexts(*part, texts);
-}
-
 void writeRow(PageWriter& writer, const RowSnapshot& row) {
     writer.row(row);
-    std::vector<std::string> texts;
-    if (row.cell) collectTexts(*row.cell, texts);
+    // A cell of a page's own making shows more than one text: those after the first are its details.
+    const std::vector<std::string> texts = row.cell ? textsIn(*row.cell) : std::vector<std::string>();
     for (std::size_t i = 1; i < texts.size(); ++i)
-        writer.paragraph(texts[i], footerIndent);
+        writer.paragraph(texts[i], detailIndent);
 }
 
 void writeSection(PageWriter& writer, const SectionSnapshot& section) {
@@ -131,7 +123,7 @@ void writeSection(PageWriter& writer, const SectionSnapshot& section) {
     if (section.header) writer.groupTitle(*section.header);
     for (const RowSnapshot& row : section.rows)
         writeRow(writer, row);
-    if (section.footer) writer.paragraph(*section.footer, footerIndent);
+    if (section.footer) writer.paragraph(*section.footer, detailIndent);
 }
 
 }  // namespace
@@ -146,6 +138,8 @@ TextStyle styleForStandardOutput() {
     style.width = std::clamp(terminalWidth(), leastWidth, mostWidth);
     style.colour = terminal && !dumb && (!noColour || !*noColour);
     style.unicode = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
+    // Labels are UTF-8 whatever the terminal shows, and so are their widths.
+    std::setlocale(LC_CTYPE, "C.UTF-8");
     return style;
 }
 
