@@ -4,8 +4,10 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "hosts/terminal/commands/commands.h"
+#include "hosts/terminal/commands/nearest_spelling.h"
 #include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/printable.h"
 
@@ -31,7 +33,7 @@ private:
         return addCommand(name, help, [this, command, &options] {
             std::string error;
             auto context = ProgramContext::open(_common, error);
-            return context ? command(*context, options) : fail(failed, printable(error));
+            return context ? command(*context, options) : fail(failed, error);
         });
     }
 
@@ -39,9 +41,12 @@ private:
     void addPageCommands();
     void addSettingCommands();
     void addPlistCommands();
-    int refuse(const CLI::ParseError& error);
+    std::string helpCommand() const;
+    std::string unknownSubcommand() const;
+    int refuse(const std::string& reason) const;
 
     CLI::App _app{"The settings of Trivel 3 on a phone's file system"};
+    CLI::Option* _phone = nullptr;
     CommonOptions _common;
     std::string _deviceName{usualDeviceShape().name};
     ShowOptions _show;
@@ -60,9 +65,12 @@ private:
 CommandLine::CommandLine() {
     _app.name("trivel3ctl");
     _app.set_version_flag("--version", "trivel3ctl " TRIVEL3_VERSION);
-    _app.set_help_flag("--help", "Print this help and exit");
+    _app.set_help_flag("--help,-h", "Print this help and exit");
     // Options of the program are taken after the subcommand too.
     _app.fallthrough();
+    // Once there is a subcommand, no further word is taken for one: a page may be named "list".
+    _app.require_subcommand(0, 1);
+    _app.footer("'trivel3ctl SUBCOMMAND --help' tells more of each.");
     addCommonOptions();
     addPageCommands();
     addSettingCommands();
@@ -70,9 +78,9 @@ CommandLine::CommandLine() {
 }
 
 void CommandLine::addCommonOptions() {
-    _app.add_option("--phone", _common.phone, "Folder that stands for the root of the phone's file system")
-        ->envname("TRIVEL3_PHONE")
-        ->type_name("DIR");
+    _phone = _app.add_option("--phone", _common.phone, "Folder that stands for the root of the phone's file system")
+                 ->envname("TRIVEL3_PHONE")
+                 ->type_name("DIR");
     std::vector<std::string> names;
     for (const DeviceShape& shape : deviceShapes())
         names.emplace_back(shape.name);
@@ -81,6 +89,7 @@ void CommandLine::addCommonOptions() {
 
 CLI::App* CommandLine::addCommand(const char* name, const char* help, std::function<int()> run) {
     CLI::App* command = _app.add_subcommand(name, help);
+    command->footer("The options of 'trivel3ctl --help', --phone and --device, are taken here too.");
     command->callback([this, run = std::move(run)] { _chosen = run; });
     return command;
 }
@@ -90,9 +99,11 @@ void CommandLine::addPageCommands() {
     show->add_option("PAGE", _show.page, "Titles from the root page, such as \"Advanced Options/Quick Launcher\"");
     show->add_flag("--json", _show.json, "Print the page as JSON");
 
-    CLI::App* drive = addPhoneCommand("drive", "Carry out JSON commands from standard input", runDrive, _drive);
+    CLI::App* drive =
+        addPhoneCommand("drive", "Carry out commands from standard input, a JSON object a line", runDrive, _drive);
     drive->add_option("--can-open", _openableSchemes, "URL schemes that count as having a program")
         ->delimiter(',')
+        ->allow_extra_args(false)
         ->type_name("SCHEME,...");
 }
 
@@ -102,8 +113,9 @@ void CommandLine::addSettingCommands() {
 
     CLI::App* set = addPhoneCommand("set", "Change a setting", runSet, _set);
     set->add_option("KEY", _set.key, "The setting")->required();
-    set->add_option("VALUE", _set.value, "Its new value")->required();
-    set->add_option("--type", _set.type, "How to read the value of a key that is not known")
+    set->add_option("VALUE", _set.value, "Its new value: true, false, yes, no, on, off, 1 or 0; or a decimal integer")
+        ->required();
+    set->add_option("--type", _set.type, "How to read the value, for a key outside the catalogue")
         ->check(CLI::IsMember({"bool", "int", "string"}))
         ->type_name("TYPE");
 
@@ -115,7 +127,8 @@ void CommandLine::addSettingCommands() {
     CLI::Option* all = reset->add_flag("--all", _reset.all, "Every setting");
     keys->excludes(all);
 
-    CLI::App* monitor = addPhoneCommand("monitor", "Print changes as they are announced", runMonitor, _monitor);
+    CLI::App* monitor =
+        addPhoneCommand("monitor", "Print changes as they are announced, until interrupted", runMonitor, _monitor);
     monitor->add_flag("--json", _monitor.json, "Print one JSON object a line");
 }
 
@@ -136,24 +149,49 @@ void CommandLine::addPlistCommands() {
     convert->callback([this] { _chosen = [this] { return runPlistConvert(_convert); }; });
 }
 
-int CommandLine::refuse(const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) return _app.exit(error);
-    return fail(wrongUsage, printable(error.what()) + " (see 'trivel3ctl --help')");
+// How to ask for help on what the user was about to do.
+std::string CommandLine::helpCommand() const {
+    std::string command = "trivel3ctl";
+    for (const CLI::App* app = &_app; !app->get_subcommands().empty();) {
+        app = app->get_subcommands().front();
+        command += " " + app->get_name();
+    }
+    return command + " --help";
+}
+
+// Tells the word that stands where a subcommand should from other words that are not expected.
+std::string CommandLine::unknownSubcommand() const {
+    const CLI::App* app = &_app;
+    while (!app->get_subcommands().empty())
+        app = app->get_subcommands().front();
+    std::vector<std::string> names;
+    for (const CLI::App* command : app->get_subcommands({}))
+        names.push_back(command->get_name());
+    const auto words = _app.remaining(true);
+    if (names.empty() || words.empty() || words.front().starts_with('-')) return {};
+    return inQuotes(words.front()) + " is no subcommand; did you mean '" + nearestSpelling(words.front(), names) + "'?";
+}
+
+int CommandLine::refuse(const std::string& reason) const {
+    return fail(wrongUsage, reason + " (see '" + helpCommand() + "')");
 }
 
 int CommandLine::run(int argumentCount, char** arguments) {
     try {
         _app.parse(argumentCount, arguments);
     } catch (const CLI::ParseError& error) {
-        return refuse(error);
+        if (error.get_exit_code() == 0) return _app.exit(error);
+        const std::string unknown = unknownSubcommand();
+        return refuse(unknown.empty() ? error.what() : unknown);
+    }
+    // Taken for the default phone, an empty variable in a script would change the wrong one.
+    if (_phone->count() > 0 && _common.phone.empty()) return refuse("--phone takes a folder, not an empty name");
+    if (_app.got_subcommand("reset") && _reset.keys.empty() && !_reset.all) {
+        return refuse("name the settings to reset, or give --all");
     }
     _common.device = findDeviceShape(_deviceName);
     _drive.openableSchemes = {_openableSchemes.begin(), _openableSchemes.end()};
-    if (_chosen && _app.got_subcommand("reset") && _reset.keys.empty() && !_reset.all) {
-        return fail(wrongUsage, "name the settings to reset, or give --all");
-    }
-    if (!_chosen) return fail(wrongUsage, "name a subcommand (see 'trivel3ctl --help')");
-    return _chosen();
+    return _chosen ? _chosen() : refuse("name a subcommand");
 }
 
 }  // namespace
