@@ -1,11 +1,20 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/drawing/images.h"
 
+#include <QImageReader>
+
 namespace hosts::desktop {
 namespace {
 
+// Told what it reads, the reader does not load every plug-in that there is to ask.
+QImage readPng(const QString& file) {
+    QImageReader reader(file, "png");
+    reader.setAutoDetectImageFormat(false);
+    return reader.read();
+}
+
 QImage pixels(const platform::UIImage& image) {
-    if (!image.file().empty()) return QImage(QString::fromStdString(image.file()));
+    if (!image.file().empty()) return readPng(QString::fromStdString(image.file()));
     const auto width = static_cast<int>(image.pixelWidth());
     const auto height = static_cast<int>(image.pixelHeight());
     // The copy outlives the image, whose bytes a QImage of them would only borrow.

@@ -64,13 +64,17 @@ void LabelLayout::breakLines(int most) {
     if (_lines > 0) elideLastLine(_text.lineAt(_lines - 1));
 }
 
+// Text that wraps by words just ends with its last line; other text says that it was cut.
 void LabelLayout::elideLastLine(const QTextLine& last) {
-    const QString rest = _text.text().mid(last.textStart()).replace(QChar::LineSeparator, u' ');
-    const bool isWhole = last.textStart() + last.textLength() >= _text.text().size();
+    if (_label.numberOfLines != 1 && _label.lineBreakMode == platform::NSLineBreakMode::byWordWrapping) return;
+    const QString rest = _text.text().mid(last.textStart());
+    const bool isWhole = last.textLength() >= rest.size();
     if (isWhole && last.naturalTextWidth() <= _label.frame().width) return;
+    const QString paragraph = rest.section(QChar::LineSeparator, 0, 0);
+    const QString ellipsis = paragraph.size() < rest.size() ? QStringLiteral("…") : QString();
     const auto& formats = _text.formats();
     const QFont font = formats.isEmpty() ? _text.font() : formats.constFirst().format.font();
-    _elided = QFontMetricsF(font).elidedText(rest, Qt::ElideRight, _label.frame().width);
+    _elided = QFontMetricsF(font).elidedText(paragraph + ellipsis, Qt::ElideRight, _label.frame().width);
 }
 
 double LabelLayout::textHeight() const {

@@ -11,21 +11,41 @@ Item {
 
     width: ListView.view ? ListView.view.width : 0
     // On whole points, so that the lines of the rows below stay thin.
-    height: text === "" ? Theme.gap : Theme.textGap + Math.ceil(words.implicitHeight) + Theme.footerGap
+    readonly property real wanted: text === "" ? Theme.gap
+                                               : Theme.textGap + Math.ceil(words.implicitHeight) + Theme.footerGap
+    property real shown: 0
+    height: shown
+    Component.onCompleted: shown = wanted
 
     Accessible.role: Accessible.StaticText
     Accessible.name: text
     Accessible.ignored: text === ""
 
-    Behavior on height {
-        enabled: footer.animated
-        NumberAnimation {
-            duration: Theme.rowTime
-            easing.type: Easing.InOutQuad
-        }
+    // Lines that come or go in the same breath take the change of height along as they move.
+    onWantedChanged: {
+        motion.stop()
+        if (animated && Theme.rowTime > 0) Qt.callLater(follow)
+        else shown = wanted
+    }
+    function follow() {
+        if (ListView.view && !ListView.view.inMotion) motion.restart()
+        else shown = wanted
+    }
+    NumberAnimation {
+        id: motion
+        target: footer
+        property: "shown"
+        to: footer.wanted
+        duration: Theme.rowTime
+        easing.type: Easing.InOutQuad
     }
     onTextChanged: if (animated && Theme.rowTime > 0) fadeIn.restart()
 
+    // Opaque: rows on the move pass below.
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.page
+    }
     Hairline {
         width: parent.width
         visible: !footer.bare

@@ -19,6 +19,11 @@ Item {
     Accessible.name: text
     Accessible.ignored: text === ""
 
+    // Opaque: rows on the move pass below.
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.page
+    }
     Text {
         id: title
         anchors.bottom: parent.bottom

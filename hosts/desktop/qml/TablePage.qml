@@ -47,15 +47,31 @@ ListView {
     Connections {
         target: list.page.table
         function onSettle() { list.forceLayout() }
+        function onRowsInserted() { if (list.moves) motion.restart() }
+        function onRowsRemoved() { if (list.moves) motion.restart() }
     }
 
     readonly property bool moves: page.table !== null && page.table.animating && Theme.rowTime > 0
+    // Lines that slide off the screen, or onto it, are drawn on their way.
+    readonly property bool inMotion: motion.running
+    displayMarginEnd: inMotion ? height / 2 : 0
+    Timer {
+        id: motion
+        interval: Theme.rowTime + 50
+    }
+    // Lines that go fade where they stand, and those below slide over them; lines that come slide out
+    // from under the one above.
     add: Transition {
         enabled: list.moves
         ParallelAnimation {
             PropertyAction { property: "z"; value: -1 }
             NumberAnimation { property: "opacity"; from: 0; to: 1; duration: Theme.rowTime }
-            NumberAnimation { property: "y"; from: ViewTransition.destination.y - 44; duration: Theme.rowTime; easing.type: Easing.InOutQuad }
+            NumberAnimation {
+                property: "y"
+                from: ViewTransition.destination.y - Theme.slide
+                duration: Theme.rowTime
+                easing.type: Easing.InOutQuad
+            }
         }
     }
     remove: Transition {
@@ -63,7 +79,6 @@ ListView {
         ParallelAnimation {
             PropertyAction { property: "z"; value: -1 }
             NumberAnimation { property: "opacity"; to: 0; duration: Theme.rowTime }
-            NumberAnimation { property: "y"; to: ViewTransition.item ? ViewTransition.item.y - 44 : 0; duration: Theme.rowTime; easing.type: Easing.InOutQuad }
         }
     }
     displaced: Transition {

@@ -51,6 +51,8 @@ QtObject {
     readonly property real firstTitleGap: 28
     readonly property real titleGap: 4
     readonly property real footerGap: 23
+    /// How far a row slides as it comes.
+    readonly property real slide: 30
     /// The thinnest line that the screen can draw.
     property real hairline: 1
 
