@@ -25,11 +25,10 @@ std::string_view textForKey(const platform::Dictionary& dictionary, std::string_
     return value && value->string() ? std::string_view(*value->string()) : std::string_view();
 }
 
-/// The Info.plist; null when there is none that can be read.
-platform::Value readInfo(RationedFiles& files, const std::string& folder) {
+std::optional<platform::Value> readInfo(RationedFiles& files, const std::string& folder) {
     std::string bytes;
     if (!files.readFile(folder + "/Info.plist", bytes, longestInfo)) return {};
-    return platform::readPropertyList(bytes).value.value_or(platform::Value());
+    return platform::readPropertyList(bytes).value;
 }
 
 platform::Dictionary readEnglishNames(RationedFiles& files, const std::string& folder) {
@@ -80,8 +79,8 @@ std::string displayName(const platform::Dictionary& info, const platform::Dictio
 
 std::optional<InstalledApplication> readApplication(RationedFiles& files, const std::string& folder,
                                                     const platform::UIDevice& device) {
-    const platform::Value root = readInfo(files, folder);
-    const platform::Dictionary* info = root.dictionary();
+    const std::optional<platform::Value> root = readInfo(files, folder);
+    const platform::Dictionary* info = root ? root->dictionary() : nullptr;
     const std::string_view identifier = info ? textForKey(*info, "CFBundleIdentifier") : std::string_view();
     if (!isUsableIdentifier(identifier)) return std::nullopt;
     InstalledApplication application;

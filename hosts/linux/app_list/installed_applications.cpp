@@ -55,8 +55,10 @@ public:
 
     InstalledApplications take() {
         std::ranges::stable_sort(_found, {}, &InstalledApplication::identifier);
-        const auto repeated = std::ranges::unique(_found, {}, &InstalledApplication::identifier);
-        _found.erase(repeated.begin(), repeated.end());
+        const auto repeats = [](const InstalledApplication& one, const InstalledApplication& next) {
+            return one.identifier == next.identifier;
+        };
+        _found.erase(std::unique(_found.begin(), _found.end(), repeats), _found.end());
         return std::move(_found);
     }
 
