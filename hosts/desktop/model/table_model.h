@@ -68,6 +68,9 @@ public:
     /// Produces the cells on the screen again.
     void redrawVisibleRows();
 
+    // The list's own operations of these names stand beside the table's.
+    using QAbstractListModel::insertRows;
+    using QAbstractListModel::removeRows;
     void reloadTable(platform::PSListController& page) override;
     void reloadRow(platform::PSListController& page, std::size_t position, bool animated) override;
     void insertRows(platform::PSListController& page, std::size_t position, Rows rows, bool animated) override;

@@ -81,24 +81,30 @@ private:
     void drawPage(const QString& name) {
         draw(name);
         QQuickItem* table = seenTable(*_view.rootObject());
-        for (int part = 2; table && !table->property("atYEnd").toBool(); ++part) {
-            scrollOn(*table);
+        bool goesOn = table && !table->property("atYEnd").toBool();
+        for (int part = 2; goesOn; ++part) {
+            goesOn = scrollOn(*table);
             draw(name + u'-' + QString::number(part));
         }
         if (table) QMetaObject::invokeMethod(table, "positionViewAtBeginning");
     }
 
-    // By nearly a screen, so that no row is cut in every picture.
-    void scrollOn(QQuickItem& table) {
+    // By nearly a screen, so that no row is cut in every picture. False at the end.
+    bool scrollOn(QQuickItem& table) {
         auto number = [&table](const char* name) { return table.property(name).toDouble(); };
         const double next = number("contentY") + table.height() - pictureOverlap;
         const double last = number("originY") + number("contentHeight") - table.height();
         if (next < last) {
             table.setProperty("contentY", next);
-        } else {
-            QMetaObject::invokeMethod(&table, "positionViewAtEnd");
+            settle();
+            return true;
         }
-        settle();
+        // Twice: how long the table is shows only when its last lines have been made.
+        for (int i = 0; i < 2; ++i) {
+            QMetaObject::invokeMethod(&table, "positionViewAtEnd");
+            settle();
+        }
+        return false;
     }
 
     void drawComposer(const QString& name) {
@@ -167,8 +173,8 @@ bool takeScreenshots(OpenedPhone& phone, const Options& options, std::string& er
     DesktopSession session({files, services, handOver, phone.installation.systemImage, phone.folder, *options.device});
     const platform::CGSize size = options.device->screen.bounds.size();
     if (!session.open(QSizeF(size.width, size.height).toSize(), error)) return false;
-    session.window().setDark(options.dark.value_or(false));
     session.window().setReducedMotion(true);
+    session.window().setDark(options.dark.value_or(false));
     session.window().view().show();
     return Tour(session.navigation(), session.window().view(), folder).run(error);
 }

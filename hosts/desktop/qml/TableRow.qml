@@ -40,10 +40,16 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        color: touch.pressed && row.usable && row.answersTouch ? Theme.rowPressed : Theme.row
-        Behavior on color {
+        color: Theme.row
+    }
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.rowPressed
+        opacity: touch.pressed && row.answersTouch ? 1 : 0
+        visible: opacity > 0
+        Behavior on opacity {
             enabled: !touch.pressed
-            ColorAnimation { duration: Theme.fadeTime }
+            NumberAnimation { duration: Theme.fadeTime }
         }
     }
 
