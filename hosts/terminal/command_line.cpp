@@ -10,6 +10,7 @@
 #include "hosts/terminal/commands/nearest_spelling.h"
 #include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/printable.h"
+#include "hosts/terminal/screen/run_screen.h"
 
 namespace hosts::terminal {
 namespace {
@@ -44,6 +45,7 @@ private:
     std::string helpCommand() const;
     std::string unknownSubcommand() const;
     int refuse(const std::string& reason) const;
+    int openScreen() const;
 
     CLI::App _app{"The settings of Trivel 3 on a phone's file system"};
     CLI::Option* _phone = nullptr;
@@ -70,7 +72,9 @@ CommandLine::CommandLine() {
     _app.fallthrough();
     // Once there is a subcommand, no further word is taken for one: a page may be named "list".
     _app.require_subcommand(0, 1);
-    _app.footer("'trivel3ctl SUBCOMMAND --help' tells more of each.");
+    _app.footer(
+        "Without a subcommand, an interactive screen opens on the terminal.\n"
+        "'trivel3ctl SUBCOMMAND --help' tells more of each.");
     addCommonOptions();
     addPageCommands();
     addSettingCommands();
@@ -191,7 +195,13 @@ int CommandLine::run(int argumentCount, char** arguments) {
     }
     _common.device = findDeviceShape(_deviceName);
     _drive.openableSchemes = {_openableSchemes.begin(), _openableSchemes.end()};
-    return _chosen ? _chosen() : refuse("name a subcommand");
+    return _chosen ? _chosen() : openScreen();
+}
+
+int CommandLine::openScreen() const {
+    std::string error;
+    auto context = ProgramContext::open(_common, error);
+    return context ? runScreen(*context) : fail(failed, error);
 }
 
 }  // namespace

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+
+#include "hosts/linux/mail_sender.h"
+#include "hosts/terminal/screen/button_row.h"
+#include "hosts/terminal/screen/notices.h"
+#include "hosts/terminal/screen/screen_text.h"
+#include "hosts/terminal/screen/sheet.h"
+#include "platform/services/mail_composer.h"
+
+namespace hosts::terminal::screen {
+
+/// An e-mail for the user to look over, and then to send, save or drop.
+class MailSheet final : public Sheet {
+public:
+    using Composer = platform::MFMailComposeViewController;
+
+    MailSheet(std::shared_ptr<Composer> composer, MailSender& sender, Notices& notices, const ScreenText& text);
+
+    std::string title() const override { return "New E-mail"; }
+    Picture compose(Size size) override;
+    std::vector<KeyHint> hints() const override;
+    void handle(const Event& event) override;
+
+private:
+    void addField(Picture& picture, std::string_view name, std::string_view content, std::size_t width) const;
+    void press(std::size_t button);
+    void send();
+    void save();
+    void cancel();
+
+    std::shared_ptr<Composer> _composer;
+    MailSender& _sender;
+    Notices& _notices;
+    ScreenText _text;
+    ButtonRow _buttons;
+    std::size_t _focus = 0;
+    std::size_t _buttonLine = 0;
+};
+
+}  // namespace hosts::terminal::screen

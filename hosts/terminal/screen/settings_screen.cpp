@@ -1,0 +1,289 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/terminal/screen/settings_screen.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "hosts/terminal/screen/help_sheet.h"
+#include "hosts/terminal/screen/mail_sheet.h"
+#include "hosts/terminal/screen/post_sheet.h"
+#include "platform/list/list_controller.h"
+#include "platform/list/table_cell.h"
+#include "platform/ui/button.h"
+
+namespace hosts::terminal::screen {
+namespace {
+
+constexpr std::size_t titleBarHeight = 1;
+// Rows wider than this are hard to follow from label to state, however wide the terminal is.
+constexpr std::size_t mostBodyWidth = 100;
+constexpr std::size_t mostNoticeLines = 3;
+constexpr std::ptrdiff_t wheelLines = 3;
+
+platform::UIButton* heartOf(platform::UIViewController& page) {
+    const auto& item = page.navigationItem().rightBarButtonItem();
+    return item ? dynamic_cast<platform::UIButton*>(item->customView().get()) : nullptr;
+}
+
+std::string text(const Size& size, const Glyphs& glyphs) {
+    return std::to_string(size.width) + std::string(glyphs.times) + std::to_string(size.height);
+}
+
+}  // namespace
+
+SettingsScreen::SettingsScreen(ProgramContext& context, const Style& style)
+    : _text(style),
+      _outside(context, _notices),
+      _session(_outside.services(), context.installation.systemImage, context.device),
+      _host(_text, [this](const auto& presented) { return sheetFor(presented); }),
+      _navigation(_host) {}
+
+bool SettingsScreen::start(std::string& error) {
+    if (!_session.loadPane(error)) return false;
+    auto root = _session.makeRootPage(error);
+    if (!root) return false;
+    if (auto access = _session.preferenceAccess(error)) _observedFiles = access->observedFiles();
+    _navigation.pushViewController_animated(std::move(root), false);
+    return true;
+}
+
+std::shared_ptr<Sheet> SettingsScreen::sheetFor(const std::shared_ptr<platform::UIViewController>& presented) {
+    if (auto mail = std::dynamic_pointer_cast<platform::MFMailComposeViewController>(presented)) {
+        return std::make_shared<MailSheet>(std::move(mail), _outside.mail(), _notices, _text);
+    }
+    if (auto post = std::dynamic_pointer_cast<platform::SLComposeViewController>(presented)) {
+        return std::make_shared<PostSheet>(std::move(post), _outside.opener(), _notices, _text);
+    }
+    return nullptr;
+}
+
+Picture SettingsScreen::compose(Size size) {
+    _size = size;
+    if (size.width < leastSize.width || size.height < leastSize.height) return composeTooSmall(size);
+    return composeAll(size);
+}
+
+Picture SettingsScreen::composeTooSmall(Size size) const {
+    const std::string wanted = "Too small: " + text(size, _text.glyphs()) + "; at least " +
+                               text(leastSize, _text.glyphs()) + " is needed (q quits)";
+    Picture picture;
+    for (std::string& line : _text.lines(wanted, size.width))
+        picture.add(std::move(line));
+    picture.lines.resize(size.height);
+    return picture;
+}
+
+Picture SettingsScreen::composeAll(Size size) {
+    Picture bottom;
+    bottom.lines = composeBottom(size.width, bottom);
+    Picture picture;
+    const std::vector<Line> body = composeBody(size.height - titleBarHeight - bottom.lines.size(), picture);
+    picture.lines.push_back(titleBar().compose(size.width, _text));
+    std::ranges::copy(body, std::back_inserter(picture.lines));
+    if (bottom.caret) picture.caret = Caret{picture.lines.size() + bottom.caret->line, bottom.caret->column};
+    std::ranges::copy(bottom.lines, std::back_inserter(picture.lines));
+    return picture;
+}
+
+// In the middle of a terminal that is wider than is good for reading.
+std::size_t SettingsScreen::margin() const {
+    return (_size.width - std::min(_size.width, mostBodyWidth)) / 2;
+}
+
+std::vector<Line> SettingsScreen::composeBody(std::size_t height, Picture& picture) {
+    const Size size{std::min(_size.width, mostBodyWidth), height};
+    const std::shared_ptr<Sheet> sheet = shownSheet();
+    Picture body;
+    if (sheet) {
+        body = sheet->compose(size);
+    } else {
+        body.lines = _host.top().compose(size);
+    }
+    body.lines.resize(height);
+    for (Line& line : body.lines)
+        line.indent = margin();
+    if (body.caret && body.caret->line < height) {
+        picture.caret = Caret{body.caret->line + titleBarHeight, body.caret->column + margin()};
+    }
+    return std::move(body.lines);
+}
+
+// The key line, which makes room for the find prompt or what there is to tell.
+std::vector<Line> SettingsScreen::composeBottom(std::size_t width, Picture& picture) {
+    if (_find.isOpen()) {
+        Picture prompt = _find.compose(width, _text);
+        picture.caret = prompt.caret;
+        return std::move(prompt.lines);
+    }
+    if (const auto& notice = _notices.current()) {
+        std::vector<Line> lines;
+        std::vector<std::string> texts = _text.lines(notice->text, width - 2);
+        if (texts.size() > mostNoticeLines) {
+            texts.resize(mostNoticeLines);
+            texts.back() = _text.fitted(texts.back() + std::string(width, ' '), width - 2);
+        }
+        for (const std::string& part : texts) {
+            lines.emplace_back().add(" " + part, notice->isWarning ? Ink::warning : Ink::strong);
+        }
+        return lines;
+    }
+    const std::shared_ptr<Sheet> sheet = shownSheet();
+    return {keyLine(sheet ? sheet->hints() : pageHints(), width)};
+}
+
+TitleBar SettingsScreen::titleBar() const {
+    if (const std::shared_ptr<Sheet> sheet = shownSheet()) return {{}, sheet->title(), false};
+    PageView* const below = _host.below();
+    return {below ? below->page().title() : std::string(), _host.top().page().title(), hasHeart()};
+}
+
+std::vector<KeyHint> SettingsScreen::pageHints() const {
+    std::vector<KeyHint> hints{{"Enter", "Tap"}};
+    if (_host.below()) hints.push_back({std::string(_text.glyphs().leftKey), "Back"});
+    hints.push_back({"?", "Help"});
+    hints.push_back({"q", "Quit"});
+    hints.push_back({"/", "Find"});
+    hints.push_back({std::string(_text.glyphs().upDownKeys), "Move"});
+    if (hasHeart()) hints.push_back({"h", "Share"});
+    hints.push_back({"r", "Reload"});
+    return hints;
+}
+
+void SettingsScreen::handle(const Event& event) {
+    _notices.clear();
+    const bool isTooSmall = _size.width < leastSize.width || _size.height < leastSize.height;
+    // What cannot be seen is not changed.
+    if (isTooSmall) {
+        _isOver = event.is('q');
+        return;
+    }
+    if (const std::shared_ptr<Sheet> sheet = shownSheet()) {
+        Event within = event;
+        within.line -= std::min(within.line, titleBarHeight);
+        within.column -= std::min(within.column, margin());
+        sheet->handle(within);
+    } else if (_find.isOpen()) {
+        _find.handle(event, _host.top());
+    } else {
+        handleOnPage(event);
+    }
+    if (const auto problem = _outside.takeWriteProblem()) _notices.warn("Not saved: " + *problem);
+}
+
+void SettingsScreen::handleOnPage(const Event& event) {
+    if (!move(event)) command(event);
+}
+
+bool SettingsScreen::move(const Event& event) {
+    PageView& view = _host.top();
+    switch (event.key) {
+        case Key::up:
+            view.moveRows(-1);
+            return true;
+        case Key::down:
+            view.moveRows(1);
+            return true;
+        case Key::pageUp:
+            view.movePages(-1);
+            return true;
+        case Key::pageDown:
+            view.movePages(1);
+            return true;
+        case Key::home:
+            view.moveToFirst();
+            return true;
+        case Key::end:
+            view.moveToLast();
+            return true;
+        case Key::wheelUp:
+            view.scrollLines(-wheelLines);
+            return true;
+        case Key::wheelDown:
+            view.scrollLines(wheelLines);
+            return true;
+        default:
+            return false;
+    }
+}
+
+void SettingsScreen::command(const Event& event) {
+    if (event.key == Key::enter || event.is(' ')) return useRow();
+    if (event.key == Key::left || event.key == Key::escape || event.key == Key::backspace) return goBack();
+    if (event.key == Key::click) return click(event);
+    if (event.is('h')) return touchHeart();
+    if (event.is('r')) return reload();
+    if (event.is('/')) return _find.open(_host.top());
+    if (event.is('n') || event.is('N')) return findAgain(event.is('N'));
+    if (event.is('?')) return openHelp();
+    if (event.is('q')) _isOver = true;
+}
+
+void SettingsScreen::useRow() {
+    if (const auto path = _host.top().cursor()) tap(*path);
+}
+
+// A tap on a row lands on its switch, where it has one.
+void SettingsScreen::tap(platform::NSIndexPath path) {
+    // Held here: the tap may put another page on top, or release this one.
+    const std::shared_ptr<platform::UIViewController> page = _navigation.topViewController();
+    PageView& view = _host.top();
+    const auto cell = std::dynamic_pointer_cast<platform::PSTableCell>(view.cellAt(path));
+    if (cell && !cell->isCellEnabled()) _notices.say("This row is greyed: it has no effect as things are set now");
+    if (cell && cell->isSwitch()) {
+        cell->userMovedSwitch(!cell->isOn());
+        // Where writing has failed, the switch goes back to what the file says.
+        view.noteCellOld(path);
+    } else if (platform::UITableView* table = tableOfPage(*page)) {
+        table->touchRowAtIndexPath(path);
+    }
+}
+
+void SettingsScreen::goBack() {
+    if (!_navigation.popViewControllerAnimated(true)) _notices.say("This is the first page; q quits");
+}
+
+bool SettingsScreen::hasHeart() const {
+    return heartOf(_host.top().page()) != nullptr;
+}
+
+void SettingsScreen::touchHeart() {
+    platform::UIButton* const heart = heartOf(_host.top().page());
+    if (!heart) return _notices.say("This page has no heart button");
+    heart->sendActionsForControlEvents(platform::UIControlEventTouchUpInside);
+}
+
+void SettingsScreen::reload() {
+    if (auto* list = dynamic_cast<platform::PSListController*>(&_host.top().page())) list->reloadSpecifiers();
+    _host.top().noteRowsMoved();
+    _notices.say("Loaded again");
+}
+
+void SettingsScreen::findAgain(bool upwards) {
+    if (_find.text().empty()) return _notices.say("Type / and a part of the row's label first");
+    if (!_find.repeat(_host.top(), upwards)) _notices.say("No row has '" + _find.text() + "' in its label");
+}
+
+void SettingsScreen::openHelp() {
+    _help = std::make_shared<HelpSheet>(_text, [this] { _help.reset(); });
+}
+
+void SettingsScreen::click(const Event& event) {
+    if (event.line < titleBarHeight) return clickTitleBar(event);
+    const auto path = _host.top().rowOnLine(event.line - titleBarHeight);
+    if (!path) return;
+    _host.top().moveTo(*path);
+    tap(*path);
+}
+
+void SettingsScreen::clickTitleBar(const Event& event) {
+    switch (titleBar().partAt(event.column, _size.width, _text)) {
+        case TitleBar::Part::back:
+            return goBack();
+        case TitleBar::Part::heart:
+            return touchHeart();
+        case TitleBar::Part::title:
+            break;
+    }
+}
+
+}  // namespace hosts::terminal::screen

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "hosts/session/settings_session.h"
+#include "hosts/terminal/screen/bars.h"
+#include "hosts/terminal/screen/event.h"
+#include "hosts/terminal/screen/find_prompt.h"
+#include "hosts/terminal/screen/notices.h"
+#include "hosts/terminal/screen/outside.h"
+#include "hosts/terminal/screen/picture.h"
+#include "hosts/terminal/screen/screen_host.h"
+#include "hosts/terminal/screen/screen_text.h"
+#include "platform/ui/navigation_controller.h"
+
+namespace hosts::terminal::screen {
+
+/// A Settings application for a terminal, without the terminal: events go in, pictures come out.
+class SettingsScreen {
+public:
+    static constexpr Size leastSize{40, 12};
+
+    /// `context` outlives the object.
+    SettingsScreen(ProgramContext& context, const Style& style);
+
+    /// Loads the pane and opens its root page. False, with one line in `error`, when that fails.
+    bool start(std::string& error);
+
+    /// The whole screen as it is now. Rows that have come into view are produced for it.
+    Picture compose(Size size);
+
+    /// Carries out what the user did to the screen that was last composed.
+    void handle(const Event& event);
+
+    /// Another process has changed a settings file: the rows that are seen are produced again.
+    void noteFilesChanged() { _host.top().noteCellsOld(); }
+
+    /// Whether the user has had enough.
+    bool isOver() const { return _isOver; }
+
+    /// The files that the pane keeps.
+    std::vector<platform::PreferenceAccess::ObservedFile> observedFiles() const { return _observedFiles; }
+    SessionNotifyCenter& notifications() { return _outside.notifications(); }
+
+private:
+    std::shared_ptr<Sheet> sheetFor(const std::shared_ptr<platform::UIViewController>& presented);
+    std::shared_ptr<Sheet> shownSheet() const { return _help ? _help : _host.sheet(); }
+
+    Picture composeAll(Size size);
+    Picture composeTooSmall(Size size) const;
+    std::size_t margin() const;
+    std::vector<Line> composeBody(std::size_t height, Picture& picture);
+    std::vector<Line> composeBottom(std::size_t width, Picture& picture);
+    TitleBar titleBar() const;
+    std::vector<KeyHint> pageHints() const;
+
+    void handleOnPage(const Event& event);
+    bool move(const Event& event);
+    void command(const Event& event);
+    void click(const Event& event);
+    void clickTitleBar(const Event& event);
+    void useRow();
+    void tap(platform::NSIndexPath path);
+    void goBack();
+    void touchHeart();
+    void reload();
+    void findAgain(bool upwards);
+    void openHelp();
+    bool hasHeart() const;
+
+    ScreenText _text;
+    Notices _notices;
+    Outside _outside;
+    SettingsSession _session;
+    ScreenHost _host;
+    FindPrompt _find;
+    std::shared_ptr<Sheet> _help;
+    Size _size;
+    bool _isOver = false;
+    std::vector<platform::PreferenceAccess::ObservedFile> _observedFiles;
+    platform::UINavigationController _navigation;
+};
+
+}  // namespace hosts::terminal::screen

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "hosts/terminal/screen/event.h"
+#include "hosts/terminal/screen/picture.h"
+
+namespace hosts::terminal::screen {
+
+/// A key and what it does.
+struct KeyHint {
+    std::string key;
+    std::string action;
+};
+
+/// Something that is shown over the page and takes all keys while it is.
+class Sheet {
+public:
+    virtual ~Sheet() = default;
+
+    virtual std::string title() const = 0;
+    /// In exactly this many columns, and at most this many lines.
+    virtual Picture compose(Size size) = 0;
+    /// The most needed first.
+    virtual std::vector<KeyHint> hints() const = 0;
+    /// A click's place counts from the top left corner of the sheet. The sheet may be gone from the
+    /// screen afterwards.
+    virtual void handle(const Event& event) = 0;
+};
+
+}  // namespace hosts::terminal::screen
