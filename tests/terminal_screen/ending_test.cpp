@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: MIT
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include "child_process.h"
+#include "tests/terminal_screen/opened_screen.h"
+
+namespace terminal_screen_test {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST(ScreenEnd, quitsWithTheTerminalAsItWas) {
+    OpenedScreen screen;
+    screen.terminal.press({"q"});
+    EXPECT_EQ(screen.terminal.waitForEnd(), 0);
+    EXPECT_TRUE(screen.terminal.isRestored());
+    EXPECT_TRUE(screen.terminal.waitUntilGone("Multi-Center"));
+}
+
+TEST(ScreenEnd, signalsLeaveTheTerminalAsItWas) {
+    for (const int number : {SIGTERM, SIGINT, SIGHUP, SIGQUIT}) {
+        OpenedScreen screen;
+        ::kill(screen.terminal.process(), number);
+        EXPECT_EQ(screen.terminal.waitForEnd(), 0) << number;
+        EXPECT_TRUE(screen.terminal.isRestored()) << number;
+    }
+}
+
+TEST(ScreenEnd, interruptKeyLeavesTheTerminalAsItWas) {
+    OpenedScreen screen;
+    screen.terminal.press({"C-c"});
+    EXPECT_TRUE(screen.terminal.waitForEnd().has_value());
+    EXPECT_TRUE(screen.terminal.isRestored());
+}
+
+TEST(ScreenEnd, suspendsAndGoesOn) {
+    Phone phone;
+    TmuxTerminal terminal({"bash", "--norc", "-i"}, {.environment = {{"PS1", "ready> "}}});
+    ASSERT_TRUE(terminal.waitFor("ready>"));
+    terminal.type("stty -g > settings-before; " TEST_PROGRAM " --phone '" + phone.folder() + "'\n");
+    ASSERT_TRUE(terminal.waitFor("Quick Switcher"));
+    terminal.press({"Down"});
+    ASSERT_TRUE(terminal.waitFor("▸   Quick Switcher"));
+    terminal.press({"C-z"});
+    ASSERT_TRUE(terminal.waitFor("Stopped"));
+    terminal.type("stty -g | cmp - settings-before && echo the same\n");
+    EXPECT_TRUE(terminal.waitForRow("the same", "the same"));
+    terminal.type("fg\n");
+    ASSERT_TRUE(terminal.waitFor("▸   Quick Switcher"));
+    terminal.press({"Space"});
+    EXPECT_TRUE(phone.waitForStored("QuickSwitcher", platform::Value(false)));
+    terminal.press({"q"});
+    EXPECT_TRUE(terminal.waitFor("ready>"));
+}
+
+// Runs a shell's command; what it prints comes line by line.
+std::string outputOf(const std::string& command) {
+    test::ChildProcess process({"/bin/sh", "-c", command});
+    std::string output;
+    while (const auto line = process.readLine())
+        output += *line + "\n";
+    return output + "exit " + std::to_string(process.wait());
+}
+
+TEST(NoScreen, printsTheRootPageAndSaysHowToGoOn) {
+    Phone phone;
+    const std::string command = "'" TEST_PROGRAM "' --phone '" + phone.folder() + "'";
+    EXPECT_EQ(outputOf(command + " 2>/dev/null"), outputOf(command + " show"));
+    EXPECT_THAT(outputOf(command + " 2>&1 >/dev/null"), StartsWith("trivel3ctl: no terminal for the interactive"));
+    EXPECT_THAT(outputOf(command + " 2>&1 >/dev/null"), HasSubstr("show PAGE"));
+}
+
+TEST(NoScreen, printsTheRootPageOnATerminalThatCannotShowAScreen) {
+    for (const char* kind : {"dumb", "no-such-terminal"}) {
+        Phone phone;
+        TmuxTerminal terminal(program(phone), {.kind = kind});
+        EXPECT_EQ(terminal.waitForEnd(), 0);
+        EXPECT_TRUE(terminal.waitFor("Fenwary Support"));
+        EXPECT_TRUE(terminal.waitFor("trivel3ctl: ")) << kind;
+    }
+}
+
+}  // namespace
+}  // namespace terminal_screen_test

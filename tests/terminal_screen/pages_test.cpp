@@ -1,0 +1,200 @@
+// SPDX-License-Identifier: MIT
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "tests/terminal_screen/opened_screen.h"
+
+namespace terminal_screen_test {
+namespace {
+
+using platform::Dictionary;
+using platform::Value;
+using testing::HasSubstr;
+using testing::Not;
+
+const TmuxTerminal::Setup smallest{.width = 40, .height = 12};
+
+TEST(Screen, opensOnTheRootPage) {
+    OpenedScreen screen;
+    const std::string text = screen.terminal.text();
+    EXPECT_THAT(screen.terminal.lines().front(), HasSubstr("Trivel 3"));
+    EXPECT_THAT(text, HasSubstr("by Movane and Daxon"));
+    EXPECT_THAT(text, HasSubstr("Merge Multitasking and Control Center."));
+    EXPECT_THAT(screen.terminal.rowWith("Multi-Center  "), HasSubstr("on ━━●"));
+    EXPECT_THAT(screen.terminal.rowWith("Advanced Options"), HasSubstr("›"));
+    EXPECT_THAT(screen.terminal.rowWith("▸"), HasSubstr("Multi-Center"));
+}
+
+// A feature page's title, and something that only it shows.
+struct Page {
+    const char* title;
+    const char* content;
+};
+
+constexpr Page featurePages[] = {
+    {"Quick Launcher", "Do Not Display"}, {"Slider Actions", "Toggle Auto-Brightness"}, {"Album Artwork", "On Play"},
+    {"Close All Apps", "Camera"},         {"Disable in Applications", "Maps"},
+};
+
+// With these settings no link of the advanced options is greyed.
+Dictionary allLinksBright() {
+    Dictionary settings;
+    settings.set("MinimalControlCenterEnabled", Value(false));
+    return settings;
+}
+
+TEST(Screen, opensEveryFeaturePageAndGoesBack) {
+    OpenedScreen screen({}, allLinksBright());
+    ASSERT_TRUE(screen.open("Advanced Options"));
+    for (const Page& page : featurePages) {
+        ASSERT_TRUE(screen.open(page.title)) << screen.terminal.text();
+        EXPECT_THAT(screen.terminal.lines().front(), HasSubstr("‹ Advanced Options"));
+        EXPECT_THAT(screen.terminal.text(), HasSubstr(page.content)) << page.title;
+        screen.terminal.press({"Left"});
+        ASSERT_TRUE(screen.terminal.waitFor("‹ Trivel 3"));
+        EXPECT_THAT(screen.terminal.rowWith("▸"), HasSubstr(page.title));
+    }
+}
+
+TEST(Screen, showsTheCreatorsWithWhatTheirCellsTell) {
+    OpenedScreen screen;
+    ASSERT_TRUE(screen.open("The Creators"));
+    EXPECT_THAT(screen.terminal.text(), HasSubstr("Daxon (@Daxon_QT)"));
+    EXPECT_THAT(screen.terminal.text(), HasSubstr("Trivel 3, Ostrel, Quellmark, Pindrift,"));
+    EXPECT_THAT(screen.terminal.rowWith("Follow Fenwary"), HasSubstr("›"));
+}
+
+TEST(Screen, movesSwitchesAndShowsWhatFollowsFromThem) {
+    OpenedScreen screen;
+    ASSERT_THAT(screen.terminal.text(), Not(HasSubstr("pull up further")));
+    screen.terminal.press({"Space"});
+    EXPECT_TRUE(screen.terminal.waitForRow("Multi-Center  ", "off ●──"));
+    EXPECT_EQ(screen.phone.stored("MultiCenter"), Value(false));
+    EXPECT_THAT(screen.terminal.text(), HasSubstr("pull up further"));
+    screen.terminal.press({"Enter"});
+    EXPECT_TRUE(screen.terminal.waitForRow("Multi-Center  ", "on ━━●"));
+    EXPECT_EQ(screen.phone.stored("MultiCenter"), Value(true));
+}
+
+TEST(Screen, takesOutAndBringsBackDependentRows) {
+    OpenedScreen screen;
+    ASSERT_TRUE(screen.open("Advanced Options"));
+    ASSERT_TRUE(screen.terminal.waitFor("If AirDrop is Off"));
+    screen.find("Minimal Display");
+    screen.terminal.press({"Space"});
+    EXPECT_TRUE(screen.terminal.waitUntilGone("If AirDrop is Off"));
+    EXPECT_THAT(screen.terminal.rowWith("▸"), HasSubstr("Minimal Display"));
+    screen.terminal.press({"Space"});
+    EXPECT_TRUE(screen.terminal.waitFor("If AirDrop is Off"));
+}
+
+TEST(Screen, movesTheCheckmarkToTheChosenRow) {
+    OpenedScreen screen;
+    ASSERT_TRUE(screen.open("Advanced Options"));
+    ASSERT_TRUE(screen.open("Slider Actions"));
+    ASSERT_THAT(screen.terminal.rowWith("Toggle Auto-Brightness"), HasSubstr("✓"));
+    screen.find("Set Brightness to Minimum");
+    screen.terminal.press({"Enter"});
+    EXPECT_TRUE(screen.terminal.waitForRow("Set Brightness to Minimum", "✓"));
+    EXPECT_THAT(screen.terminal.rowWith("Toggle Auto-Brightness"), Not(HasSubstr("✓")));
+    EXPECT_EQ(screen.phone.stored("SliderActionsBrightness"), Value(0));
+}
+
+TEST(Screen, ticksApplications) {
+    OpenedScreen screen;
+    ASSERT_TRUE(screen.open("Advanced Options"));
+    ASSERT_TRUE(screen.open("Close All Apps"));
+    screen.find("Camera");
+    ASSERT_TRUE(screen.terminal.waitForRow("▸", "Camera"));
+    screen.terminal.press({"Space"});
+    EXPECT_TRUE(screen.terminal.waitForRow("Camera", "✓"));
+    EXPECT_TRUE(screen.phone.stored("CloseAllAppsExceptions").has_value());
+    screen.terminal.press({"Space"});
+    EXPECT_TRUE(screen.terminal.waitForRow("Camera", "▸   Camera"));
+}
+
+TEST(Screen, leavesGreyedRowsAlone) {
+    OpenedScreen screen;
+    ASSERT_TRUE(screen.open("Advanced Options"));
+    screen.find("Quick Launcher");
+    ASSERT_TRUE(screen.terminal.waitForRow("▸", "Quick Launcher"));
+    ASSERT_THAT(screen.terminal.rowWith("Quick Launcher"), HasSubstr("(greyed)"));
+    screen.terminal.press({"Enter"});
+    EXPECT_TRUE(screen.terminal.waitFor("This row is greyed"));
+    EXPECT_THAT(screen.terminal.lines().front(), HasSubstr("Advanced Options"));
+    screen.find("Access App Switcher");
+    screen.terminal.press({"Space"});
+    EXPECT_TRUE(screen.terminal.waitForRow("Access App Switcher", "(greyed) off"));
+    EXPECT_EQ(screen.phone.stored("QuickLauncherEnabled"), std::nullopt);
+}
+
+TEST(Screen, goesBackByEscapeAndBackspaceAndStaysOnTheFirstPage) {
+    OpenedScreen screen;
+    for (const char* key : {"Escape", "BSpace"}) {
+        ASSERT_TRUE(screen.open("The Creators"));
+        screen.terminal.press({key});
+        EXPECT_TRUE(screen.terminal.waitForRow("▸", "The Creators")) << key;
+    }
+    screen.terminal.press({"Left"});
+    EXPECT_TRUE(screen.terminal.waitFor("This is the first page"));
+}
+
+TEST(Screen, showsChangesOfOtherProcessesInTheRowsThatAreSeen) {
+    OpenedScreen screen;
+    ASSERT_TRUE(screen.open("Advanced Options"));
+    ASSERT_THAT(screen.terminal.rowWith("Reachable Display"), HasSubstr("on ━━●"));
+    screen.phone.store("ReachabilityMode", Value(false));
+    EXPECT_TRUE(screen.terminal.waitForRow("Reachable Display", "off ●──"));
+}
+
+TEST(Screen, leavesThePagesOwnRulesAloneWhenAFileChanges) {
+    OpenedScreen screen;
+    screen.phone.store("MultiCenter", Value(false));
+    ASSERT_TRUE(screen.terminal.waitForRow("Multi-Center  ", "off ●──"));
+    // The footers are the page's to change, when it appears again.
+    EXPECT_THAT(screen.terminal.text(), Not(HasSubstr("pull up further")));
+    screen.terminal.press({"r"});
+    EXPECT_TRUE(screen.terminal.waitFor("pull up further"));
+}
+
+TEST(Screen, saysWhenASettingCouldNotBeSaved) {
+    OpenedScreen screen;
+    std::filesystem::create_directories(std::filesystem::path(screen.phone.machinePath(settingsFile)) / "in-the-way");
+    screen.terminal.press({"Space"});
+    EXPECT_TRUE(screen.terminal.waitFor("Not saved:"));
+    EXPECT_THAT(screen.terminal.rowWith("Multi-Center  "), HasSubstr("on ━━●"));
+}
+
+TEST(Screen, fitsTheSmallestTerminal) {
+    OpenedScreen screen(smallest);
+    EXPECT_THAT(screen.terminal.rowWith("Multi-Center  "), HasSubstr("on ━━●"));
+    ASSERT_TRUE(screen.open("Advanced Options"));
+    screen.terminal.press({"End"});
+    EXPECT_TRUE(screen.terminal.waitForRow("▸", "Ostrel"));
+    ASSERT_TRUE(screen.open("Minimal Display", "Advanced Options"));
+    EXPECT_EQ(screen.phone.stored("MinimalControlCenterEnabled"), Value(false));
+}
+
+TEST(Screen, takesTextOfThePhoneForTextAlone) {
+    Phone phone;
+    Dictionary info;
+    info.set("CFBundleIdentifier", Value("com.example.evil"));
+    info.set("CFBundleDisplayName", Value("Evil\x1b[31m\x1b]0;owned\x07\u009b2J"));
+    phone.put("/Applications/Evil.app/Info.plist", info);
+    TmuxTerminal terminal(program(phone), {});
+    ASSERT_TRUE(terminal.waitFor("Quit"));
+    terminal.type("/advanced");
+    terminal.press({"Enter", "Enter"});
+    ASSERT_TRUE(terminal.waitFor("Reachable"));
+    terminal.type("/close all");
+    terminal.press({"Enter", "Enter"});
+    ASSERT_TRUE(terminal.waitFor("Camera"));
+    terminal.type("/evil");
+    terminal.press({"Enter"});
+    EXPECT_TRUE(terminal.waitForRow("▸", "Evil")) << terminal.text();
+    EXPECT_THAT(terminal.rowWith("▸"), HasSubstr("]0;owned"));
+    EXPECT_THAT(terminal.lines().front(), HasSubstr("Close All Apps"));
+}
+
+}  // namespace
+}  // namespace terminal_screen_test

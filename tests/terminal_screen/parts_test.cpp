@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "hosts/terminal/screen/bars.h"
+#include "hosts/terminal/screen/button_row.h"
+#include "hosts/terminal/screen/file_watch.h"
+#include "hosts/terminal/screen/line_editor.h"
+#include "hosts/terminal/screen/row_lines.h"
+#include "hosts/terminal/screen/row_search.h"
+#include "hosts/terminal/screen/text_field.h"
+#include "tests/terminal_screen/long_page.h"
+
+namespace terminal_screen_test {
+namespace {
+
+using namespace hosts::terminal::screen;
+using platform::NSIndexPath;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+const ScreenText unicode{Style{.colour = false, .unicode = true}};
+const ScreenText ascii{Style{.colour = false, .unicode = false}};
+
+Event key(Key pressed) {
+    Event event;
+    event.key = pressed;
+    return event;
+}
+
+Event typed(const std::string& character) {
+    Event event;
+    event.key = Key::character;
+    event.character = character;
+    return event;
+}
+
+TEST(ScreenText, takesOutWhatSteersATerminal) {
+    EXPECT_EQ(unicode.plain("a\x1b[2J\x07\u009bb"), "a\uFFFD[2J\uFFFD\uFFFDb");
+    EXPECT_EQ(ascii.plain("a\x1b[2J\xff"), "a?[2J?");
+}
+
+TEST(ScreenText, spellsTypographyInAscii) {
+    EXPECT_EQ(ascii.plain("“It’s” – café…"), "\"It's\" - caf?...");
+}
+
+TEST(ScreenText, measuresWhatIsDrawn) {
+    EXPECT_THAT(ascii.lines("abc… def", 7), ElementsAre("abc...", "def"));
+    EXPECT_EQ(ascii.fitted("abcdefgh", 6), "abc...");
+}
+
+TEST(LineEditor, editsWholeCharacters) {
+    LineEditor editor("né");
+    editor.handle(key(Key::backspace));
+    EXPECT_EQ(editor.text(), "n");
+    editor.handle(typed("ü"));
+    editor.handle(key(Key::home));
+    editor.handle(typed("x"));
+    editor.handle(key(Key::right));
+    editor.handle(key(Key::deleteForward));
+    EXPECT_EQ(editor.text(), "xn");
+    EXPECT_EQ(editor.caret(), 2u);
+}
+
+TEST(LineEditor, leavesOtherKeysToOthers) {
+    LineEditor editor("a");
+    for (const Key other : {Key::enter, Key::escape, Key::tab, Key::up, Key::click})
+        EXPECT_FALSE(editor.handle(key(other)));
+    editor.handle(key(Key::home));
+    EXPECT_TRUE(editor.handle(key(Key::backspace)));
+    EXPECT_TRUE(editor.handle(key(Key::left)));
+    EXPECT_EQ(editor.text(), "a");
+}
+
+TEST(TextField, goesOnToFurtherLinesAndKeepsTheCaretInside) {
+    LineEditor editor("abcdefgh");
+    const Picture picture = composeTextField(editor, 4, unicode);
+    ASSERT_EQ(picture.lines.size(), 3u);
+    EXPECT_EQ(picture.lines[1].text(), "efgh");
+    EXPECT_EQ(picture.caret->line, 2u);
+    EXPECT_EQ(picture.caret->column, 0u);
+}
+
+TEST(TitleBar, putsTheTitleInTheMiddleAndGivesWayToTheSides) {
+    const TitleBar bar{"Advanced Options", "Quick Launcher", true};
+    const Line wide = bar.compose(80, unicode);
+    EXPECT_EQ(wide.columns(), 80u);
+    EXPECT_EQ(wide.text().find("Quick Launcher"), std::string("‹").size() - 1 + 33);
+    const Line narrow = bar.compose(40, unicode);
+    EXPECT_EQ(narrow.columns(), 40u);
+    EXPECT_THAT(narrow.text(), HasSubstr("Quick Launcher"));
+    EXPECT_EQ(bar.partAt(2, 80, unicode), TitleBar::Part::back);
+    EXPECT_EQ(bar.partAt(40, 80, unicode), TitleBar::Part::title);
+    EXPECT_EQ(bar.partAt(78, 80, unicode), TitleBar::Part::heart);
+}
+
+TEST(TitleBar, takesItsWidthWhateverTheTitles) {
+    const std::string endless(500, 'W');
+    for (const std::string& title : {std::string(), endless}) {
+        EXPECT_EQ((TitleBar{title, endless, true}.compose(40, ascii).columns()), 40u);
+        EXPECT_EQ((TitleBar{endless, title, false}.compose(41, unicode).columns()), 41u);
+    }
+}
+
+TEST(KeyLine, givesAsManyHintsAsFit) {
+    const std::vector<KeyHint> hints{{"Enter", "Tap"}, {"q", "Quit"}, {"/", "Find"}};
+    EXPECT_EQ(keyLine(hints, 40).text(), " Enter Tap  q Quit  / Find              ");
+    EXPECT_EQ(keyLine(hints, 22).text(), " Enter Tap  q Quit    ");
+}
+
+TEST(ButtonRow, findsTheButtonUnderAClick) {
+    const ButtonRow buttons({"Post", "Cancel"});
+    EXPECT_EQ(buttons.compose(1).text(), "  [ Post ]  [>Cancel<]");
+    EXPECT_EQ(buttons.buttonAt(1), std::nullopt);
+    EXPECT_EQ(buttons.buttonAt(2), 0u);
+    EXPECT_EQ(buttons.buttonAt(10), std::nullopt);
+    EXPECT_EQ(buttons.buttonAt(21), 1u);
+    EXPECT_EQ(buttons.buttonAt(22), std::nullopt);
+}
+
+TEST(RowLines, sayGreyedInWordsAndCutLongLabels) {
+    hosts::RowSnapshot row;
+    row.label = "A label that is longer than the row";
+    row.kind = hosts::RowSnapshot::Kind::link;
+    row.enabled = false;
+    const auto lines = rowLines(row, true, {30, 1}, unicode);
+    ASSERT_EQ(lines.size(), 1u);
+    EXPECT_EQ(lines[0].text(), "▸   A label that … (greyed) › ");
+    EXPECT_EQ(lines[0].columns(), 30u);
+}
+
+TEST(RowSearch, goesRoundThePage) {
+    LongScreen screen(20);
+    EXPECT_EQ(searchRow(*screen.page, "ROW 1", {0, 0}, SearchFrom::here), (NSIndexPath{0, 1}));
+    EXPECT_EQ(searchRow(*screen.page, "row 1", {0, 1}, SearchFrom::here), (NSIndexPath{0, 1}));
+    EXPECT_EQ(searchRow(*screen.page, "row 1", {0, 1}, SearchFrom::next), (NSIndexPath{0, 10}));
+    EXPECT_EQ(searchRow(*screen.page, "row 1", {0, 19}, SearchFrom::next), (NSIndexPath{0, 1}));
+    EXPECT_EQ(searchRow(*screen.page, "row 1", {0, 1}, SearchFrom::before), (NSIndexPath{0, 19}));
+    EXPECT_EQ(searchRow(*screen.page, "no such", {0, 1}, SearchFrom::next), std::nullopt);
+    EXPECT_EQ(searchRow(*screen.page, "", {0, 1}, SearchFrom::here), std::nullopt);
+}
+
+TEST(FileWatch, tellsOfFilesThatComeChangeAndGo) {
+    kit::TestPlatform platform;
+    kit::TestPhone& phone = platform.phone;
+    FileWatch watch(phone.machinePath("/"), {"/var/a.plist", "/var/b.plist"});
+    EXPECT_FALSE(watch.takeChange());
+    phone.put("/var/b.plist", "1");
+    EXPECT_TRUE(watch.takeChange());
+    EXPECT_FALSE(watch.takeChange());
+    phone.put("/var/b.plist", "22");
+    EXPECT_TRUE(watch.takeChange());
+    phone.remove("/var/b.plist");
+    EXPECT_TRUE(watch.takeChange());
+    EXPECT_FALSE(watch.takeChange());
+}
+
+}  // namespace
+}  // namespace terminal_screen_test
