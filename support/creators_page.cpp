@@ -18,8 +18,7 @@ struct Creator {
 };
 
 constexpr Creator creators[] = {
-    {"Daxon", "(@Daxon_QT)",
-     "Visual Interaction Designer,\nTrivel 3, Ostrel, Quellmark, Pindrift,\nFounder of Fenwary."},
+    {"Daxon", "(@Daxon_QT)", "Visual Interaction Designer,\nTrivel 3, Ostrel, Quill, Tern,\nFounder of Fenwary."},
     {"Movane", "(@MovaneX)", "Don't be afraid.\nI know it's not easy."},
 };
 
