@@ -46,7 +46,6 @@ void KavixPreferencesListController::setBlockShown(Block block, bool shown, std:
 }
 
 void KavixPreferencesListController::removeBlock(Block block, bool animated) {
-    if (!containsSpecifier(_kavixSpecifiers[block.start])) return;
     removeContiguousSpecifiers_animated(rowsOf(block), animated);
 }
 

@@ -44,6 +44,7 @@ protected:
     /// Inserts the block right after the row at `anchor` in the master array, or removes it, when it
     /// is not so already. A block counts as shown when its first row is.
     void setBlockShown(Block block, bool shown, std::size_t anchor, bool animated);
+    /// Removes the block when it is shown.
     void removeBlock(Block block, bool animated);
 
 private:

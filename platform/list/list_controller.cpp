@@ -185,7 +185,7 @@ bool PSListController::tableView_shouldHighlightRowAtIndexPath(UITableView&, NSI
 
 void PSListController::tableView_didSelectRowAtIndexPath(UITableView&, NSIndexPath path) {
     auto row = specifierAtIndexPath(path);
-    if (!row || !row->isEnabled()) return;
+    if (!row) return;
     if (row->action) {
         row->action(*row);
     } else if (row->cellType() == PSCellType::link) {
