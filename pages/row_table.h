@@ -20,9 +20,13 @@ struct RowDescription {
     int value = 0;
 };
 
-constexpr RowDescription groupRow(std::string_view footer = {}) { return {.footer = footer}; }
+constexpr RowDescription groupRow(std::string_view footer = {}) {
+    return {.footer = footer};
+}
 
-constexpr RowDescription titledGroupRow(std::string_view title) { return {.label = title}; }
+constexpr RowDescription titledGroupRow(std::string_view title) {
+    return {.label = title};
+}
 
 /// A switch over the setting `key`.
 constexpr RowDescription switchRow(std::string_view label, std::string_view key, std::string_view image = {}) {
