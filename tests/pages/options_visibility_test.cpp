@@ -124,6 +124,18 @@ TEST(OptionsOnAShortPhone, takesTheMinimalDisplayAsOnAndTheReachableOneAsOff) {
     }
 }
 
+TEST(OptionsOnAShortPhone, makesTheConditionsUsableBeforeTheyGo) {
+    Pane pane(kit::shortPhone);
+    pane.setFile({{"MinimalControlCenterEnabled", false}, {"ReachabilityMode", true}});
+    auto page = pane.classes.make<KavixPreferencesOptionsController>(optionsPage, pane.services());
+    const auto rows = page->specifiers();
+    page->viewWillAppear(false);
+    for (std::size_t position = 4; position < 8; ++position) {
+        EXPECT_TRUE(rows[position]->isEnabled()) << rows[position]->name();
+        EXPECT_FALSE(page->containsSpecifier(rows[position])) << rows[position]->name();
+    }
+}
+
 TEST(OptionsOnATablet, removesEachPhoneFeatureInItsTurn) {
     Pane pane(kit::tablet);
     pane.screen.open(optionsPage);

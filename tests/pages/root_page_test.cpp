@@ -152,6 +152,15 @@ TEST(RootPage, followsAChangeMadeElsewhereWhenItIsReloaded) {
     EXPECT_THAT(pane.screen.footers(), hasFootersWithoutMultiCenter());
 }
 
+TEST(RootPage, updatesItselfOnceAfterAWrite) {
+    Pane pane;
+    pane.openQuietly(rootPage);
+    const auto row = pane.screen.row("Hot Corners");
+    pane.phone.takeReads(settingsFile);
+    pane.screen.pageAs<KavixPreferencesController>().setPreferences_specifier(false, *row);
+    EXPECT_EQ(pane.phone.takeReads(settingsFile), 2u) << "once for the write and once for the footers";
+}
+
 TEST(RootPage, reloadsNoRowTheSecondTime) {
     Pane pane;
     pane.openQuietly(rootPage);
