@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <iostream>
 
+#include "hosts/linux/device_information.h"
 #include "hosts/linux/session_notify_center.h"
-#include "hosts/session/quiet_services.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/drive/drive_session.h"
 #include "hosts/terminal/exit_status.h"
@@ -12,9 +12,10 @@ namespace hosts::terminal {
 
 int runDrive(ProgramContext& context, const DriveOptions& options) {
     SessionNotifyCenter notifications(context.installation.sessionBusModule());
-    QuietDeviceQuery deviceQuery;
-    DriveSession session({context.files, notifications, deviceQuery, context.installation.systemImage, context.device},
-                         options.openableSchemes);
+    DeviceInformation deviceInformation(context.files, context.phoneFolder);
+    DriveSession session(
+        {context.files, notifications, deviceInformation, context.installation.systemImage, context.device},
+        options.openableSchemes);
     std::string error;
     if (!session.start(error)) return fail(failed, error);
     std::string line;
