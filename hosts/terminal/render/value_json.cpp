@@ -100,6 +100,28 @@ private:
     std::string _loss;
 };
 
+// JSON itself escapes the controls up to U+001F alone; those from U+007F to U+009F steer terminals too.
+std::string withControlsEscaped(std::string_view text) {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string escaped;
+    escaped.reserve(text.size());
+    while (true) {
+        const std::size_t place = std::min(text.find_first_of("\x7F\xC2"), text.size());
+        escaped += text.substr(0, place);
+        text.remove_prefix(place);
+        if (text.empty()) return escaped;
+        const bool wide = text[0] != '\x7F';
+        const auto code = static_cast<unsigned char>(wide && text.size() > 1 ? text[1] : text[0]);
+        if (code > 0x9F) {
+            escaped += text[0];
+            text.remove_prefix(1);
+            continue;
+        }
+        escaped.append("\\u00") += {digits[code >> 4], digits[code & 15]};
+        text.remove_prefix(wide ? 2 : 1);
+    }
+}
+
 }  // namespace
 
 json jsonOf(const std::optional<Value>& value) {
@@ -127,7 +149,7 @@ json kindOf(const std::optional<Value>& value) {
 }
 
 std::string jsonLine(const json& json) {
-    return json.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+    return withControlsEscaped(json.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
 }
 
 }  // namespace hosts::terminal

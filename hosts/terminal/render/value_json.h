@@ -21,7 +21,8 @@ std::optional<nlohmann::json> faithfulJsonOf(const platform::Value& value, std::
 /// The value's kind as the automation interface names it; null for nothing.
 nlohmann::json kindOf(const std::optional<platform::Value>& value);
 
-/// JSON on one line, in UTF-8 whatever the strings hold.
+/// JSON on one line, in UTF-8 whatever the strings hold, and without a character that could steer a
+/// terminal.
 std::string jsonLine(const nlohmann::json& json);
 
 }  // namespace hosts::terminal

@@ -2,7 +2,7 @@
 #include "hosts/terminal/render/value_text.h"
 
 #include <array>
-#include <cstdio>
+#include <charconv>
 
 #include "hosts/terminal/render/printable.h"
 #include "platform/foundation/property_list.h"
@@ -14,10 +14,11 @@ std::string counted(std::size_t count, const char* one, const char* many) {
     return "(" + std::to_string(count) + " " + (count == 1 ? one : many) + ")";
 }
 
+// The shortest text that gives the same number again.
 std::string realText(double number) {
     std::array<char, 32> text;
-    std::snprintf(text.data(), text.size(), "%.17g", number);
-    return text.data();
+    const auto written = std::to_chars(text.data(), text.data() + text.size(), number);
+    return std::string(text.data(), written.ptr);
 }
 
 // The text between the tags of a scalar's XML form: how the platform itself spells it.
