@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "trivel3ctl.h"
+
+namespace test {
+
+/// `trivel3ctl drive` at work: each command waits for its answer.
+class Drive {
+public:
+    explicit Drive(const Trivel3ctl& program, const Trivel3ctl::Arguments& options = {});
+
+    /// The answer to one line, whatever the line holds.
+    json sendLine(const std::string& line);
+    json send(const json& command) { return sendLine(command.dump()); }
+
+    json show() { return send({{"do", "show"}}); }
+    json tap(const json& row) { return send({{"do", "tap"}, {"row", row}}); }
+    json moveSwitch(const json& row, bool on) { return send({{"do", "switch"}, {"row", row}, {"on", on}}); }
+    json back() { return send({{"do", "back"}}); }
+
+    /// In bytes, until now.
+    std::size_t peakMemory() const { return _program.peakMemory(); }
+
+    Outcome finish() { return _program.finish(); }
+
+private:
+    RunningTrivel3ctl _program;
+};
+
+/// The rows of an answer's page, of all sections.
+std::vector<json> rowsOf(const json& answer);
+std::vector<std::string> labelsOf(const json& answer);
+/// The first row of that label; null when there is none.
+json rowLabelled(const json& answer, const std::string& label);
+/// The events of one kind, in order.
+std::vector<json> eventsOf(const json& answer, const std::string& kind);
+
+}  // namespace test
