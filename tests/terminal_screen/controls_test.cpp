@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <regex>
 
 #include "tests/terminal_screen/opened_screen.h"
 
@@ -11,6 +10,7 @@ namespace terminal_screen_test {
 namespace {
 
 using platform::Value;
+using testing::ContainsRegex;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -108,26 +108,24 @@ TEST(ScreenLook, followsTheTerminalsSize) {
     EXPECT_THAT(screen.terminal.text(), HasSubstr("expand it. Slide the Home Screen"));
 }
 
-// Whether any escape sequence sets a colour; 39 and 49 are the terminal's own.
-bool hasColour(const std::string& text) {
-    return std::regex_search(text, std::regex("\x1b\\[([0-9]+;)*[34][0-8][m;]"));
-}
+// An escape sequence that sets a colour; 39 and 49 are the terminal's own.
+constexpr const char* colour = "\x1b\\[([0-9]+;)*[34][0-8][m;]";
 
 TEST(ScreenLook, hasColourWhereTheTerminalHas) {
     OpenedScreen screen;
-    EXPECT_TRUE(hasColour(screen.terminal.colouredText()));
+    EXPECT_THAT(screen.terminal.colouredText(), ContainsRegex(colour));
 }
 
 TEST(ScreenLook, doesWithoutColourWhereItIsNotWanted) {
     OpenedScreen screen({.environment = {{"NO_COLOR", "1"}}});
-    EXPECT_FALSE(hasColour(screen.terminal.colouredText()));
+    EXPECT_THAT(screen.terminal.colouredText(), Not(ContainsRegex(colour)));
     EXPECT_THAT(screen.terminal.rowWith("▸"), HasSubstr("Multi-Center"));
     EXPECT_THAT(screen.terminal.colouredText(), HasSubstr("\x1b[7m"));
 }
 
 TEST(ScreenLook, doesWithoutColourOnATerminalThatHasNone) {
     OpenedScreen screen({.kind = "vt100"});
-    EXPECT_FALSE(hasColour(screen.terminal.colouredText()));
+    EXPECT_THAT(screen.terminal.colouredText(), Not(ContainsRegex(colour)));
     screen.terminal.press({"Space"});
     EXPECT_TRUE(screen.terminal.waitForRow("Multi-Center  ", "off"));
 }

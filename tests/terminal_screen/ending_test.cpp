@@ -36,6 +36,19 @@ TEST(ScreenEnd, interruptKeyLeavesTheTerminalAsItWas) {
     EXPECT_TRUE(screen.terminal.isRestored());
 }
 
+// Whatever ends the program, the next one finds the terminal as it should be.
+TEST(ScreenEnd, unexpectedSignalsLeaveTheTerminalAsItWas) {
+    for (const int number : {SIGUSR1, SIGALRM, SIGXCPU, SIGPIPE}) {
+        Phone phone;
+        TmuxTerminal terminal(program(phone), {});
+        ASSERT_TRUE(terminal.waitFor("Quit"));
+        ::kill(terminal.process(), number);
+        EXPECT_EQ(terminal.waitForEnd(), 128 + number);
+        EXPECT_TRUE(terminal.isRestored()) << number;
+        EXPECT_TRUE(terminal.waitUntilGone("Multi-Center")) << number;
+    }
+}
+
 TEST(ScreenEnd, suspendsAndGoesOn) {
     Phone phone;
     TmuxTerminal terminal({"bash", "--norc", "-i"}, {.environment = {{"PS1", "ready> "}}});

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "tests/terminal_screen/opened_screen.h"
 
+#include <gtest/gtest.h>
+#include <signal.h>
+
 #include <chrono>
 #include <filesystem>
 #include <thread>
@@ -45,6 +48,13 @@ std::vector<std::string> program(const Phone& phone, const std::vector<std::stri
 OpenedScreen::OpenedScreen(const TmuxTerminal::Setup& setup, const platform::Dictionary& settings)
     : phone(settings), terminal(program(phone), setup) {
     terminal.waitFor("Quit");
+    terminal.settle();
+}
+
+OpenedScreen::~OpenedScreen() {
+    if (!terminal.hasEnded()) ::kill(terminal.process(), SIGTERM);
+    EXPECT_EQ(terminal.waitForEnd(), 0) << terminal.text();
+    EXPECT_TRUE(terminal.isRestored());
 }
 
 void OpenedScreen::find(const std::string& label) {
@@ -59,7 +69,10 @@ bool OpenedScreen::open(const std::string& label, const std::string& title) {
     constexpr int tries = 400;
     for (int i = 0; i < tries; ++i) {
         const auto lines = terminal.lines();
-        if (!lines.empty() && lines.front().find(title) != std::string::npos) return true;
+        if (!lines.empty() && lines.front().find(title) != std::string::npos) {
+            terminal.settle();
+            return true;
+        }
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
     return false;

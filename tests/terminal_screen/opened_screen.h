@@ -43,6 +43,11 @@ std::vector<std::string> program(const Phone& phone, const std::vector<std::stri
 struct OpenedScreen {
     explicit OpenedScreen(const TmuxTerminal::Setup& setup = {}, const platform::Dictionary& settings = {});
 
+    /// Asks the program to end, where it has not, and fails the test when it does not end well.
+    ~OpenedScreen();
+    OpenedScreen(const OpenedScreen&) = delete;
+    OpenedScreen& operator=(const OpenedScreen&) = delete;
+
     /// Puts the cursor onto the row with this text in its label.
     void find(const std::string& label);
     /// Finds the row and taps it; whether its page, or whatever has the title, then came.

@@ -60,7 +60,7 @@ TEST(Screen, showsTheCreatorsWithWhatTheirCellsTell) {
     OpenedScreen screen;
     ASSERT_TRUE(screen.open("The Creators"));
     EXPECT_THAT(screen.terminal.text(), HasSubstr("Daxon (@Daxon_QT)"));
-    EXPECT_THAT(screen.terminal.text(), HasSubstr("Trivel 3, Ostrel, Quellmark, Pindrift,"));
+    EXPECT_THAT(screen.terminal.text(), HasSubstr("Trivel 3, Ostrel, Quill, Tern,"));
     EXPECT_THAT(screen.terminal.rowWith("Follow Fenwary"), HasSubstr("›"));
 }
 

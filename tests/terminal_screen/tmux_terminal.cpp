@@ -7,6 +7,7 @@
 #include <sstream>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 #include "child_process.h"
 
@@ -156,6 +157,15 @@ bool TmuxTerminal::waitForRow(std::string_view part, std::string_view state) con
     return waitUntil([&] { return rowWith(part).find(state) != std::string::npos; });
 }
 
+void TmuxTerminal::settle() const {
+    std::string before = text();
+    waitUntil([&] {
+        std::this_thread::sleep_for(pause);
+        const std::string now = text();
+        return std::exchange(before, now) == now;
+    });
+}
+
 std::string TmuxTerminal::noted(const char* name) const {
     std::ifstream file(_folder.path() / name);
     std::string line;
@@ -180,8 +190,12 @@ int TmuxTerminal::process() const {
     return std::stoi(noted("process"));
 }
 
+bool TmuxTerminal::hasEnded() const {
+    return std::filesystem::exists(_folder.path() / "ended");
+}
+
 std::optional<int> TmuxTerminal::waitForEnd() const {
-    if (!waitUntil([this] { return std::filesystem::exists(_folder.path() / "ended"); })) return std::nullopt;
+    if (!waitUntil([this] { return hasEnded(); })) return std::nullopt;
     return std::stoi(noted("status"));
 }
 

@@ -58,6 +58,9 @@ public:
     /// Whether a line with `part` came to hold `state` too.
     bool waitForRow(std::string_view part, std::string_view state) const;
 
+    /// Waits until what is shown stays as it is.
+    void settle() const;
+
     /// Puts a program for the program to find; the text is a shell's.
     void installProgram(const std::string& name, const std::string& text) const;
     const std::filesystem::path& home() const { return _folder.path(); }
@@ -66,6 +69,7 @@ public:
 
     /// The program's process.
     int process() const;
+    bool hasEnded() const;
     /// The program's exit status; nothing when it did not end in time.
     std::optional<int> waitForEnd() const;
     /// Whether the terminal is set as it was before the program, which has ended.

@@ -9,6 +9,7 @@
 
 #include "hosts/terminal/screen/curses_input.h"
 #include "hosts/terminal/screen/ink_attributes.h"
+#include "hosts/terminal/screen/last_resort.h"
 
 namespace hosts::terminal::screen {
 namespace {
@@ -21,12 +22,18 @@ constexpr int escapeDelay = 50;
 
 class CursesTerminal::State {
 public:
-    explicit State(SCREEN* screen) : _screen(screen) {}
+    State() = default;
     State(const State&) = delete;
     State& operator=(const State&) = delete;
     ~State() {
+        if (!_screen) return;
         ::endwin();
         ::delscreen(_screen);
+    }
+
+    bool open() {
+        _screen = ::newterm(nullptr, stdout, stdin);
+        return _screen != nullptr;
     }
 
     void setUp(bool wantsColour) {
@@ -41,6 +48,7 @@ public:
         ::mousemask(BUTTON1_PRESSED | BUTTON4_PRESSED | BUTTON5_PRESSED, nullptr);
         colour = wantsColour && ::has_colors();
         if (colour) startColours();
+        _lastResort.arm();
     }
 
     void paintLine(int number, const Line& line) const {
@@ -55,7 +63,8 @@ public:
     bool colour = false;
 
 private:
-    SCREEN* _screen;
+    LastResort _lastResort;
+    SCREEN* _screen = nullptr;
 };
 
 CursesTerminal::CursesTerminal(std::unique_ptr<State> state) : _state(std::move(state)) {}
@@ -63,12 +72,11 @@ CursesTerminal::CursesTerminal(std::unique_ptr<State> state) : _state(std::move(
 CursesTerminal::~CursesTerminal() = default;
 
 std::unique_ptr<CursesTerminal> CursesTerminal::open(bool wantsColour, std::string& error) {
-    SCREEN* const screen = ::newterm(nullptr, stdout, stdin);
-    if (!screen) {
+    auto state = std::make_unique<State>();
+    if (!state->open()) {
         error = "the terminal cannot be opened";
         return nullptr;
     }
-    auto state = std::make_unique<State>(screen);
     state->setUp(wantsColour);
     return std::unique_ptr<CursesTerminal>(new CursesTerminal(std::move(state)));
 }

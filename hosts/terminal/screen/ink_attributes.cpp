@@ -4,7 +4,7 @@
 namespace hosts::terminal::screen {
 namespace {
 
-enum Pair : short { usual, good, warning, bar, barKey, selected, selectedGood, field, focused };
+enum Pair : short { usual, good, warning, bar, barKey, selected, field };
 
 constexpr short terminalsOwn = -1;
 
@@ -37,14 +37,9 @@ attr_t colouredInk(Ink ink) {
         case Ink::button:
             return A_NORMAL;
         case Ink::focusedButton:
-            return coloured(focused, A_BOLD);
+            return coloured(selected);
     }
     return A_NORMAL;
-}
-
-attr_t colouredSelection(Ink ink) {
-    if (ink == Ink::good) return coloured(selectedGood, A_BOLD);
-    return coloured(selected, ink == Ink::faint ? A_NORMAL : A_BOLD);
 }
 
 attr_t plainInk(Ink ink) {
@@ -82,15 +77,15 @@ void startColours() {
     ::init_pair(bar, COLOR_WHITE, COLOR_BLUE);
     ::init_pair(barKey, COLOR_YELLOW, COLOR_BLUE);
     ::init_pair(selected, COLOR_BLACK, COLOR_CYAN);
-    ::init_pair(selectedGood, COLOR_BLACK, COLOR_CYAN);
     ::init_pair(field, COLOR_BLACK, COLOR_WHITE);
-    ::init_pair(focused, COLOR_BLACK, COLOR_CYAN);
 }
 
 attr_t attributesOf(Ink ink, bool isSelected, bool colour) {
     const bool isBesideRow = ink == Ink::scroll || ink == Ink::scrollTrack;
     if (!isSelected || isBesideRow) return colour ? colouredInk(ink) : plainInk(ink);
-    return colour ? colouredSelection(ink) : A_REVERSE | (ink == Ink::faint ? A_NORMAL : A_BOLD);
+    // Without boldness: many terminals draw bold black in grey.
+    if (colour) return coloured(selected);
+    return A_REVERSE | (ink == Ink::faint ? A_NORMAL : A_BOLD);
 }
 
 }  // namespace hosts::terminal::screen
