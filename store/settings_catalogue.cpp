@@ -55,7 +55,9 @@ platform::Value SettingsCatalogue::Entry::defaultValue() const {
     return platform::Value(platform::Dictionary());
 }
 
-std::span<const SettingsCatalogue::Entry> SettingsCatalogue::entries() { return catalogue; }
+std::span<const SettingsCatalogue::Entry> SettingsCatalogue::entries() {
+    return catalogue;
+}
 
 std::optional<platform::Value> SettingsCatalogue::defaultForKey(std::string_view key) {
     auto found = std::ranges::find(catalogue, key, &Entry::key);

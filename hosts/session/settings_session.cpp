@@ -12,9 +12,10 @@ constexpr std::string_view panePath = "/Library/PreferenceBundles/Trivel3Prefere
 
 SettingsSession::SettingsSession(const SessionServices& services, const std::string& systemImage,
                                  const DeviceShape& shape)
-    : _system(systemImage, _classes),
-      _platform{services.files,       services.notifications, _classes,       _system,      services.application,
-                services.deviceQuery, services.mail,          services.posts, shape.device, shape.screen} {}
+    : _system(systemImage, _classes), _platform{services.files, services.notifications, _classes,
+                                                _system,        services.application,   services.deviceQuery,
+                                                services.mail,  services.posts,         shape.device,
+                                                shape.screen} {}
 
 bool SettingsSession::loadPane(std::string& error) {
     _pane = _system.bundleWithPath(panePath);

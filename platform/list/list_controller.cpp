@@ -10,7 +10,9 @@
 namespace platform {
 namespace {
 
-std::ptrdiff_t offset(std::size_t position) { return static_cast<std::ptrdiff_t>(position); }
+std::ptrdiff_t offset(std::size_t position) {
+    return static_cast<std::ptrdiff_t>(position);
+}
 
 }  // namespace
 

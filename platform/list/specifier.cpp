@@ -3,7 +3,9 @@
 
 namespace platform {
 
-std::shared_ptr<PSSpecifier> PSSpecifier::emptyGroupSpecifier() { return groupSpecifierWithName({}); }
+std::shared_ptr<PSSpecifier> PSSpecifier::emptyGroupSpecifier() {
+    return groupSpecifierWithName({});
+}
 
 std::shared_ptr<PSSpecifier> PSSpecifier::groupSpecifierWithName(std::string name) {
     return preferenceSpecifierNamed_target_set_get_detail_cell_edit(std::move(name), nullptr, nullptr, nullptr, {},

@@ -6,7 +6,8 @@ namespace platform {
 std::optional<std::string> UILabel::text() const {
     if (_attributedText.empty()) return _text;
     std::string characters;
-    for (const TextRun& run : _attributedText) characters += run.text;
+    for (const TextRun& run : _attributedText)
+        characters += run.text;
     return characters;
 }
 

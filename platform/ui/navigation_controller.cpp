@@ -15,7 +15,8 @@ void fillScreenIfUnsized(UIViewController& page) {
 
 UINavigationController::~UINavigationController() {
     // Pages may be kept by others for longer than the stack.
-    for (const auto& page : _pages) page->_navigationController = nullptr;
+    for (const auto& page : _pages)
+        page->_navigationController = nullptr;
 }
 
 const std::shared_ptr<UIViewController>& UINavigationController::topViewController() const {

@@ -13,13 +13,17 @@ std::optional<std::string> UITableViewDataSource::tableView_titleForFooterInSect
     return std::nullopt;
 }
 
-double UITableViewDelegate::tableView_heightForRowAtIndexPath(UITableView&, NSIndexPath) { return defaultRowHeight; }
+double UITableViewDelegate::tableView_heightForRowAtIndexPath(UITableView&, NSIndexPath) {
+    return defaultRowHeight;
+}
 
 double UITableViewDelegate::tableView_estimatedHeightForRowAtIndexPath(UITableView&, NSIndexPath) {
     return defaultRowHeight;
 }
 
-bool UITableViewDelegate::tableView_shouldHighlightRowAtIndexPath(UITableView&, NSIndexPath) { return true; }
+bool UITableViewDelegate::tableView_shouldHighlightRowAtIndexPath(UITableView&, NSIndexPath) {
+    return true;
+}
 
 void UITableViewDelegate::tableView_didSelectRowAtIndexPath(UITableView&, NSIndexPath) {}
 
@@ -31,8 +35,8 @@ void UITableView::setFrame(CGRect frame) {
 }
 
 std::shared_ptr<UITableViewCell> UITableView::dequeueReusableCellWithIdentifier(std::string_view identifier) {
-    auto found = std::ranges::find_if(
-        _reusableCells, [identifier](const auto& cell) { return cell->reuseIdentifier() == identifier; });
+    auto found = std::ranges::find_if(_reusableCells,
+                                      [identifier](const auto& cell) { return cell->reuseIdentifier() == identifier; });
     if (found == _reusableCells.end()) return nullptr;
     std::shared_ptr<UITableViewCell> cell = std::move(*found);
     _reusableCells.erase(found);
@@ -52,8 +56,8 @@ std::shared_ptr<UITableViewCell> UITableView::produceCellForRowAtIndexPath(NSInd
     if (!hasRowAtIndexPath(path)) return nullptr;
     auto cell = _dataSource->tableView_cellForRowAtIndexPath(*this, path);
     if (!cell) return nullptr;
-    const double height = _delegate ? _delegate->tableView_heightForRowAtIndexPath(*this, path)
-                                    : UITableViewDelegate::defaultRowHeight;
+    const double height =
+        _delegate ? _delegate->tableView_heightForRowAtIndexPath(*this, path) : UITableViewDelegate::defaultRowHeight;
     cell->setFrame({0, 0, bounds().width, height});
     cell->layoutSubviews();
     return cell;

@@ -14,7 +14,9 @@ UIView& UIViewController::view() {
     return *_view;
 }
 
-void UIViewController::loadView() { setView(std::make_shared<UIView>(_platform.screen.bounds)); }
+void UIViewController::loadView() {
+    setView(std::make_shared<UIView>(_platform.screen.bounds));
+}
 
 void UIViewController::viewWillAppear(bool) {}
 
