@@ -49,6 +49,12 @@ TEST(ScreenText, measuresWhatIsDrawn) {
     EXPECT_EQ(ascii.fitted("abcdefgh", 6), "abc...");
 }
 
+TEST(ScreenText, saysWhenThereIsMore) {
+    EXPECT_THAT(unicode.firstLines("one two three four", 9, 2), ElementsAre("one two", "three…"));
+    EXPECT_THAT(unicode.firstLines("12345678 12345678 x", 8, 2), ElementsAre("12345678", "1234567…"));
+    EXPECT_THAT(unicode.firstLines("one two", 9, 2), ElementsAre("one two"));
+}
+
 TEST(LineEditor, editsWholeCharacters) {
     LineEditor editor("né");
     editor.handle(key(Key::backspace));

@@ -76,7 +76,7 @@ Picture MailSheet::compose(Size size) {
 }
 
 std::vector<KeyHint> MailSheet::hints() const {
-    return {{"Tab", "Next button"}, {"Enter", "Press"}, {"Esc", "Cancel"}};
+    return {{"Tab", "Next"}, {"Enter", "Press"}, {"Esc", "Cancel"}};
 }
 
 void MailSheet::handle(const Event& event) {

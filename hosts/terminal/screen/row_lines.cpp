@@ -2,7 +2,6 @@
 #include "hosts/terminal/screen/row_lines.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "hosts/terminal/render/printable.h"
 
@@ -52,14 +51,11 @@ Line firstLine(const RowSnapshot& row, bool selected, std::size_t width, const S
 
 // The texts of a cell of a page's own making, after the one that it is named by.
 std::vector<std::string> detailLines(const RowSnapshot& row, Size size, const ScreenText& text) {
-    std::vector<std::string> lines;
+    std::string details;
     const std::vector<std::string> texts = row.cell ? textsIn(*row.cell) : std::vector<std::string>();
     for (std::size_t i = 1; i < texts.size(); ++i)
-        std::ranges::move(text.lines(texts[i], size.width), std::back_inserter(lines));
-    if (lines.size() <= size.height) return lines;
-    lines.resize(size.height);
-    if (!lines.empty()) lines.back() = text.fitted(lines.back() + std::string(size.width, ' '), size.width);
-    return lines;
+        details += (i > 1 ? "\n" : "") + texts[i];
+    return details.empty() ? std::vector<std::string>() : text.firstLines(details, size.width, size.height);
 }
 
 Line detailLine(const std::string& detail, bool selected, std::size_t width) {

@@ -66,4 +66,14 @@ std::vector<std::string> ScreenText::lines(std::string_view text, std::size_t wi
     }
 }
 
+std::vector<std::string> ScreenText::firstLines(std::string_view text, std::size_t width, std::size_t most) const {
+    std::vector<std::string> all = lines(text, width);
+    if (all.size() <= most) return all;
+    all.resize(most);
+    if (most == 0) return all;
+    const std::size_t room = width - std::min(width, columns(glyphs().ellipsis));
+    all.back() = shortened(all.back(), room, "").append(glyphs().ellipsis);
+    return all;
+}
+
 }  // namespace hosts::terminal::screen

@@ -26,6 +26,8 @@ public:
     std::string fitted(std::string_view text, std::size_t width) const;
     /// On lines of at most this many columns, broken at the text's own line breaks too.
     std::vector<std::string> lines(std::string_view text, std::size_t width) const;
+    /// The first `most` of these lines; where there are more, the last one ends in an ellipsis.
+    std::vector<std::string> firstLines(std::string_view text, std::size_t width, std::size_t most) const;
 
 private:
     Style _style;

@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t titleBarHeight = 1;
 // Rows wider than this are hard to follow from label to state, however wide the terminal is.
 constexpr std::size_t mostBodyWidth = 100;
-constexpr std::size_t mostNoticeLines = 3;
+constexpr std::size_t mostNoticeLines = 5;
 constexpr std::ptrdiff_t wheelLines = 3;
 
 platform::UIButton* heartOf(platform::UIViewController& page) {
@@ -74,8 +74,7 @@ Picture SettingsScreen::composeTooSmall(Size size) const {
 }
 
 Picture SettingsScreen::composeAll(Size size) {
-    Picture bottom;
-    bottom.lines = composeBottom(size.width, bottom);
+    const Picture bottom = composeBottom(size.width);
     Picture picture;
     const std::vector<Line> body = composeBody(size.height - titleBarHeight - bottom.lines.size(), picture);
     picture.lines.push_back(titleBar().compose(size.width, _text));
@@ -109,26 +108,17 @@ std::vector<Line> SettingsScreen::composeBody(std::size_t height, Picture& pictu
 }
 
 // The key line, which makes room for the find prompt or what there is to tell.
-std::vector<Line> SettingsScreen::composeBottom(std::size_t width, Picture& picture) {
-    if (_find.isOpen()) {
-        Picture prompt = _find.compose(width, _text);
-        picture.caret = prompt.caret;
-        return std::move(prompt.lines);
-    }
+Picture SettingsScreen::composeBottom(std::size_t width) {
+    if (_find.isOpen()) return _find.compose(width, _text);
+    Picture bottom;
     if (const auto& notice = _notices.current()) {
-        std::vector<Line> lines;
-        std::vector<std::string> texts = _text.lines(notice->text, width - 2);
-        if (texts.size() > mostNoticeLines) {
-            texts.resize(mostNoticeLines);
-            texts.back() = _text.fitted(texts.back() + std::string(width, ' '), width - 2);
-        }
-        for (const std::string& part : texts) {
-            lines.emplace_back().add(" " + part, notice->isWarning ? Ink::warning : Ink::strong);
-        }
-        return lines;
+        for (const std::string& line : _text.firstLines(notice->text, width - 2, mostNoticeLines))
+            bottom.add(" " + line, notice->isWarning ? Ink::warning : Ink::strong);
+        return bottom;
     }
     const std::shared_ptr<Sheet> sheet = shownSheet();
-    return {keyLine(sheet ? sheet->hints() : pageHints(), width)};
+    bottom.lines.push_back(keyLine(sheet ? sheet->hints() : pageHints(), width));
+    return bottom;
 }
 
 TitleBar SettingsScreen::titleBar() const {

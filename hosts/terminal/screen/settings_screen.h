@@ -54,7 +54,7 @@ private:
     Picture composeTooSmall(Size size) const;
     std::size_t margin() const;
     std::vector<Line> composeBody(std::size_t height, Picture& picture);
-    std::vector<Line> composeBottom(std::size_t width, Picture& picture);
+    Picture composeBottom(std::size_t width);
     TitleBar titleBar() const;
     std::vector<KeyHint> pageHints() const;
 
