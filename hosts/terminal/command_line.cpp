@@ -88,6 +88,9 @@ void CommandLine::addCommonOptions() {
     std::vector<std::string> names;
     for (const DeviceShape& shape : deviceShapes())
         names.emplace_back(shape.name);
+    _app.add_option("--device-information", _common.deviceInformation,
+                    "Property list of answers about the device, for the support report")
+        ->type_name("FILE");
     _app.add_option("--device", _deviceName, "The phone's shape")->check(CLI::IsMember(names))->type_name("NAME");
 }
 

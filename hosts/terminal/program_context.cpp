@@ -9,7 +9,11 @@ std::optional<ProgramContext> ProgramContext::open(const CommonOptions& options,
     auto phone = openPhone(options.phone, error);
     if (!phone) return std::nullopt;
     return ProgramContext{std::move(phone->installation), std::move(phone->folder), std::move(phone->files),
-                          *options.device};
+                          *options.device, options.deviceInformation};
+}
+
+bool ProgramContext::nameAnswers(DeviceInformation& answers, std::string& error) const {
+    return deviceInformation.empty() || answers.useFile(deviceInformation, error);
 }
 
 }  // namespace hosts::terminal

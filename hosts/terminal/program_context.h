@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "hosts/linux/device_information.h"
 #include "hosts/linux/installation.h"
 #include "hosts/linux/phone_file_system.h"
 #include "hosts/session/device_shape.h"
@@ -14,6 +15,7 @@ namespace hosts::terminal {
 struct CommonOptions {
     std::string phone;  ///< empty for the default phone
     const DeviceShape* device = &usualDeviceShape();
+    std::string deviceInformation;  ///< a list of answers; empty for the phone's own
 };
 
 /// What a subcommand works on: the installation that the program belongs to, and the phone's folder.
@@ -22,10 +24,16 @@ struct ProgramContext {
     std::string phoneFolder;
     PhoneFileSystem files;
     const DeviceShape& device;
+    /// The file of answers about the device that the user has named; empty for the phone's own.
+    std::string deviceInformation;
 
     /// Opens the phone that the options name, or makes the default one on its first use. Nothing,
     /// with one line in `error`, when that does not work.
     static std::optional<ProgramContext> open(const CommonOptions& options, std::string& error);
+
+    /// Lets the named file, where there is one, answer in place of the phone's. False, with one line
+    /// in `error`, when it is no list of answers.
+    bool nameAnswers(DeviceInformation& answers, std::string& error) const;
 };
 
 }  // namespace hosts::terminal

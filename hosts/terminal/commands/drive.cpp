@@ -17,6 +17,7 @@ int runDrive(ProgramContext& context, const DriveOptions& options) {
         {context.files, notifications, deviceInformation, context.installation.systemImage, context.device},
         options.openableSchemes);
     std::string error;
+    if (!context.nameAnswers(deviceInformation, error)) return fail(failed, error);
     if (!session.start(error)) return fail(failed, error);
     std::string line;
     // Nothing is carried out whose answer nobody can read.

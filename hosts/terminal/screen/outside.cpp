@@ -21,7 +21,10 @@ Outside::Outside(ProgramContext& context, Notices& notices)
       _opener(_desktop, _programs),
       _application(_opener, notices),
       _deviceInformation(_files, context.phoneFolder),
-      _mail(context.installation.mailModule(), _desktop, _programs) {}
+      _mail(context.installation.mailModule(), _desktop, _programs) {
+    std::string error;
+    if (!context.nameAnswers(_deviceInformation, error)) notices.warn(error);
+}
 
 SessionServices Outside::services() {
     return {_files, _notifications, _application, _deviceInformation, _composers, _composers};
