@@ -92,6 +92,11 @@ RowSnapshot RowSnapshot::of(platform::NSIndexPath path, std::shared_ptr<platform
     return row;
 }
 
+bool RowSnapshot::leadsOn() const {
+    return kind == Kind::link ||
+           (cell && cell->accessoryType == platform::UITableViewCellAccessoryType::disclosureIndicator);
+}
+
 std::vector<std::string> textsIn(const platform::UIView& view) {
     std::vector<std::string> texts;
     collectTexts(view, texts);

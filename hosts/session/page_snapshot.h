@@ -31,6 +31,10 @@ struct RowSnapshot {
     std::shared_ptr<const platform::UIImage> icon;
     std::shared_ptr<platform::UITableViewCell> cell;
 
+    /// Whether the row says that it opens something: a link, or a cell of a page's own making that
+    /// bears the same arrow.
+    bool leadsOn() const;
+
     /// What the cell of the row at this path shows; a null cell shows nothing.
     static RowSnapshot of(platform::NSIndexPath path, std::shared_ptr<platform::UITableViewCell> cell);
 };

@@ -35,13 +35,6 @@ std::size_t terminalWidth() {
     return number > 0 ? number : usualWidth;
 }
 
-// A cell of a page's own making says so with the same arrow as a link.
-bool leadsOn(const RowSnapshot& row) {
-    using Accessory = platform::UITableViewCellAccessoryType;
-    return row.kind == RowSnapshot::Kind::link ||
-           (row.cell && row.cell->accessoryType == Accessory::disclosureIndicator);
-}
-
 class PageWriter {
 public:
     explicit PageWriter(const TextStyle& style) : _style(style) {}
@@ -77,7 +70,7 @@ private:
     std::string stateText(const RowSnapshot& row) const {
         std::string state;
         if (row.on) state = *row.on ? "[ on]" : "[off]";
-        if (leadsOn(row)) state = _style.unicode ? "›" : ">";
+        if (row.leadsOn()) state = _style.unicode ? "›" : ">";
         if (!row.enabled) state = state.empty() ? "(greyed)" : "(greyed) " + state;
         return state;
     }

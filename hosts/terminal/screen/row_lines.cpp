@@ -10,16 +10,11 @@ namespace {
 
 constexpr std::size_t labelIndent = 4;
 
-bool isLink(const RowSnapshot& row) {
-    return row.kind == RowSnapshot::Kind::link ||
-           (row.cell && row.cell->accessoryType == platform::UITableViewCellAccessoryType::disclosureIndicator);
-}
-
 // What stands at a row's right end. A greyed row says so in words, for those who see no colour.
 std::string stateText(const RowSnapshot& row, const Glyphs& glyphs) {
     std::string state;
     if (row.on) state = *row.on ? glyphs.switchOn : glyphs.switchOff;
-    if (isLink(row)) state = glyphs.link;
+    if (row.leadsOn()) state = glyphs.link;
     if (row.enabled) return state;
     return state.empty() ? "(greyed)" : "(greyed) " + state;
 }
