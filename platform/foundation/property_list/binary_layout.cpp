@@ -69,7 +69,7 @@ bool BinaryLayout::parseTrailer(Fault& fault) {
     if (_bytes.size() < headerSize + trailerSize) return complain(fault, "too short for a header and a trailer", 0);
     const std::size_t trailer = _bytes.size() - trailerSize;
     const auto field = [&](std::size_t place, std::size_t size) {
-        return readCappedNumber(_bytes.substr(trailer + place, size));
+        return readCappedNumber(piece(trailer + place, size));
     };
     _offsetSize = field(6, 1);
     _referenceSize = field(7, 1);
@@ -100,7 +100,7 @@ bool BinaryLayout::parseTrailer(Fault& fault) {
 
 bool BinaryLayout::checkTable(Fault& fault) const {
     for (std::size_t number = 0; number < _objectCount; ++number) {
-        if (readCappedNumber(_bytes.substr(_table + number * _offsetSize, _offsetSize)) >= _table) {
+        if (readCappedNumber(piece(_table + number * _offsetSize, _offsetSize)) >= _table) {
             return complain(fault, "an object's offset is not before the offset table", _table + number * _offsetSize);
         }
     }
@@ -133,7 +133,7 @@ bool BinaryLayout::readLongCount(BinaryObject& object) const {
     const Meaning& meaning = meanings[static_cast<unsigned char>(_bytes[object.content])];
     const bool isInteger = meaning.isKnown && meaning.kind == BinaryKind::integer;
     if (!isInteger || _table - object.content <= meaning.count) return false;
-    object.count = readLowBits(_bytes.substr(object.content + 1, meaning.count));
+    object.count = readLowBits(piece(object.content + 1, meaning.count));
     object.content += 1 + meaning.count;
     return true;
 }

@@ -66,7 +66,7 @@ public:
 
     /// Numbers of objects are less than `objectCount()`.
     std::size_t offsetOf(std::size_t number) const {
-        return readLowBits({_bytes.data() + _table + number * _offsetSize, _offsetSize});
+        return readLowBits(piece(_table + number * _offsetSize, _offsetSize));
     }
     bool find(std::size_t number, BinaryObject& object, Fault& fault) const;
 
@@ -81,11 +81,11 @@ public:
     /// The number that a container's reference gives; it can be out of range. A dictionary's
     /// references are those of its keys, followed by those of its values.
     std::uint64_t reference(const BinaryObject& container, std::size_t index) const {
-        return readCappedNumber({_bytes.data() + container.content + index * _referenceSize, _referenceSize});
+        return readCappedNumber(piece(container.content + index * _referenceSize, _referenceSize));
     }
 
     std::string_view content(const BinaryObject& object) const {
-        return {_bytes.data() + object.content, object.end - object.content};
+        return piece(object.content, object.end - object.content);
     }
 
 private:
@@ -94,6 +94,9 @@ private:
     bool parseTrailer(Fault& fault);
     bool checkTable(Fault& fault) const;
     bool readLongCount(BinaryObject& object) const;
+
+    /// A piece that is known to lie in the file.
+    std::string_view piece(std::size_t start, std::size_t size) const { return {_bytes.data() + start, size}; }
 
     std::string_view _bytes;
     std::size_t _table = 0;
