@@ -76,7 +76,7 @@ std::optional<AtomicWriter::Place> AtomicWriter::lookAt(Descriptor folder, std::
     }
     Place place{std::move(folder), std::string{name}, std::nullopt};
     struct stat status {};
-    if (_calls.statusIn(place.folder.get(), text.get(), status) == 0) {
+    if (uninterrupted([&] { return _calls.statusIn(place.folder.get(), text.get(), status); }) == 0) {
         place.old = status;
     } else if (errno != ENOENT) {
         return std::nullopt;
@@ -106,7 +106,8 @@ std::optional<AtomicWriter::Place> AtomicWriter::followLink(std::string_view pat
 
 std::optional<std::string> AtomicWriter::linkTarget(const Place& link) {
     std::array<char, PATH_MAX> target;
-    const ssize_t length = _calls.readLink(link.folder.get(), link.name.c_str(), target.data(), target.size());
+    const ssize_t length = uninterrupted(
+        [&] { return _calls.readLink(link.folder.get(), link.name.c_str(), target.data(), target.size()); });
     if (length < 0) return std::nullopt;
     return std::string{target.data(), static_cast<std::size_t>(length)};
 }
@@ -135,11 +136,13 @@ Descriptor AtomicWriter::openOrMakeChild(const Descriptor& parent, std::string_v
 }
 
 bool AtomicWriter::makeFolder(const Descriptor& parent, const std::string& name) {
-    if (_calls.makeFolder(parent.get(), name.c_str(), newFolderMode) != 0) return errno == EEXIST;
-    constexpr int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
-    const Descriptor made{_calls.openIn(parent.get(), name.c_str(), flags, 0), _calls};
+    if (uninterrupted([&] { return _calls.makeFolder(parent.get(), name.c_str(), newFolderMode); }) != 0) {
+        return errno == EEXIST;
+    }
+    constexpr int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW;
+    const Descriptor made = openEntry(_calls, parent, name, flags);
     // The process's own mask must not keep the phone's other programs out.
-    if (made.isOpen()) _calls.changeMode(made.get(), newFolderMode);
+    if (made.isOpen()) uninterrupted([&] { return _calls.changeMode(made.get(), newFolderMode); });
     return synchroniseFolder(parent);
 }
 

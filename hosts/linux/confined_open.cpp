@@ -14,10 +14,6 @@ namespace {
 // passes; an EAGAIN that does not (a lease on the file) must not hold anybody for ever.
 constexpr int mostAttempts = 64;
 
-bool isPassing(int error) {
-    return error == EAGAIN || error == EINTR;
-}
-
 }  // namespace
 
 PathText::PathText(std::string_view path) {
@@ -42,10 +38,15 @@ Descriptor openConfined(FileCalls& calls, int root, std::string_view path, int f
     if (text.get() == nullptr) return {};
     int file = -1;
     for (int attempt = 0; attempt < mostAttempts; ++attempt) {
-        file = calls.openInRoot(root, text.get(), flags | O_CLOEXEC);
-        if (file >= 0 || !isPassing(errno)) break;
+        file = uninterrupted([&] { return calls.openInRoot(root, text.get(), flags | O_CLOEXEC); });
+        if (file >= 0 || errno != EAGAIN) break;
     }
     return Descriptor{file, calls};
+}
+
+Descriptor openEntry(FileCalls& calls, const Descriptor& folder, const std::string& name, int flags, mode_t mode) {
+    return Descriptor{uninterrupted([&] { return calls.openIn(folder.get(), name.c_str(), flags | O_CLOEXEC, mode); }),
+                      calls};
 }
 
 }  // namespace hosts

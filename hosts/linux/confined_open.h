@@ -2,6 +2,7 @@
 #pragma once
 
 #include <climits>
+#include <string>
 #include <string_view>
 
 #include "hosts/linux/descriptor.h"
@@ -24,5 +25,8 @@ private:
 /// Opens what `path` leads to when the folder `root` is the root of the file system: absolute links
 /// and ".." stay below it. Nothing, with errno set, on failure. Close-on-exec is added to `flags`.
 Descriptor openConfined(FileCalls& calls, int root, std::string_view path, int flags);
+
+/// Opens the entry `name` of an open folder, likewise. A file that is made gets the permissions `mode`.
+Descriptor openEntry(FileCalls& calls, const Descriptor& folder, const std::string& name, int flags, mode_t mode = 0);
 
 }  // namespace hosts

@@ -110,11 +110,7 @@ void removeAbandonedCopies(const fs::path& parent) {
 }
 
 bool lock(const Descriptor& folder) {
-    int result = -1;
-    do {
-        result = ::flock(folder.get(), LOCK_EX);
-    } while (result != 0 && errno == EINTR);
-    return result == 0;
+    return uninterrupted([&] { return ::flock(folder.get(), LOCK_EX); }) == 0;
 }
 
 // Gives the copy its name, unless somebody else has been quicker.

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <sys/types.h>
 
+#include <cerrno>
 #include <cstddef>
 
 namespace hosts {
@@ -35,5 +36,15 @@ public:
     virtual int unlink(int folder, const char* name);
     virtual int close(int file);
 };
+
+/// What the call gives once no signal interrupts it. Any call can be interrupted on a file system that
+/// is itself a program, as that of a mounted phone often is. Not for close: what it was given is gone.
+template <typename Call>
+auto uninterrupted(Call call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
 
 }  // namespace hosts

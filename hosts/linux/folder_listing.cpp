@@ -36,7 +36,7 @@ std::optional<std::vector<std::string>> listNames(Descriptor folder) {
     alignas(dirent64) std::byte entries[16384];
     std::vector<std::string> names;
     while (true) {
-        const ssize_t length = ::getdents64(folder.get(), entries, sizeof entries);
+        const ssize_t length = uninterrupted([&] { return ::getdents64(folder.get(), entries, sizeof entries); });
         if (length < 0 || !addNames(entries, static_cast<std::size_t>(length), names)) return std::nullopt;
         if (length == 0) break;
     }

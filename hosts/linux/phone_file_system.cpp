@@ -18,14 +18,6 @@ namespace hosts {
 
 namespace {
 
-ssize_t readSome(int file, char* bytes, std::size_t room) {
-    ssize_t count = -1;
-    do {
-        count = ::read(file, bytes, room);
-    } while (count < 0 && errno == EINTR);
-    return count;
-}
-
 // Makes `contents` `size` bytes long. Bytes up to `kept` matter; the rest is about to be overwritten.
 bool makeRoom(std::string& contents, std::size_t size, std::size_t kept) {
     try {
@@ -43,7 +35,7 @@ bool readWhole(int file, std::size_t expected, std::size_t limit, std::string& c
     if (!makeRoom(contents, expected + 1, 0)) return false;
     std::size_t got = 0;
     while (true) {
-        const ssize_t count = readSome(file, contents.data() + got, contents.size() - got);
+        const ssize_t count = uninterrupted([&] { return ::read(file, contents.data() + got, contents.size() - got); });
         if (count < 0) return false;
         got += static_cast<std::size_t>(count);
         if (got > limit) return false;
@@ -93,8 +85,8 @@ Descriptor PhoneFileSystem::openPath(std::string_view path, int flags) const {
 bool PhoneFileSystem::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
     const Descriptor file = openPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
     struct stat status;
-    const bool read = file.isOpen() && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
-                      static_cast<std::uint64_t>(status.st_size) <= limit &&
+    const bool read = file.isOpen() && uninterrupted([&] { return ::fstat(file.get(), &status); }) == 0 &&
+                      S_ISREG(status.st_mode) && static_cast<std::uint64_t>(status.st_size) <= limit &&
                       readWhole(file.get(), static_cast<std::size_t>(status.st_size), limit, contents);
     if (!read) contents.clear();
     return read;

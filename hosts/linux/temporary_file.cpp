@@ -10,6 +10,7 @@
 #include <climits>
 #include <optional>
 
+#include "hosts/linux/confined_open.h"
 #include "hosts/linux/folder_listing.h"
 
 namespace hosts {
@@ -43,12 +44,23 @@ bool isTemporaryName(std::string_view entry, std::string_view prefix) {
     return entry.substr(prefix.size(), randomLength).find_first_not_of(randomLetters) == std::string_view::npos;
 }
 
+bool lookAt(FileCalls& calls, const Descriptor& file, struct stat& status) {
+    return uninterrupted([&] { return calls.status(file.get(), status); }) == 0;
+}
+
+bool lockFile(FileCalls& calls, const Descriptor& file) {
+    return uninterrupted([&] { return calls.lock(file.get()); }) == 0;
+}
+
+void removeEntry(FileCalls& calls, const Descriptor& folder, const std::string& entry) {
+    uninterrupted([&] { return calls.unlink(folder.get(), entry.c_str()); });
+}
+
 void removeIfAbandoned(FileCalls& calls, const Descriptor& folder, const std::string& entry) {
-    constexpr int flags = O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY | O_CLOEXEC;
-    const Descriptor file{calls.openIn(folder.get(), entry.c_str(), flags, 0), calls};
+    const Descriptor file = openEntry(calls, folder, entry, O_RDONLY | O_NONBLOCK | O_NOFOLLOW | O_NOCTTY);
     struct stat status {};
-    if (!file.isOpen() || calls.status(file.get(), status) != 0 || !S_ISREG(status.st_mode)) return;
-    if (calls.lock(file.get()) == 0) calls.unlink(folder.get(), entry.c_str());
+    if (!file.isOpen() || !lookAt(calls, file, status) || !S_ISREG(status.st_mode)) return;
+    if (lockFile(calls, file)) removeEntry(calls, folder, entry);
 }
 
 }  // namespace
@@ -58,20 +70,20 @@ TemporaryFile::~TemporaryFile() {
 }
 
 void TemporaryFile::discard() {
-    if (_file.isOpen() && !_temporaryName.empty()) _calls.unlink(_folder.get(), _temporaryName.c_str());
+    if (_file.isOpen() && !_temporaryName.empty()) removeEntry(_calls, _folder, _temporaryName);
     _temporaryName.clear();
     _file = Descriptor{};
 }
 
 bool TemporaryFile::create(mode_t mode) {
-    constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+    constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW;
     for (int attempt = 0; attempt < mostAttempts; ++attempt) {
         const auto random = randomText();
         if (!random) return false;
         _temporaryName = temporaryPrefix(_name) + *random + std::string{suffix};
-        _file = Descriptor{_calls.openIn(_folder.get(), _temporaryName.c_str(), flags, mode), _calls};
+        _file = openEntry(_calls, _folder, _temporaryName, flags, mode);
         if (_file.isOpen() && claim()) return true;
-        if (!_file.isOpen() && errno != EEXIST && errno != EINTR) return false;
+        if (!_file.isOpen() && errno != EEXIST) return false;
         discard();
     }
     errno = EEXIST;
@@ -82,34 +94,30 @@ bool TemporaryFile::create(mode_t mode) {
 // then that writer has the lock, or the file has lost its name. Where there are no locks at all,
 // nobody removes anything.
 bool TemporaryFile::claim() {
-    if (_calls.lock(_file.get()) != 0 && errno == EWOULDBLOCK) return false;
+    if (!lockFile(_calls, _file) && errno == EWOULDBLOCK) return false;
     struct stat status {};
-    return _calls.status(_file.get(), status) != 0 || status.st_nlink > 0;
+    return !lookAt(_calls, _file, status) || status.st_nlink > 0;
 }
 
 bool TemporaryFile::fill(std::string_view contents) {
     while (!contents.empty()) {
-        const ssize_t written = _calls.write(_file.get(), contents.data(), contents.size());
-        if (written > 0) {
-            contents.remove_prefix(static_cast<std::size_t>(written));
-        } else if (written == 0) {
-            errno = ENOSPC;
-            return false;
-        } else if (errno != EINTR) {
-            return false;
-        }
+        const ssize_t written =
+            uninterrupted([&] { return _calls.write(_file.get(), contents.data(), contents.size()); });
+        if (written == 0) errno = ENOSPC;
+        if (written <= 0) return false;
+        contents.remove_prefix(static_cast<std::size_t>(written));
     }
     return true;
 }
 
 void TemporaryFile::setOwner(uid_t owner, gid_t group) {
     struct stat status {};
-    if (_calls.status(_file.get(), status) == 0 && status.st_uid == owner && status.st_gid == group) return;
-    _calls.changeOwner(_file.get(), owner, group);
+    if (lookAt(_calls, _file, status) && status.st_uid == owner && status.st_gid == group) return;
+    uninterrupted([&] { return _calls.changeOwner(_file.get(), owner, group); });
 }
 
 void TemporaryFile::setMode(mode_t mode) {
-    _calls.changeMode(_file.get(), mode);
+    uninterrupted([&] { return _calls.changeMode(_file.get(), mode); });
 }
 
 bool TemporaryFile::synchronise() {
@@ -117,23 +125,19 @@ bool TemporaryFile::synchronise() {
 }
 
 bool TemporaryFile::publish() {
-    if (_calls.rename(_folder.get(), _temporaryName.c_str(), _name.c_str()) != 0) return false;
+    const auto rename = [&] { return _calls.rename(_folder.get(), _temporaryName.c_str(), _name.c_str()); };
+    if (uninterrupted(rename) != 0) return false;
     _temporaryName.clear();
     return true;
 }
 
 bool synchroniseFile(FileCalls& calls, const Descriptor& file) {
-    int result = -1;
-    do {
-        result = calls.synchronise(file.get());
-    } while (result != 0 && errno == EINTR);
-    return result == 0;
+    return uninterrupted([&] { return calls.synchronise(file.get()); }) == 0;
 }
 
 void removeAbandonedTemporaries(FileCalls& calls, const Descriptor& folder, std::string_view name) {
     const std::string prefix = temporaryPrefix(name);
-    Descriptor listed{calls.openIn(folder.get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0), calls};
-    const auto entries = listNames(std::move(listed));
+    const auto entries = listNames(openEntry(calls, folder, ".", O_RDONLY | O_DIRECTORY));
     if (!entries) return;
     for (const std::string& entry : *entries) {
         if (isTemporaryName(entry, prefix)) removeIfAbandoned(calls, folder, entry);
