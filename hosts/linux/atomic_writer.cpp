@@ -9,6 +9,7 @@
 #include <climits>
 
 #include "hosts/linux/confined_open.h"
+#include "hosts/linux/file_attributes.h"
 #include "hosts/linux/temporary_file.h"
 
 namespace hosts {
@@ -142,8 +143,7 @@ bool AtomicWriter::makeFolder(const Descriptor& parent, const std::string& name)
     constexpr int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW;
     const Descriptor made = openEntry(_calls, parent, name, flags);
     // The process's own mask must not keep the phone's other programs out.
-    if (made.isOpen()) uninterrupted([&] { return _calls.changeMode(made.get(), newFolderMode); });
-    return synchroniseFolder(parent);
+    return (!made.isOpen() || giveMode(_calls, made, newFolderMode)) && synchroniseFolder(parent);
 }
 
 // Some file systems have nothing to synchronise in a folder and say so.
@@ -164,9 +164,10 @@ bool AtomicWriter::replace(const Place& place, std::string_view contents) {
     if (!check(temporary.create(mode), "cannot make a temporary file beside it")) return false;
     if (!check(temporary.fill(contents), "cannot write the temporary file beside it")) return false;
     // The owner first: giving a file away may take permissions from it.
-    if (keeps) temporary.setOwner(place.old->st_uid, place.old->st_gid);
-    temporary.setMode(mode);
-    return check(temporary.synchronise(), "cannot make the temporary file beside it durable") &&
+    const bool owned = !keeps || temporary.setOwner(place.old->st_uid, place.old->st_gid);
+    return check(owned, "cannot give the temporary file beside it its owner") &&
+           check(temporary.setMode(mode), "cannot give the temporary file beside it its permissions") &&
+           check(temporary.synchronise(), "cannot make the temporary file beside it durable") &&
            check(temporary.publish(), "cannot put the new file in its place") &&
            check(synchroniseFolder(place.folder), "it is written, but its name may not outlast a crash");
 }

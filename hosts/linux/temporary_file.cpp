@@ -11,6 +11,7 @@
 #include <optional>
 
 #include "hosts/linux/confined_open.h"
+#include "hosts/linux/file_attributes.h"
 #include "hosts/linux/folder_listing.h"
 
 namespace hosts {
@@ -110,14 +111,14 @@ bool TemporaryFile::fill(std::string_view contents) {
     return true;
 }
 
-void TemporaryFile::setOwner(uid_t owner, gid_t group) {
+bool TemporaryFile::setOwner(uid_t owner, gid_t group) {
     struct stat status {};
-    if (lookAt(_calls, _file, status) && status.st_uid == owner && status.st_gid == group) return;
-    uninterrupted([&] { return _calls.changeOwner(_file.get(), owner, group); });
+    if (lookAt(_calls, _file, status) && status.st_uid == owner && status.st_gid == group) return true;
+    return giveOwner(_calls, _file, owner, group);
 }
 
-void TemporaryFile::setMode(mode_t mode) {
-    uninterrupted([&] { return _calls.changeMode(_file.get(), mode); });
+bool TemporaryFile::setMode(mode_t mode) {
+    return giveMode(_calls, _file, mode);
 }
 
 bool TemporaryFile::synchronise() {

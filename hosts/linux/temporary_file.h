@@ -25,10 +25,9 @@ public:
     bool create(mode_t mode);
     /// Writes all of `contents`.
     bool fill(std::string_view contents);
-    /// Gives the file an owner and group, and permissions, as far as the file system and the
-    /// process's rights go; what they refuse stays as it was made.
-    void setOwner(uid_t owner, gid_t group);
-    void setMode(mode_t mode);
+    /// As giveOwner and giveMode do.
+    bool setOwner(uid_t owner, gid_t group);
+    bool setMode(mode_t mode);
     /// Makes the content and all that belongs to it durable.
     bool synchronise();
     /// Puts the file in the place of the entry that it is for.

@@ -76,8 +76,8 @@ std::vector<std::string> callsOfAWrite(const Situation& situation) {
 // The calls without which no write can be called done. The others make a write tidier or keep
 // attributes.
 bool isEssential(const std::string& call) {
-    static const std::set<std::string> essential{"openInRoot",  "statusIn", "readLink",  "write",
-                                                 "synchronise", "rename",   "makeFolder"};
+    static const std::set<std::string> essential{"openInRoot", "statusIn",    "readLink", "write",     "changeOwner",
+                                                 "changeMode", "synchronise", "rename",   "makeFolder"};
     return essential.contains(call);
 }
 
@@ -133,6 +133,7 @@ TEST(PhoneWriteFaults, areToldByFileStepAndReason) {
         {"statusIn", EIO, "cannot look at it: Input/output error"},
         {"openIn", EROFS, "cannot make a temporary file beside it: Read-only file system"},
         {"write", ENOSPC, "cannot write the temporary file beside it: No space left on device"},
+        {"changeMode", EIO, "cannot give the temporary file beside it its permissions: Input/output error"},
         {"synchronise", EDQUOT, "cannot make the temporary file beside it durable: Disk quota exceeded"},
         {"rename", EPERM, "cannot put the new file in its place: Operation not permitted"}};
     for (const auto& [failing, error, text] : cases) {
@@ -148,6 +149,37 @@ TEST(PhoneWriteFaults, areToldByFileStepAndReason) {
         EXPECT_EQ(files.lastError(), "cannot write /file: " + text);
         EXPECT_EQ(readText(phone / "file"), "old");
         EXPECT_THAT(test::namesIn(phone.folder), ElementsAre("file"));
+    }
+}
+
+// A new file that the add-on cannot read would be a lost one.
+TEST(PhoneWriteFaults, leaveNoNewFileWithAnothersOwner) {
+    const Phone phone;
+    makeOldFile(phone);
+    if (test::ownerOf(phone.settingsFile()) == ::geteuid()) GTEST_SKIP() << "only a superuser has an owner to keep";
+    for (const int error : {EIO, ENOSPC, EDQUOT, EROFS}) {
+        bool armed = false;
+        WatchedCalls calls{
+            [&](const std::string& call, std::size_t) { return armed && call == "changeOwner" ? error : 0; }};
+        auto files = openPhone(phone.folder, calls);
+        armed = true;
+        EXPECT_FALSE(files.writeFileAtomically(settingsPath, "new"));
+        EXPECT_THAT(files.lastError(), HasSubstr("cannot give the temporary file beside it its owner"));
+        EXPECT_EQ(readText(phone.settingsFile()), "old");
+        EXPECT_EQ(test::ownerOf(phone.settingsFile()), 501U);
+    }
+}
+
+// File systems without owners or permissions can be written all the same.
+TEST(PhoneWriteFaults, areNotMadeOfOwnersAndPermissionsThatCannotBe) {
+    for (const std::string refused : {"changeOwner", "changeMode"}) {
+        for (const int error : {EPERM, EACCES, ENOTSUP, ENOSYS, EINVAL, EOVERFLOW}) {
+            const Phone phone;
+            makeOldFile(phone);
+            WatchedCalls calls{[&](const std::string& call, std::size_t) { return call == refused ? error : 0; }};
+            EXPECT_TRUE(openPhone(phone.folder, calls).writeFileAtomically(settingsPath, "new"));
+            EXPECT_EQ(readText(phone.settingsFile()), "new");
+        }
     }
 }
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <sys/stat.h>
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -42,6 +44,11 @@ inline std::vector<std::string> namesIn(const std::string& folder) {
     for (const auto& entry : std::filesystem::directory_iterator{folder})
         names.push_back(entry.path().filename());
     return names;
+}
+
+inline uid_t ownerOf(const std::string& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 ? status.st_uid : static_cast<uid_t>(-1);
 }
 
 inline std::size_t openDescriptors() {
