@@ -143,7 +143,7 @@ bool AtomicWriter::makeFolder(const Descriptor& parent, const std::string& name)
     constexpr int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW;
     const Descriptor made = openEntry(_calls, parent, name, flags);
     // The process's own mask must not keep the phone's other programs out.
-    return (!made.isOpen() || giveMode(_calls, made, newFolderMode)) && synchroniseFolder(parent);
+    return made.isOpen() && giveMode(_calls, made, newFolderMode) && synchroniseFolder(parent);
 }
 
 // Some file systems have nothing to synchronise in a folder and say so.

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,17 +11,18 @@
 #include <cerrno>
 #include <chrono>
 #include <filesystem>
-#include <new>
 #include <random>
 #include <string>
 #include <thread>
 #include <vector>
 
 #include "pane.h"
+#include "tests/kit/shared_counter.h"
 
 namespace application_pages_test {
 namespace {
 
+using kit::SharedCounter;
 using platform::Dictionary;
 using platform::Value;
 
@@ -39,23 +39,6 @@ Value ticksAfter(int tapCount) {
         ticks.set(identifierOf(tap % applications), tap / applications % 2 == 0);
     return ticks.empty() ? Value() : Value(ticks);
 }
-
-/// A number that parent and child both see.
-class SharedCounter {
-public:
-    SharedCounter()
-        : _memory(::mmap(nullptr, sizeof(std::atomic<int>), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)),
-          _counter(new (_memory) std::atomic<int>(0)) {}
-    SharedCounter(const SharedCounter&) = delete;
-    SharedCounter& operator=(const SharedCounter&) = delete;
-    ~SharedCounter() { ::munmap(_memory, sizeof(std::atomic<int>)); }
-
-    std::atomic<int>& operator*() { return *_counter; }
-
-private:
-    void* _memory;
-    std::atomic<int>* _counter;
-};
 
 /// Taps rows until somebody kills this process, and counts the taps that are done.
 [[noreturn]] void tapRowsForEver(Pane& pane, const TickPage& page, std::atomic<int>& done) {

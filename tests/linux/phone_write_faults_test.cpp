@@ -6,8 +6,6 @@
 #include <unistd.h>
 
 #include <filesystem>
-#include <functional>
-#include <set>
 
 #include "forked.h"
 #include "phone.h"
@@ -21,110 +19,16 @@ using test::Phone;
 using test::readText;
 using test::settingsName;
 using test::settingsPath;
-using test::temporariesIn;
 using test::WatchedCalls;
 using test::writeText;
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::IsEmpty;
-
-// A state in which a write may find the phone. Where the old content and the new one can be seen is
-// told by `file`, relative to the phone's folder.
-struct Situation {
-    const char* name;
-    std::function<void(const Phone&)> prepare;
-    std::string file = std::string{settingsPath}.substr(1);
-    std::string oldContent = "old";
-};
 
 void makeOldFile(const Phone& phone) {
     writeText(phone.settingsFile(), "old");
     fs::permissions(phone.settingsFile(), fs::perms{0640});
     // Without the right to give files away the write has no owner to keep; the rest is the same.
     (void)!::chown(phone.settingsFile().c_str(), 501, 502);
-}
-
-void makeLinkedFile(const Phone& phone) {
-    writeText(phone / "store/real", "old");
-    fs::create_directories(phone.preferencesFolder());
-    fs::create_symlink("/store/real", phone.settingsFile());
-}
-
-void makeAbandonedTemporary(const Phone& phone) {
-    makeOldFile(phone);
-    writeText(phone.preferencesFolder() + "/." + settingsName + ".abc234.tmp", "half of a");
-}
-
-std::vector<Situation> situations() {
-    return {{"old file", makeOldFile},
-            {"abandoned temporary", makeAbandonedTemporary},
-            {"empty phone", [](const Phone&) {}, std::string{settingsPath}.substr(1), "(no file)"},
-            {"linked file", makeLinkedFile, "store/real"}};
-}
-
-std::vector<std::string> callsOfAWrite(const Situation& situation) {
-    const Phone phone;
-    situation.prepare(phone);
-    WatchedCalls calls;
-    auto files = openPhone(phone.folder, calls);
-    calls.forget();
-    EXPECT_TRUE(files.writeFileAtomically(settingsPath, "new"));
-    EXPECT_EQ(readText(phone / situation.file), "new");
-    return calls.made();
-}
-
-// The calls without which no write can be called done. The others make a write tidier or keep
-// attributes.
-bool isEssential(const std::string& call) {
-    static const std::set<std::string> essential{"openInRoot", "statusIn",    "readLink", "write",     "changeOwner",
-                                                 "changeMode", "synchronise", "rename",   "makeFolder"};
-    return essential.contains(call);
-}
-
-void expectWholeFileDespite(const Situation& situation, std::size_t failing, const std::string& call, int error) {
-    SCOPED_TRACE(std::string{situation.name} + ": call " + std::to_string(failing) + " (" + call +
-                 ") fails: " + std::generic_category().message(error));
-    const Phone phone;
-    situation.prepare(phone);
-    bool armed = false;
-    WatchedCalls calls{[&](const std::string&, std::size_t number) { return armed && number == failing ? error : 0; }};
-    auto files = openPhone(phone.folder, calls);
-    calls.forget();
-    armed = true;
-    const auto descriptors = test::openDescriptors();
-    const bool written = files.writeFileAtomically(settingsPath, "new");
-    armed = false;
-
-    EXPECT_EQ(test::openDescriptors(), descriptors);
-    EXPECT_EQ(files.lastError().empty(), written);
-    const auto& made = calls.made();
-    const bool renamed = std::find(made.begin(), made.begin() + static_cast<std::ptrdiff_t>(failing), "rename") !=
-                         made.begin() + static_cast<std::ptrdiff_t>(failing);
-    EXPECT_FALSE(isEssential(call) && written);
-    std::string seen;
-    EXPECT_EQ(openPhone(phone.folder).readFile(settingsPath, seen) ? seen : "(no file)",
-              written || renamed ? "new" : situation.oldContent);
-    if (call == "unlink" || call == "list" || call == "lock" || call == "status") {
-        EXPECT_LE(temporariesIn(phone.folder), 1U);
-    } else if (std::string_view{situation.name} != "abandoned temporary") {
-        EXPECT_EQ(temporariesIn(phone.folder), 0U);
-    }
-
-    EXPECT_TRUE(files.writeFileAtomically(settingsPath, "newer")) << files.lastError();
-    EXPECT_EQ(openPhone(phone.folder).readFile(settingsPath, seen) ? seen : "(no file)", "newer");
-    EXPECT_EQ(temporariesIn(phone.folder), 0U);
-}
-
-TEST(PhoneWriteFaults, leaveTheOldFileOrTheNewOneWhicheverCallFails) {
-    for (const auto& situation : situations()) {
-        const auto calls = callsOfAWrite(situation);
-        ASSERT_GT(calls.size(), 10U);
-        for (std::size_t failing = 0; failing < calls.size(); ++failing) {
-            for (const int error : {EIO, ENOSPC}) {
-                expectWholeFileDespite(situation, failing, calls[failing], error);
-            }
-        }
-    }
 }
 
 TEST(PhoneWriteFaults, areToldByFileStepAndReason) {
@@ -205,45 +109,6 @@ TEST(PhoneWriteFaults, doNotAriseWhereFoldersCannotBeSynchronised) {
     EXPECT_TRUE(openPhone(phone.folder, calls).writeFileAtomically("/file", "new"));
 }
 
-// More signals than any number of attempts that is given up at.
-TEST(PhoneWriteFaults, doNotComeFromSignalsHoweverMany) {
-    for (const auto& situation : situations()) {
-        const auto usual = callsOfAWrite(situation);
-        for (const std::string& interrupted : std::set<std::string>{usual.begin(), usual.end()}) {
-            if (interrupted == "close") continue;
-            SCOPED_TRACE(std::string{situation.name} + ": " + interrupted);
-            const Phone phone;
-            situation.prepare(phone);
-            int times = 0;
-            bool armed = false;
-            WatchedCalls calls{[&](const std::string& call, std::size_t) {
-                return armed && call == interrupted && ++times <= 1000 ? EINTR : 0;
-            }};
-            auto files = openPhone(phone.folder, calls);
-            armed = true;
-            EXPECT_TRUE(files.writeFileAtomically(settingsPath, "new")) << files.lastError();
-            EXPECT_GT(times, 1000);
-            EXPECT_EQ(readText(phone / situation.file), "new");
-            EXPECT_EQ(temporariesIn(phone.folder), 0U);
-        }
-    }
-}
-
-TEST(PhoneWriteFaults, doNotComeFromShortWrites) {
-    struct ShortWrites : hosts::FileCalls {
-        ssize_t write(int file, const void* bytes, std::size_t count) override {
-            ++writes;
-            return FileCalls::write(file, bytes, std::min<std::size_t>(count, 7));
-        }
-        int writes = 0;
-    } calls;
-    const Phone phone;
-    const std::string text(700, 'x');
-    EXPECT_TRUE(openPhone(phone.folder, calls).writeFileAtomically("/file", text + "end"));
-    EXPECT_EQ(readText(phone / "file"), text + "end");
-    EXPECT_EQ(calls.writes, 101);
-}
-
 TEST(PhoneWriteFaults, endAWriteThatMakesNoProgress) {
     struct NoProgress : hosts::FileCalls {
         ssize_t write(int, const void*, std::size_t) override { return 0; }
@@ -254,26 +119,6 @@ TEST(PhoneWriteFaults, endAWriteThatMakesNoProgress) {
     EXPECT_FALSE(files.writeFileAtomically("/file", "new"));
     EXPECT_THAT(files.lastError(), HasSubstr("No space left on device"));
     EXPECT_EQ(readText(phone / "file"), "old");
-}
-
-TEST(PhoneWriteFaults, areMetHalfWayThroughTheContents) {
-    struct FullDisk : hosts::FileCalls {
-        ssize_t write(int file, const void* bytes, std::size_t count) override {
-            if (room == 0) {
-                errno = ENOSPC;
-                return -1;
-            }
-            const auto written = FileCalls::write(file, bytes, std::min(count, room));
-            room -= static_cast<std::size_t>(written);
-            return written;
-        }
-        std::size_t room = 1000;
-    } calls;
-    const Phone phone;
-    writeText(phone / "file", "old");
-    EXPECT_FALSE(openPhone(phone.folder, calls).writeFileAtomically("/file", std::string(2000, 'x')));
-    EXPECT_EQ(readText(phone / "file"), "old");
-    EXPECT_THAT(test::namesIn(phone.folder), ElementsAre("file"));
 }
 
 // The real thing: a process that may make no file larger than some bytes.
