@@ -3,26 +3,40 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <set>
+#include <utility>
 
 namespace benchmarks {
 namespace {
 
-std::string timeText(double nanoseconds) {
-    char text[32];
-    if (nanoseconds < 1e4) {
-        std::snprintf(text, sizeof text, "%.0f ns", nanoseconds);
-    } else if (nanoseconds < 1e7) {
-        std::snprintf(text, sizeof text, "%.1f us", nanoseconds / 1e3);
-    } else {
-        std::snprintf(text, sizeof text, "%.1f ms", nanoseconds / 1e6);
-    }
-    return text;
-}
+using Limit = Reach::Limit;
 
+constexpr const char* ourSide = "ours";
+constexpr const char* nothing = "-";
+
+// Of a reach without a peer when `peer` is empty.
 const Reach* findReach(const std::string& job, const std::string& peer) {
     auto found =
         std::ranges::find_if(reaches(), [&](const Reach& reach) { return reach.job == job && reach.peer == peer; });
     return found == reaches().end() ? nullptr : &*found;
+}
+
+std::string amountText(double amount, Limit limit) {
+    if (limit == Limit::nanoseconds) return timeText(amount);
+    if (limit == Limit::bytes) return sizeText(amount);
+    char text[32];
+    std::snprintf(text, sizeof text, "%.2f", amount);
+    return text;
+}
+
+void printVerdict(std::size_t held, std::size_t missed) {
+    const std::size_t unmeasured = reaches().size() - held - missed;
+    if (missed == 0 && unmeasured == 0) {
+        std::printf("\nEvery reach holds, of %zu.\n", held);
+        return;
+    }
+    std::printf("\n%zu reach(es) do NOT hold, %zu hold, %zu were not measured: see the column 'holds'.\n", missed, held,
+                unmeasured);
 }
 
 }  // namespace
@@ -32,61 +46,101 @@ std::vector<Reach>& reaches() {
     return all;
 }
 
-bool RatioReporter::ReportContext(const Context& context) {
-    std::printf("%d processors at %.0f MHz; medians of interleaved rounds\n\n", context.cpu_info.num_cpus,
-                context.cpu_info.cycles_per_second / 1e6);
-    return true;
+// The library keeps a counter's base and does nothing else with it.
+benchmark::Counter nanoseconds(double amount) {
+    return {amount, benchmark::Counter::kDefaults, benchmark::Counter::kIs1000};
+}
+
+benchmark::Counter bytes(double amount) {
+    return {amount, benchmark::Counter::kDefaults, benchmark::Counter::kIs1024};
+}
+
+const RatioReporter::Figure* RatioReporter::figureOf(const Job& job, const std::string& side) {
+    const auto found = job.find(side);
+    return found == job.end() ? nullptr : &found->second;
+}
+
+double RatioReporter::Figure::median() const {
+    std::vector<double> sorted = rounds;
+    std::ranges::sort(sorted);
+    const std::size_t middle = sorted.size() / 2;
+    return sorted.size() % 2 == 1 ? sorted[middle] : (sorted[middle - 1] + sorted[middle]) / 2;
+}
+
+std::string RatioReporter::Figure::text() const {
+    return amountText(median(), unit);
+}
+
+void RatioReporter::addRound(const std::string& job, const std::string& side, Limit unit, double amount) {
+    Figure& figure = _jobs[job][side];
+    figure.unit = unit;
+    figure.rounds.push_back(amount);
 }
 
 void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs) {
-        if (run.error_occurred) std::printf("%s: %s\n", run.benchmark_name().c_str(), run.error_message.c_str());
-        if (run.run_type != Run::RT_Aggregate || run.aggregate_name != "median") continue;
+        if (run.error_occurred) std::printf("%s: %s\n\n", run.benchmark_name().c_str(), run.error_message.c_str());
+        if (run.error_occurred || run.run_type != Run::RT_Iteration) continue;
         const std::string& name = run.run_name.function_name;
         const std::size_t slash = name.rfind('/');
         const std::string job = name.substr(0, slash);
         const std::string side = name.substr(slash + 1);
-        const double time = run.GetAdjustedRealTime() * 1e9 / benchmark::GetTimeUnitMultiplier(run.time_unit);
-        if (side == "ours") {
-            _jobs[job].ours = time;
-        } else {
-            _jobs[job].peers.emplace_back(side, time);
+        for (const auto& [figure, counter] : run.counters) {
+            const bool isTime = counter.oneK == benchmark::Counter::kIs1000;
+            addRound(job + ", " + figure, side, isTime ? Limit::nanoseconds : Limit::bytes, counter.value);
         }
+        if (!run.counters.empty()) continue;
+        const double time = run.GetAdjustedRealTime() * 1e9 / benchmark::GetTimeUnitMultiplier(run.time_unit);
+        addRound(job, side, Limit::nanoseconds, time);
     }
 }
 
-bool RatioReporter::printRow(const std::string& name, const Job& job, const std::string& peer, double peerTime) {
-    const double ratio = job.ours / peerTime;
-    const Reach* reach = findReach(name, peer);
-    const bool holds = !reach || ratio <= reach->atMost;
-    std::string wanted = "-";
-    if (reach) {
-        char text[32];
-        std::snprintf(text, sizeof text, "<= %.2f", reach->atMost);
-        wanted = text;
+// The answer in the column "holds"; counts it.
+std::string RatioReporter::judge(const Reach& reach, std::optional<double> amount) {
+    if (!amount) return "not measured";
+    const bool holds = *amount <= reach.atMost;
+    ++(holds ? _held : _missed);
+    return holds ? "yes" : "NO";
+}
+
+// Our figure beside the peer's, or alone.
+void RatioReporter::addRow(const std::string& name, const Job& job, const std::string& peer) {
+    const Figure* ours = figureOf(job, ourSide);
+    const Figure* theirs = figureOf(job, peer);
+    std::optional<double> amount;
+    if (ours && peer.empty()) amount = ours->median();
+    if (ours && theirs) amount = ours->median() / theirs->median();
+
+    ResultTable::Row row = {name, nothing, nothing, nothing, nothing, nothing, nothing};
+    if (ours) row[1] = ours->text();
+    if (!peer.empty()) row[2] = peer;
+    if (theirs) row[3] = theirs->text();
+    if (amount && theirs) row[4] = amountText(*amount, Limit::ratio);
+    if (const Reach* reach = findReach(name, peer)) {
+        row[5] = "<= " + amountText(reach->atMost, reach->limit);
+        row[6] = judge(*reach, amount);
     }
-    std::printf("| %-38s | %10s | %-30s | %10s | %6.2f | %-7s | %-5s |\n", name.c_str(), timeText(job.ours).c_str(),
-                peer.c_str(), timeText(peerTime).c_str(), ratio, wanted.c_str(),
-                !reach  ? "-"
-                : holds ? "yes"
-                        : "NO");
-    return holds;
+    _table.add(std::move(row));
+}
+
+void RatioReporter::addRows(const std::string& name, const Job& job) {
+    std::set<std::string> peers;
+    for (const auto& [side, figure] : job)
+        peers.insert(side);
+    for (const Reach& reach : reaches()) {
+        if (reach.job == name) peers.insert(reach.peer);
+    }
+    peers.erase(ourSide);
+    if (peers.empty()) addRow(name, job, "");
+    for (const std::string& peer : peers)
+        addRow(name, job, peer);
 }
 
 void RatioReporter::Finalize() {
-    std::printf("| %-38s | %10s | %-30s | %10s | %6s | %-7s | %-5s |\n", "job", "ours", "peer", "peer", "ratio",
-                "reach", "holds");
-    std::printf("|%s|%s|%s|%s|%s|%s|%s|\n", std::string(40, '-').c_str(), std::string(12, '-').c_str(),
-                std::string(32, '-').c_str(), std::string(12, '-').c_str(), std::string(8, '-').c_str(),
-                std::string(9, '-').c_str(), std::string(7, '-').c_str());
-    int missed = 0;
-    for (const auto& [name, job] : _jobs) {
-        for (const auto& [peer, time] : job.peers)
-            missed += printRow(name, job, peer, time) ? 0 : 1;
-    }
-    std::printf("\n%s\n", missed == 0
-                              ? "Every reach holds."
-                              : (std::to_string(missed) + " reach(es) do NOT hold: see the column 'holds'.").c_str());
+    for (const auto& [name, job] : _jobs)
+        addRows(name, job);
+    std::printf("%s", _table.text().c_str());
+    printVerdict(_held, _missed);
 }
 
 }  // namespace benchmarks
