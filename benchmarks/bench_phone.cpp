@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/bench_phone.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <stdexcept>
+#include <utility>
 
 #include "hosts/linux/file_calls.h"
 #include "store/preference_store.h"
@@ -16,20 +16,19 @@ public:
     int synchronise(int) override { return 0; }
 };
 
-// Without flushing, what is measured is our own work, so the folder is kept in memory where the
-// machine has such a file system: a disk's own would flush a file that is renamed over another.
-std::string makeTemporaryFolder(Durability durability) {
-    const std::filesystem::path memory = "/dev/shm";
-    const bool inMemory = durability == Durability::inMemory && std::filesystem::is_directory(memory);
-    const std::filesystem::path parent = inMemory ? memory : std::filesystem::temp_directory_path();
-    std::string folder = (parent / "trivel3-benchmark-XXXXXX").string();
-    if (!::mkdtemp(folder.data())) throw std::runtime_error(folder + ": cannot be made");
-    return folder;
-}
-
 }  // namespace
 
-BenchPhone::BenchPhone(std::string_view settings, Durability durability) : _folder(makeTemporaryFolder(durability)) {
+BenchPhone::BenchPhone(std::string_view settings, Durability durability)
+    : BenchPhone(std::make_unique<TemporaryFolder>(durability), durability) {
+    if (!settings.empty()) _files->writeFileAtomically(trivel3::PreferenceStore::settingsFile, settings);
+}
+
+BenchPhone::BenchPhone(std::unique_ptr<TemporaryFolder> made, Durability durability)
+    : BenchPhone(Existing{made->path()}, durability) {
+    _made = std::move(made);
+}
+
+BenchPhone::BenchPhone(const Existing& phone, Durability durability) : _folder(phone.folder) {
     _calls = durability == Durability::flushed ? std::make_unique<hosts::FileCalls>()
                                                : std::make_unique<UnflushedFileCalls>();
     std::string error;
@@ -41,12 +40,6 @@ BenchPhone::BenchPhone(std::string_view settings, Durability durability) : _fold
         hosts::SessionServices{*_counting, _notifications, _application, _deviceQuery, _composers, _composers},
         TRIVEL3_STAGING "/lib/trivel3/system", hosts::usualDeviceShape());
     if (!_session->loadPane(error)) throw std::runtime_error(error);
-    if (!settings.empty()) _files->writeFileAtomically(trivel3::PreferenceStore::settingsFile, settings);
-}
-
-BenchPhone::~BenchPhone() {
-    std::error_code ignored;
-    std::filesystem::remove_all(_folder, ignored);
 }
 
 std::string BenchPhone::settingsPath() const {

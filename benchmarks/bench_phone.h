@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "benchmarks/temporary_folder.h"
 #include "hosts/linux/phone_file_system.h"
 #include "hosts/session/composers.h"
 #include "hosts/session/quiet_services.h"
@@ -36,17 +37,17 @@ private:
     platform::FileSystem& _files;
 };
 
-/// Whether writes wait for the disk.
-enum class Durability { flushed, inMemory };
-
-/// A phone in a temporary folder with one settings file, and a platform to run pages on it. Nobody
-/// listens to its notifications.
+/// A phone and a platform to run pages on it. Nobody listens to its notifications.
 class BenchPhone {
 public:
+    /// In a temporary folder of its own, with one settings file.
     explicit BenchPhone(std::string_view settings, Durability durability = Durability::flushed);
-    BenchPhone(const BenchPhone&) = delete;
-    BenchPhone& operator=(const BenchPhone&) = delete;
-    ~BenchPhone();
+
+    /// On a phone that is there, as a program that has just been started.
+    struct Existing {
+        std::string folder;
+    };
+    explicit BenchPhone(const Existing& phone, Durability durability);
 
     const std::string& folder() const { return _folder; }
     /// The machine's path of the settings file.
@@ -57,6 +58,9 @@ public:
     CountingFileSystem& files() { return *_counting; }
 
 private:
+    BenchPhone(std::unique_ptr<TemporaryFolder> made, Durability durability);
+
+    std::unique_ptr<TemporaryFolder> _made;  ///< null when the phone is not ours
     std::string _folder;
     std::unique_ptr<hosts::FileCalls> _calls;
     std::unique_ptr<hosts::PhoneFileSystem> _files;

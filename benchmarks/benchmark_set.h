@@ -15,6 +15,7 @@ inline benchmark::internal::Benchmark* add(const std::string& name, std::functio
 
 void addSettingsBenchmarks();
 void addPageBenchmarks();
+void addApplicationBenchmarks();
 void addProcessBenchmarks();
 
 /// Prints how often the settings file is parsed and written in each step on a page: exact numbers,

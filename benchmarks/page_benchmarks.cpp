@@ -11,6 +11,7 @@
 
 #include "benchmarks/bench_phone.h"
 #include "benchmarks/benchmark_set.h"
+#include "benchmarks/page_use.h"
 #include "benchmarks/ratio_reporter.h"
 #include "benchmarks/sample_settings.h"
 #include "platform/list/list_controller.h"
@@ -19,30 +20,6 @@ namespace benchmarks {
 namespace {
 
 constexpr const char* optionsClass = "KavixPreferencesOptionsController";
-/// Rows of 44 points on a 568-point screen, less the bars.
-constexpr std::size_t rowsOfOneScreen = 11;
-
-std::shared_ptr<platform::PSListController> makePage(BenchPhone& phone, const char* className) {
-    return phone.platform().classes.make<platform::PSListController>(className, phone.platform());
-}
-
-void produceScreen(platform::PSListController& page) {
-    platform::UITableView& table = page.table();
-    std::size_t produced = 0;
-    for (std::size_t section = 0; section < page.numberOfSectionsInTableView(table); ++section) {
-        const std::size_t rows = page.tableView_numberOfRowsInSection(table, section);
-        for (std::size_t row = 0; row < rows && produced < rowsOfOneScreen; ++row, ++produced) {
-            benchmark::DoNotOptimize(table.produceCellForRowAtIndexPath({section, row}));
-        }
-    }
-}
-
-void openPage(BenchPhone& phone, const char* className) {
-    auto page = makePage(phone, className);
-    page->view();
-    page->viewWillAppear(false);
-    produceScreen(*page);
-}
 
 void openOurs(benchmark::State& state, const std::string& content, Durability durability) {
     BenchPhone phone(content, durability);

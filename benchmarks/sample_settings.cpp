@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "benchmarks/sample_settings.h"
 
+#include "benchmarks/sample_applications.h"
 #include "platform/foundation/property_list.h"
 #include "store/settings_catalogue.h"
 
@@ -15,17 +16,18 @@ SampleSettings encoded(std::string name, std::size_t ticks) {
 
 }  // namespace
 
+platform::Dictionary sampleTicks(std::size_t count) {
+    std::vector<platform::Dictionary::Entry> applications;
+    for (std::size_t number = 0; number < count; ++number)
+        applications.push_back({sampleIdentifier(number), number % 2 == 0});
+    return platform::Dictionary(std::move(applications), platform::Dictionary::Duplicates::lastWins);
+}
+
 platform::Dictionary settingsWithTicks(std::size_t ticks) {
     platform::Dictionary settings;
     for (const auto& entry : trivel3::SettingsCatalogue::entries())
         settings.set(entry.key, entry.defaultValue());
-    std::vector<platform::Dictionary::Entry> applications;
-    for (std::size_t i = 0; i < ticks; ++i) {
-        std::string number = std::to_string(i);
-        applications.push_back({"com.example.app" + std::string(5 - number.size(), '0') + number, i % 2 == 0});
-    }
-    settings.set("CloseAllAppsExceptions",
-                 platform::Dictionary(std::move(applications), platform::Dictionary::Duplicates::lastWins));
+    settings.set("CloseAllAppsExceptions", sampleTicks(ticks));
     return settings;
 }
 

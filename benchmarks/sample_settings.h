@@ -15,7 +15,10 @@ struct SampleSettings {
     std::string binary;
 };
 
-/// All 26 keys, and this many ticked applications.
+/// This many applications, every second one ticked.
+platform::Dictionary sampleTicks(std::size_t count);
+
+/// All 26 keys, and these ticks.
 platform::Dictionary settingsWithTicks(std::size_t ticks);
 
 /// 20 ticks: what a phone in use holds.
