@@ -4,6 +4,7 @@
 #include <dlfcn.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/foundation/property_list.h"
@@ -36,9 +37,8 @@ std::optional<NSBundle> SystemImage::bundleWithPath(std::string_view path) {
 }
 
 bool SystemImage::loadModule(const std::string& file) {
-    if (_loadedModules.contains(file)) return true;
     // Everything is bound at once: a module that lacks a symbol is refused here and not halfway
-    // through a page.
+    // through a page. One that has been loaded is found again, and the registry keeps its classes.
     void* module = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!module) {
         _lastLoadError = ::dlerror();
@@ -49,7 +49,6 @@ bool SystemImage::loadModule(const std::string& file) {
         _lastLoadError = file + ": exports no " + registerClassesSymbol;
         return false;
     }
-    _loadedModules.insert(file);
     registerClasses(_classes);
     return true;
 }
@@ -78,11 +77,12 @@ bool NSBundle::load() const {
 std::shared_ptr<const UIImage> NSBundle::imageNamed(std::string_view name, double scale) const {
     if (!isPlainName(name)) return nullptr;
     const std::string stem = _folder + "/" + std::string(name);
-    // The wanted scale first, then the finer ones, then the coarser ones.
-    const int wanted = std::lround(scale) < 1 ? 1 : std::lround(scale) > 3 ? 3 : static_cast<int>(std::lround(scale));
-    for (int candidate : {wanted, 3, 2, 1}) {
-        std::string suffix = candidate == 1 ? ".png" : "@" + std::to_string(candidate) + "x.png";
-        if (auto image = UIImage::fromPngFile(std::string(name), stem + suffix, candidate)) return image;
+    const long wanted = std::clamp(std::lround(scale), 1L, 3L);
+    // Where that one is missing, the finest of the others: a picture made smaller stays sharp.
+    for (const long candidate : {wanted, 3L, 2L, 1L}) {
+        const std::string suffix = candidate == 1 ? ".png" : "@" + std::to_string(candidate) + "x.png";
+        if (auto image = UIImage::fromPngFile(std::string(name), stem + suffix, static_cast<double>(candidate)))
+            return image;
     }
     return nullptr;
 }

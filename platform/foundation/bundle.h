@@ -3,7 +3,6 @@
 
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 
@@ -68,7 +67,6 @@ private:
 
     std::string _folder;
     ClassRegistry& _classes;
-    std::set<std::string> _loadedModules;
     std::string _lastLoadError;
 };
 
