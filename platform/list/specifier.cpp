@@ -14,7 +14,7 @@ std::shared_ptr<PSSpecifier> PSSpecifier::groupSpecifierWithName(std::string nam
 
 std::shared_ptr<PSSpecifier> PSSpecifier::preferenceSpecifierNamed_target_set_get_detail_cell_edit(
     std::string name, PSListController* target, Setter set, Getter get, std::string detail, PSCellType cell,
-    std::string edit) {
+    std::string) {
     auto specifier = std::make_shared<PSSpecifier>();
     specifier->_name = std::move(name);
     specifier->_target = target;
@@ -22,7 +22,6 @@ std::shared_ptr<PSSpecifier> PSSpecifier::preferenceSpecifierNamed_target_set_ge
     specifier->_getter = std::move(get);
     specifier->_detailControllerClass = std::move(detail);
     specifier->_cellType = cell;
-    specifier->_editPaneClass = std::move(edit);
     return specifier;
 }
 

@@ -42,7 +42,8 @@ public:
 
     static std::shared_ptr<PSSpecifier> emptyGroupSpecifier();
     static std::shared_ptr<PSSpecifier> groupSpecifierWithName(std::string name);
-    /// `detail` and `edit` are class names; empty for none.
+    /// `detail` and `edit` are class names; empty for none. Edit pages are the platform's own affair: no
+    /// row of ours names one, and what is named is not kept.
     static std::shared_ptr<PSSpecifier> preferenceSpecifierNamed_target_set_get_detail_cell_edit(
         std::string name, PSListController* target, Setter set, Getter get, std::string detail, PSCellType cell,
         std::string edit);
@@ -87,7 +88,6 @@ private:
     Setter _setter;
     Getter _getter;
     std::string _detailControllerClass;
-    std::string _editPaneClass;
     std::optional<std::string> _identifier;
     std::map<std::string, PSProperty, std::less<>> _properties;
     std::optional<Value> _userInfo;
