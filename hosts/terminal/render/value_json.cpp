@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "hosts/terminal/render/value_text.h"
+#include "platform/foundation/base64.h"
 
 namespace hosts::terminal {
 namespace {
@@ -14,17 +15,8 @@ using nlohmann::json;
 using platform::Value;
 
 std::string base64(const platform::Data& data) {
-    constexpr std::string_view digits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
     std::string text;
-    for (std::size_t start = 0; start < data.size(); start += 3) {
-        const std::size_t count = std::min<std::size_t>(3, data.size() - start);
-        unsigned group = 0;
-        for (std::size_t i = 0; i < 3; ++i) {
-            group = group << 8 | (i < count ? std::to_integer<unsigned>(data[start + i]) : 0);
-        }
-        for (std::size_t i = 0; i < 4; ++i)
-            text += i <= count ? digits[group >> (18 - 6 * i) & 63] : '=';
-    }
+    platform::appendBase64(text, data);
     return text;
 }
 

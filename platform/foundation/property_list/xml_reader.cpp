@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/foundation/property_list/base64.h"
+#include "platform/foundation/base64.h"
 #include "platform/foundation/property_list/xml_scanner.h"
 
 namespace platform::property_list {

@@ -7,8 +7,8 @@
 #include <utility>
 #include <variant>
 
+#include "platform/foundation/base64.h"
 #include "platform/foundation/property_list.h"
-#include "platform/foundation/property_list/base64.h"
 #include "platform/foundation/property_list/byte_scan.h"
 #include "platform/foundation/property_list/limits.h"
 #include "platform/foundation/property_list/unicode.h"

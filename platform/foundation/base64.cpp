@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "platform/foundation/property_list/base64.h"
+#include "platform/foundation/base64.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 
-namespace platform::property_list {
+namespace platform {
 
 namespace {
 
 constexpr std::string_view base64Alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
 constexpr auto base64Values = [] {
-    std::array<std::int8_t, 128> values{};
+    std::array<std::int8_t, 256> values{};
     values.fill(-1);
     for (std::size_t index = 0; index < base64Alphabet.size(); ++index) {
         values[static_cast<std::size_t>(base64Alphabet[index])] = static_cast<std::int8_t>(index);
@@ -37,7 +37,7 @@ public:
         } else if (!isSpace(character)) {
             _padding = 0;
         }
-        const std::int8_t value = base64Values[static_cast<std::size_t>(character)];
+        const std::int8_t value = base64Values[static_cast<unsigned char>(character)];
         if (value < 0) return;
         _bits = _bits << 6 | static_cast<std::uint32_t>(value);
         if (++_characters % 4 == 0) finishGroup();
@@ -58,15 +58,15 @@ private:
     std::size_t _padding = 0;
 };
 
-/// The four characters of up to three bytes.
-std::array<char, 4> encodeGroup(const std::byte* bytes, std::size_t count) {
+/// The four characters of one to three bytes.
+std::array<char, 4> encodeGroup(std::span<const std::byte> bytes) {
     std::uint32_t bits = 0;
     for (std::size_t index = 0; index < 3; ++index) {
-        bits = bits << 8 | (index < count ? std::to_integer<std::uint32_t>(bytes[index]) : 0u);
+        bits = bits << 8 | (index < bytes.size() ? std::to_integer<std::uint32_t>(bytes[index]) : 0u);
     }
     std::array<char, 4> characters{};
     for (std::size_t index = 0; index < 4; ++index) {
-        characters[index] = index <= count ? base64Alphabet[bits >> (18 - 6 * index) & 0x3F] : '=';
+        characters[index] = index <= bytes.size() ? base64Alphabet[bits >> (18 - 6 * index) & 0x3F] : '=';
     }
     return characters;
 }
@@ -80,17 +80,24 @@ Data decodeBase64(std::string_view text) {
     return decoder.data();
 }
 
-void appendBase64Lines(std::string& text, const Data& data, std::size_t lineLength, std::size_t tabs) {
-    const std::size_t bytesPerLine = lineLength / 4 * 3;
-    for (std::size_t line = 0; line < data.size(); line += bytesPerLine) {
-        text.append(tabs, '\t');
-        const std::size_t lineEnd = std::min(line + bytesPerLine, data.size());
-        for (std::size_t group = line; group < lineEnd; group += 3) {
-            const auto characters = encodeGroup(data.data() + group, std::min<std::size_t>(3, lineEnd - group));
-            text.append(characters.data(), characters.size());
-        }
-        text += '\n';
+void appendBase64(std::string& text, std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        const auto group = bytes.first(std::min<std::size_t>(3, bytes.size()));
+        const auto characters = encodeGroup(group);
+        text.append(characters.data(), characters.size());
+        bytes = bytes.subspan(group.size());
     }
 }
 
-}  // namespace platform::property_list
+void appendBase64Lines(std::string& text, std::span<const std::byte> bytes, std::size_t lineLength, std::size_t tabs) {
+    const std::size_t bytesPerLine = lineLength / 4 * 3;
+    while (!bytes.empty()) {
+        const auto line = bytes.first(std::min(bytesPerLine, bytes.size()));
+        text.append(tabs, '\t');
+        appendBase64(text, line);
+        text += '\n';
+        bytes = bytes.subspan(line.size());
+    }
+}
+
+}  // namespace platform
