@@ -2,8 +2,9 @@
 #include "hosts/terminal/render/printable.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <cwchar>
+
+#include "platform/foundation/utf8.h"
 
 namespace hosts::terminal {
 namespace {
@@ -13,39 +14,6 @@ constexpr char32_t replacement = 0xFFFD;
 constexpr std::size_t leastWidth = 2;
 
 constexpr std::string_view replacementText = "\xEF\xBF\xBD";
-
-struct Character {
-    char32_t code;
-    std::size_t length;  ///< bytes that it takes in the text
-};
-
-bool isContinuation(char byte) {
-    return (static_cast<std::uint8_t>(byte) & 0xC0) == 0x80;
-}
-
-// Bytes of the sequence that a lead byte announces; 0 for a byte that leads none.
-std::size_t sequenceLength(std::uint8_t lead) {
-    if (lead >= 0xC2 && lead < 0xE0) return 2;
-    if (lead >= 0xE0 && lead < 0xF0) return 3;
-    if (lead >= 0xF0 && lead < 0xF5) return 4;
-    return 0;
-}
-
-// The character at the start of the text, which is not empty; a byte that starts none counts for itself.
-Character firstCharacter(std::string_view text) {
-    const auto lead = static_cast<std::uint8_t>(text[0]);
-    if (lead < 0x80) return {lead, 1};
-    const std::size_t length = sequenceLength(lead);
-    if (length == 0 || text.size() < length) return {replacement, 1};
-    char32_t code = lead & (0x7Fu >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        if (!isContinuation(text[i])) return {replacement, 1};
-        code = code << 6 | (static_cast<std::uint8_t>(text[i]) & 0x3Fu);
-    }
-    const bool overlong = (length == 3 && code < 0x800) || (length == 4 && code < 0x10000);
-    const bool outside = code > 0x10FFFF || (code >= 0xD800 && code < 0xE000);
-    return overlong || outside ? Character{replacement, 1} : Character{code, length};
-}
 
 // Characters that steer a terminal or reorder what follows them.
 bool isControl(char32_t code) {
@@ -63,7 +31,7 @@ std::size_t fittingLength(std::string_view text, std::size_t width) {
     std::size_t used = 0;
     std::size_t length = 0;
     while (length < text.size()) {
-        const Character character = firstCharacter(text.substr(length));
+        const platform::Utf8Character character = platform::firstUtf8Character(text.substr(length));
         used += columnsOf(character.code);
         if (used > width) break;
         length += character.length;
@@ -89,7 +57,7 @@ std::string printable(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     while (!text.empty()) {
-        const Character character = firstCharacter(text);
+        const platform::Utf8Character character = platform::firstUtf8Character(text);
         const bool bad = character.code == replacement || isControl(character.code);
         result += bad ? replacementText : text.substr(0, character.length);
         text.remove_prefix(character.length);
@@ -105,7 +73,7 @@ std::string inQuotes(std::string_view text) {
 std::size_t columns(std::string_view text) {
     std::size_t sum = 0;
     while (!text.empty()) {
-        const Character character = firstCharacter(text);
+        const platform::Utf8Character character = platform::firstUtf8Character(text);
         sum += columnsOf(character.code);
         text.remove_prefix(character.length);
     }

@@ -100,6 +100,12 @@ void appendUtf8(std::string& text, char32_t character) {
     appendContinuation(0);
 }
 
+Utf8Sequence firstSequence(std::string_view text) {
+    const std::size_t length = sequenceLength(text);
+    if (length == 0) return {};
+    return {decodeValidSequence(text.substr(0, length)), length};
+}
+
 std::size_t findInvalidUtf8(std::string_view text) {
     const char* const end = text.data() + text.size();
     const char* position = text.data();

@@ -23,6 +23,14 @@ constexpr bool isCharacter(char32_t code) {
 
 void appendUtf8(std::string& text, char32_t character);
 
+struct Utf8Sequence {
+    char32_t character = 0;
+    std::size_t length = 0;
+};
+
+/// The sequence at the front of the text, which is not empty; of length 0 when no valid one stands there.
+Utf8Sequence firstSequence(std::string_view text);
+
 /// Where the first byte stands that is no part of valid UTF-8, or the size of the text. Overlong
 /// forms, surrogates and values above U+10FFFF are not valid.
 std::size_t findInvalidUtf8(std::string_view text);
