@@ -28,6 +28,28 @@ struct Shape {
     model::Device device;
 };
 
+// What others do to the settings file in the course of a session.
+constexpr const char* changedKeys[] = {"MultiCenter",
+                                       "QuickSwitcher",
+                                       "HotCorners",
+                                       "ReachabilityMode",
+                                       "MinimalControlCenterEnabled",
+                                       "MinimalControlCenterCondition",
+                                       "OpenToLastApp",
+                                       "OpenToLastAppWithQS",
+                                       "QuickLauncherNotPlaying",
+                                       "QuickLauncherIsPlaying",
+                                       "QuickLauncherAutoDismissDelay",
+                                       "SliderActionsBrightness",
+                                       "SliderActionsVolume",
+                                       "SliderActionsDisableHUD",
+                                       "AlbumArtworkAutoDisplay",
+                                       "AlbumArtworkAutoDismissDelay",
+                                       "AccessAppSwitcher",
+                                       "PeopleInToday",
+                                       "UnknownKey"};
+constexpr const char* damagedFiles[] = {"<array/>", "<plist><dict><key>MultiCenter</key>"};
+
 // Icons are the resources' business, not the rules'.
 json withoutIcons(json page) {
     for (json& section : page["sections"]) {
@@ -144,42 +166,27 @@ private:
     }
 
     void changeFileFromOutside() {
-        const auto path = trivel3::PreferenceStore::settingsFile;
-        const std::size_t kind = pick(8);
-        if (kind == 0) {
-            _phone.remove(path);
-            _settings.content.reset();
-        } else if (kind == 1) {
-            _phone.put(path, flip() ? "<plist><dict><key>MultiCenter</key>" : "<array/>");
-            _settings.content.reset();
-        } else {
-            const char* keys[] = {"MultiCenter",
-                                  "QuickSwitcher",
-                                  "HotCorners",
-                                  "ReachabilityMode",
-                                  "MinimalControlCenterEnabled",
-                                  "MinimalControlCenterCondition",
-                                  "OpenToLastApp",
-                                  "OpenToLastAppWithQS",
-                                  "QuickLauncherNotPlaying",
-                                  "QuickLauncherIsPlaying",
-                                  "QuickLauncherAutoDismissDelay",
-                                  "SliderActionsBrightness",
-                                  "SliderActionsVolume",
-                                  "SliderActionsDisableHUD",
-                                  "AlbumArtworkAutoDisplay",
-                                  "AlbumArtworkAutoDismissDelay",
-                                  "AccessAppSwitcher",
-                                  "PeopleInToday",
-                                  "UnknownKey"};
-            if (!_settings.content) _settings.content.emplace();
-            for (std::size_t i = pick(4) + 1; i > 0; --i)
-                _settings.content->set(keys[pick(std::size(keys))], someValue());
-            const Value content(*_settings.content);
-            _phone.put(
-                path,
-                *(flip() ? platform::writeXmlPropertyList(content) : platform::writeBinaryPropertyList(content)).bytes);
+        switch (pick(8)) {
+            case 0:
+                _phone.remove(trivel3::PreferenceStore::settingsFile);
+                _settings.content.reset();
+                break;
+            case 1:
+                _phone.put(trivel3::PreferenceStore::settingsFile, damagedFiles[pick(std::size(damagedFiles))]);
+                _settings.content.reset();
+                break;
+            default:
+                setSomeKeys();
         }
+    }
+
+    void setSomeKeys() {
+        if (!_settings.content) _settings.content.emplace();
+        for (std::size_t i = pick(4) + 1; i > 0; --i)
+            _settings.content->set(changedKeys[pick(std::size(changedKeys))], someValue());
+        const Value content(*_settings.content);
+        const auto file = flip() ? platform::writeXmlPropertyList(content) : platform::writeBinaryPropertyList(content);
+        _phone.put(trivel3::PreferenceStore::settingsFile, *file.bytes);
     }
 
     std::mt19937_64 _random;
