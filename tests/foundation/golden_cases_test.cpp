@@ -5,7 +5,7 @@
 #include <cctype>
 #include <stdexcept>
 
-#include "golden_cases.h"
+#include "tests/property_lists/golden_cases.h"
 #include "platform/foundation/property_list.h"
 #include "print_value.h"
 

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "golden_cases.h"
+#include "tests/property_lists/golden_cases.h"
 #include "platform/foundation/property_list.h"
 #include "print_value.h"
-#include "random_value.h"
+#include "tests/property_lists/random_value.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "random_value.h"
+#include "tests/property_lists/random_value.h"
 
 #include <bit>
 #include <cmath>
