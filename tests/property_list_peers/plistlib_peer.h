@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string_view>
+
+#include "running_program.h"
+#include "tests/property_lists/peer_reading.h"
+
+namespace peers {
+
+/// Python's plistlib in a process of its own, which reads one property list after another.
+class PlistlibPeer {
+public:
+    PlistlibPeer();
+
+    /// What plistlib reads, and what it then writes.
+    PeerReading read(std::string_view bytes);
+
+private:
+    test::RunningProgram _python;
+};
+
+}  // namespace peers
