@@ -5,9 +5,9 @@
 #include <cctype>
 #include <stdexcept>
 
-#include "tests/property_lists/golden_cases.h"
 #include "platform/foundation/property_list.h"
 #include "print_value.h"
+#include "tests/property_lists/golden_cases.h"
 
 namespace golden {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "tests/property_lists/golden_cases.h"
 #include "platform/foundation/property_list.h"
 #include "print_value.h"
+#include "tests/property_lists/golden_cases.h"
 #include "tests/property_lists/random_value.h"
 
 namespace {
