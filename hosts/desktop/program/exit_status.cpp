@@ -2,11 +2,15 @@
 #include "hosts/desktop/program/exit_status.h"
 
 #include <cstdio>
+#include <string>
+
+#include "hosts/session/printable.h"
 
 namespace hosts::desktop {
 
 int fail(ExitStatus status, std::string_view message) {
-    std::fprintf(stderr, "trivel3-settings: %.*s\n", static_cast<int>(message.size()), message.data());
+    const std::string line = "trivel3-settings: " + printable(message) + "\n";
+    std::fwrite(line.data(), 1, line.size(), stderr);
     return status;
 }
 

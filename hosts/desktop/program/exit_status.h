@@ -12,7 +12,8 @@ enum ExitStatus : int {
     wrongUsage = 2,  ///< the command line is wrong
 };
 
-/// Prints one line on standard error, under the program's name, and gives the status back.
+/// Prints one line on standard error, under the program's name, and gives the status back. Whatever in
+/// the message could steer a terminal is made visible.
 int fail(ExitStatus status, std::string_view message);
 
 }  // namespace hosts::desktop

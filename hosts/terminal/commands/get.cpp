@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <unistd.h>
+
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/settings_command.h"
 #include "hosts/terminal/exit_status.h"
@@ -19,7 +21,7 @@ int runGet(ProgramContext& context, const GetOptions& options) {
     auto text = valueText(*value);
     if (!text) return fail(failed, inQuotes(options.key) + " holds what an XML property list cannot say");
     if (!text->ends_with('\n') || value->string()) *text += '\n';
-    print(*text);
+    print(::isatty(STDOUT_FILENO) == 1 ? printableLines(*text) : *text);
     return done;
 }
 

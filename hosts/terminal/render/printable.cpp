@@ -9,17 +9,8 @@
 namespace hosts::terminal {
 namespace {
 
-constexpr char32_t replacement = 0xFFFD;
 // No character is wider, so that a line always takes one.
 constexpr std::size_t leastWidth = 2;
-
-constexpr std::string_view replacementText = "\xEF\xBF\xBD";
-
-// Characters that steer a terminal or reorder what follows them.
-bool isControl(char32_t code) {
-    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x2028 || code == 0x2029 ||
-           (code >= 0x202A && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
-}
 
 std::size_t columnsOf(char32_t code) {
     const int width = ::wcwidth(static_cast<wchar_t>(code));
@@ -52,18 +43,6 @@ void wrapLine(std::string_view line, std::size_t width, std::vector<std::string>
 }
 
 }  // namespace
-
-std::string printable(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    while (!text.empty()) {
-        const platform::Utf8Character character = platform::firstUtf8Character(text);
-        const bool bad = character.code == replacement || isControl(character.code);
-        result += bad ? replacementText : text.substr(0, character.length);
-        text.remove_prefix(character.length);
-    }
-    return result;
-}
 
 std::string inQuotes(std::string_view text) {
     constexpr std::size_t longest = 60;

@@ -6,12 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "hosts/session/printable.h"
+
 /// Text that comes from a phone's files, made fit for a terminal.
 namespace hosts::terminal {
-
-/// The text with every control character (C0, DEL, C1), line break and byte that is no UTF-8 replaced
-/// by U+FFFD, so that nothing in it can steer a terminal.
-std::string printable(std::string_view text);
 
 /// The text in quotation marks, for a message; cut when it is long.
 std::string inQuotes(std::string_view text);

@@ -5,8 +5,10 @@
 #include <cmath>
 #include <string_view>
 
+#include "hosts/session/printable.h"
 #include "hosts/terminal/render/value_text.h"
 #include "platform/foundation/base64.h"
+#include "platform/foundation/utf8.h"
 
 namespace hosts::terminal {
 namespace {
@@ -92,25 +94,26 @@ private:
     std::string _loss;
 };
 
-// JSON itself escapes the controls up to U+001F alone; those from U+007F to U+009F steer terminals too.
-std::string withControlsEscaped(std::string_view text) {
+std::string escape(char32_t code) {
     constexpr std::string_view digits = "0123456789abcdef";
+    std::string text = "\\u";
+    for (int shift = 12; shift >= 0; shift -= 4)
+        text += digits[code >> shift & 15];
+    return text;
+}
+
+// JSON itself escapes the controls up to U+001F alone. Others begin with one of these bytes.
+std::string withControlsEscaped(std::string_view text) {
     std::string escaped;
     escaped.reserve(text.size());
     while (true) {
-        const std::size_t place = std::min(text.find_first_of("\x7F\xC2"), text.size());
+        const std::size_t place = std::min(text.find_first_of("\x7F\xC2\xE2"), text.size());
         escaped += text.substr(0, place);
         text.remove_prefix(place);
         if (text.empty()) return escaped;
-        const bool wide = text[0] != '\x7F';
-        const auto code = static_cast<unsigned char>(wide && text.size() > 1 ? text[1] : text[0]);
-        if (code > 0x9F) {
-            escaped += text[0];
-            text.remove_prefix(1);
-            continue;
-        }
-        escaped.append("\\u00") += {digits[code >> 4], digits[code & 15]};
-        text.remove_prefix(wide ? 2 : 1);
+        const platform::Utf8Character character = platform::firstUtf8Character(text);
+        escaped += isSteering(character.code) ? escape(character.code) : text.substr(0, character.length);
+        text.remove_prefix(character.length);
     }
 }
 
