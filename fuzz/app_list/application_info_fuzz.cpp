@@ -40,7 +40,8 @@ bool isOneLine(std::string_view name) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const UniformPhone phone({reinterpret_cast<const char*>(data), size});
     hosts::RationedFiles files(phone, {10, 10, 10 * size + 1});
-    const auto application = hosts::readApplication(files, "/Applications/Folder.app", {});
+    std::string problem;
+    const auto application = hosts::readApplication(files, "/Applications/Folder.app", {}, problem);
     if (!application) return 0;
     if (application->identifier.empty() || application->displayName.empty()) std::abort();
     if (!isOneLine(application->displayName)) std::abort();

@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "hosts/linux/error_text.h"
+#include "hosts/linux/fault_place.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/system_file.h"
 
@@ -19,9 +20,7 @@ constexpr std::string_view systemVersionFile = "/System/Library/CoreServices/Sys
 
 // Where a property list is wrong, as editors and compilers say it.
 std::string faultIn(const std::string& path, const platform::PropertyListError& error) {
-    const std::string place = error.line > 0 ? std::to_string(error.line) + ":" + std::to_string(error.column)
-                                             : " offset " + std::to_string(error.offset);
-    return path + ":" + place + ": " + error.reason;
+    return path + (error.line > 0 ? ":" : ": ") + faultPlace(error) + ": " + error.reason;
 }
 
 std::optional<platform::Dictionary> readList(const std::string& path, std::string_view bytes, std::string& error) {

@@ -11,7 +11,7 @@
 namespace hosts {
 
 /// More entries than any folder of a phone has, and few enough to be held at once.
-constexpr std::size_t mostFolderEntries = std::size_t{1} << 16;
+constexpr std::size_t mostFolderEntries = std::size_t{1} << 18;
 
 /// The names in a folder that is open for reading, in byte order, without "." and "..". Nothing when
 /// they cannot be read or are more than `mostFolderEntries`.

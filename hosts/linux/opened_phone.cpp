@@ -22,7 +22,7 @@ std::optional<OpenedPhone> openPhone(const std::string& named, std::string& erro
     if (!folder) return std::nullopt;
     auto files = PhoneFileSystem::open(*folder, error);
     if (!files) return std::nullopt;
-    return OpenedPhone{*std::move(installation), *std::move(folder), *std::move(files)};
+    return OpenedPhone{*std::move(installation), *std::move(folder), InspectedPhone{*std::move(files)}};
 }
 
 }  // namespace hosts

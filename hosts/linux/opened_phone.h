@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
+#include "hosts/linux/inspected_phone.h"
 #include "hosts/linux/installation.h"
-#include "hosts/linux/phone_file_system.h"
 
 namespace hosts {
 
@@ -13,7 +13,7 @@ namespace hosts {
 struct OpenedPhone {
     Installation installation;
     std::string folder;
-    PhoneFileSystem files;
+    InspectedPhone files;
 };
 
 /// Opens the phone in the folder `named`, or the default one, which is made on its first use, when

@@ -46,6 +46,14 @@ bool readWhole(int file, std::size_t expected, std::size_t limit, std::string& c
     return true;
 }
 
+std::string kindName(mode_t mode) {
+    if (S_ISREG(mode)) return "a regular file";
+    if (S_ISDIR(mode)) return "a folder";
+    if (S_ISFIFO(mode)) return "a FIFO";
+    if (S_ISSOCK(mode)) return "a socket";
+    return "a device";
+}
+
 PhoneFileSystem::FileKind kindOf(mode_t mode) {
     if (S_ISREG(mode)) return PhoneFileSystem::FileKind::regularFile;
     if (S_ISDIR(mode)) return PhoneFileSystem::FileKind::folder;
@@ -101,6 +109,48 @@ PhoneFileSystem::FileKind PhoneFileSystem::fileKind(std::string_view path) const
     struct stat status;
     if (!file.isOpen() || ::fstat(file.get(), &status) != 0) return FileKind::nothing;
     return kindOf(status.st_mode);
+}
+
+std::optional<std::string> PhoneFileSystem::whyUnread(std::string_view path, std::size_t limit) const {
+    const Descriptor thing = openPath(path, O_PATH);
+    struct stat status;
+    if (!thing.isOpen() || ::fstat(thing.get(), &status) != 0) return whyUnreached(path);
+    if (!S_ISREG(status.st_mode)) return "it is " + kindName(status.st_mode) + ", not a regular file";
+    if (static_cast<std::uint64_t>(status.st_size) > limit) {
+        return "it holds " + std::to_string(status.st_size) + " bytes, and at most " + std::to_string(limit) +
+               " are read";
+    }
+    if (!openPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY).isOpen()) return errorText(errno);
+    return "it cannot be read";
+}
+
+std::optional<std::string> PhoneFileSystem::whyUnlisted(std::string_view path) const {
+    const Descriptor thing = openPath(path, O_PATH);
+    struct stat status;
+    if (!thing.isOpen() || ::fstat(thing.get(), &status) != 0) return whyUnreached(path);
+    if (!S_ISDIR(status.st_mode)) return "it is " + kindName(status.st_mode) + ", not a folder";
+    Descriptor folder = openPath(path, O_RDONLY | O_DIRECTORY);
+    if (!folder.isOpen()) return errorText(errno);
+    if (listNames(std::move(folder))) return std::nullopt;
+    return "it cannot be listed, or has more than " + std::to_string(mostFolderEntries) + " entries";
+}
+
+// Of a path that leads to nothing: the first step that is there, but leads no further.
+std::optional<std::string> PhoneFileSystem::whyUnreached(std::string_view path) const {
+    const int error = errno;
+    if (error != ENOENT && error != ENOTDIR) return errorText(error);
+    std::string_view reached = "/";
+    for (std::size_t end = 0; end < path.size(); reached = path.substr(0, end)) {
+        end = std::min(path.find('/', end + 1), path.size());
+        const std::string step{path.substr(0, end)};
+        if (openPath(step, O_PATH).isOpen()) continue;
+        if (openPath(step, O_PATH | O_NOFOLLOW).isOpen()) return step + " is a link that leads to nothing on the phone";
+        if (errno != ENOTDIR) return std::nullopt;
+        struct stat status {};
+        ::fstat(openPath(reached, O_PATH).get(), &status);
+        return std::string{reached} + " is " + kindName(status.st_mode) + ", not a folder";
+    }
+    return std::nullopt;
 }
 
 bool PhoneFileSystem::writeFileAtomically(std::string_view path, std::string_view contents) {

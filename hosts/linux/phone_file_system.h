@@ -30,12 +30,17 @@ public:
 
     using platform::FileSystem::readFile;
     bool readFile(std::string_view path, std::string& contents, std::size_t limit) const override;
-    /// At most 65,536 entries; a larger folder reads as an empty one.
+    /// At most 262,144 entries; a larger folder reads as an empty one.
     std::vector<std::string> listFolder(std::string_view path) const override;
     bool writeFileAtomically(std::string_view path, std::string_view contents) override;
 
     /// What the path leads to, links followed.
     FileKind fileKind(std::string_view path) const;
+
+    /// Why `readFile` or `listFolder` gave nothing for what is there, in one clause; nothing when
+    /// there is no such thing. Asks the kernel anew.
+    std::optional<std::string> whyUnread(std::string_view path, std::size_t limit) const;
+    std::optional<std::string> whyUnlisted(std::string_view path) const;
 
     /// What became of the last write: empty when it worked, else one line with the phone's path of
     /// the file, the step that failed and the reason.
@@ -44,6 +49,7 @@ public:
 private:
     PhoneFileSystem(Descriptor root, FileCalls& calls);
     Descriptor openPath(std::string_view path, int flags) const;
+    std::optional<std::string> whyUnreached(std::string_view path) const;
 
     Descriptor _root;
     FileCalls* _calls;

@@ -15,7 +15,7 @@ SettingsSession::SettingsSession(const SessionServices& services, const std::str
     : _system(systemImage, _classes), _platform{services.files, services.notifications, _classes,
                                                 _system,        services.application,   services.deviceQuery,
                                                 services.mail,  services.posts,         shape.device,
-                                                shape.screen} {}
+                                                shape.screen,   services.skips} {}
 
 bool SettingsSession::loadPane(std::string& error) {
     _pane = _system.bundleWithPath(panePath);

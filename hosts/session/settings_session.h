@@ -20,6 +20,8 @@ struct SessionServices {
     platform::DeviceQuery& deviceQuery;
     platform::MailService& mail;
     platform::PostService& posts;
+    /// Null when nobody wants to know.
+    platform::SkipListener* skips = nullptr;
 };
 
 /// A Settings application's process as the pane sees it: its classes, its system image, its services

@@ -92,11 +92,12 @@ void CommandLine::addCommonOptions() {
                     "Property list of answers about the device, for the support report")
         ->type_name("FILE");
     _app.add_option("--device", _deviceName, "The phone's shape")->check(CLI::IsMember(names))->type_name("NAME");
+    _app.add_flag("--verbose", _common.verbose, "Say on standard error what is passed over on the phone, and why");
 }
 
 CLI::App* CommandLine::addCommand(const char* name, const char* help, std::function<int()> run) {
     CLI::App* command = _app.add_subcommand(name, help);
-    command->footer("The options of 'trivel3ctl --help', --phone and --device, are taken here too.");
+    command->footer("The options of 'trivel3ctl --help', --phone and --device among them, are taken here too.");
     command->callback([this, run = std::move(run)] { _chosen = run; });
     return command;
 }

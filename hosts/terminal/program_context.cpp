@@ -8,8 +8,11 @@ namespace hosts::terminal {
 std::optional<ProgramContext> ProgramContext::open(const CommonOptions& options, std::string& error) {
     auto phone = openPhone(options.phone, error);
     if (!phone) return std::nullopt;
-    return ProgramContext{std::move(phone->installation), std::move(phone->folder), std::move(phone->files),
-                          *options.device, options.deviceInformation};
+    auto skips = options.verbose ? std::make_unique<SkipLines>("trivel3ctl") : nullptr;
+    phone->files.tell(skips.get());
+    return ProgramContext{std::move(phone->installation), std::move(phone->folder),
+                          std::move(phone->files),        *options.device,
+                          options.deviceInformation,      std::move(skips)};
 }
 
 bool ProgramContext::nameAnswers(DeviceInformation& answers, std::string& error) const {

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
 #include "hosts/linux/device_information.h"
+#include "hosts/linux/inspected_phone.h"
 #include "hosts/linux/installation.h"
-#include "hosts/linux/phone_file_system.h"
 #include "hosts/session/device_shape.h"
+#include "hosts/session/skip_lines.h"
 
 namespace hosts::terminal {
 
@@ -16,16 +18,19 @@ struct CommonOptions {
     std::string phone;  ///< empty for the default phone
     const DeviceShape* device = &usualDeviceShape();
     std::string deviceInformation;  ///< a list of answers; empty for the phone's own
+    bool verbose = false;           ///< whether to say what is passed over on the phone
 };
 
 /// What a subcommand works on: the installation that the program belongs to, and the phone's folder.
 struct ProgramContext {
     Installation installation;
     std::string phoneFolder;
-    PhoneFileSystem files;
+    InspectedPhone files;
     const DeviceShape& device;
     /// The file of answers about the device that the user has named; empty for the phone's own.
     std::string deviceInformation;
+    /// Says what is passed over on the phone; null where nobody wants to know.
+    std::unique_ptr<SkipLines> skips;
 
     /// Opens the phone that the options name, or makes the default one on its first use. Nothing,
     /// with one line in `error`, when that does not work.

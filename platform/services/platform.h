@@ -13,6 +13,7 @@ namespace platform {
 
 class MailService;
 class PostService;
+class SkipListener;
 
 /// Everything that a page lives in. The host makes one and keeps it for longer than any page; two of
 /// them side by side know nothing of each other.
@@ -27,6 +28,8 @@ struct Platform {
     PostService& posts;
     UIDevice device;
     UIScreen screen;
+    /// Null when nobody wants to know what services pass over.
+    SkipListener* skips = nullptr;
 };
 
 }  // namespace platform

@@ -165,8 +165,8 @@ TEST(Options, helpNamesEveryOptionAndSubcommand) {
     Trivel3ctl ctl;
     const Outcome outcome = ctl.run({"--help"});
     expectDone(outcome);
-    for (const char* word : {"--phone", "TRIVEL3_PHONE", "--device", "--version", "--help", "show", "get", "set",
-                             "list", "reset", "monitor", "plist", "drive"}) {
+    for (const char* word : {"--phone", "TRIVEL3_PHONE", "--device", "--verbose", "--version", "--help", "show", "get",
+                             "set", "list", "reset", "monitor", "plist", "drive"}) {
         EXPECT_THAT(outcome.output, HasSubstr(word));
     }
 }

@@ -5,6 +5,7 @@
 #include <poll.h>
 #include <signal.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -165,14 +166,16 @@ std::size_t RunningProgram::peakMemory() const {
     throw std::runtime_error{"the program has ended"};
 }
 
-int RunningProgram::waitForEnd() {
+void RunningProgram::waitForEnd() {
     const auto deadline = Clock::now() + patience;
     int status = 0;
-    while (::waitpid(_process, &status, WNOHANG) == 0) {
+    rusage usage{};
+    while (::wait4(_process, &status, WNOHANG, &usage) == 0) {
         if (Clock::now() > deadline) throw std::runtime_error{"the program does not end"};
         std::this_thread::sleep_for(std::chrono::milliseconds{1});
     }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    _peakMemory = static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+    _status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
 Outcome RunningProgram::finish() {
@@ -180,8 +183,8 @@ Outcome RunningProgram::finish() {
     const auto deadline = Clock::now() + patience;
     while (_output.pipe.isOpen() || _errors.pipe.isOpen())
         exchange(false, deadline);
-    if (!_status) _status = waitForEnd();
-    return {*_status, std::exchange(_output.pending, {}), std::exchange(_errors.pending, {})};
+    if (!_status) waitForEnd();
+    return {*_status, std::exchange(_output.pending, {}), std::exchange(_errors.pending, {}), _peakMemory};
 }
 
 }  // namespace test

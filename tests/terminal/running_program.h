@@ -19,6 +19,7 @@ struct Outcome {
     int status = 0;  ///< its exit status, or minus the number of the signal that ended it
     std::string output;
     std::string errors;
+    std::size_t peakMemory = 0;  ///< the most that it had, in bytes
 };
 
 /// A program at work, with pipes to its standard streams. Both of its outputs are taken in whenever
@@ -68,10 +69,11 @@ private:
     bool exchange(bool wantsToWrite, Clock::time_point deadline);
     void takeIn(Stream& stream);
     std::optional<std::string> readLineOf(Stream& stream);
-    int waitForEnd();
+    void waitForEnd();
 
     pid_t _process = -1;
     std::optional<int> _status;
+    std::size_t _peakMemory = 0;
     hosts::Descriptor _input;
     Stream _output;
     Stream _errors;

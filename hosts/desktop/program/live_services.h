@@ -14,9 +14,10 @@ namespace hosts::desktop {
 
 /// What the pages of a window reach the world by.
 struct LiveServices {
-    /// `phone` outlives the services.
-    explicit LiveServices(OpenedPhone& phone)
-        : files(phone.files),
+    /// Both outlive the services; the listener may be null.
+    LiveServices(OpenedPhone& phone, platform::SkipListener* skipListener)
+        : skips(skipListener),
+          files(phone.files),
           notifications(phone.installation.sessionBusModule()),
           desktop(phone.installation.desktopModule()),
           opener(desktop, programs),
@@ -24,8 +25,11 @@ struct LiveServices {
           mailSender(phone.installation.mailModule(), desktop, programs),
           handOver(mailSender, opener) {}
 
-    SessionServices forSession() { return {files, notifications, opener, deviceInformation, composers, composers}; }
+    SessionServices forSession() {
+        return {files, notifications, opener, deviceInformation, composers, composers, skips};
+    }
 
+    platform::SkipListener* skips;
     NotedFiles files;
     SessionNotifyCenter notifications;
     Desktop desktop;

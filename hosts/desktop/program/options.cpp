@@ -35,6 +35,7 @@ std::optional<Options> parseOptions(int argumentCount, char** arguments, int& st
         ->type_name("NAME");
     app.add_option("--screenshots", options.screenshots, "Draw every page into PNG files in this folder and exit")
         ->type_name("DIR");
+    app.add_flag("--verbose", options.verbose, "Say on standard error what is passed over on the phone, and why");
     try {
         app.parse(argumentCount, arguments);
     } catch (const CLI::ParseError& error) {

@@ -16,6 +16,8 @@ struct Options {
     std::optional<bool> dark;
     /// Where every page is to be drawn to; empty for a window.
     std::string screenshots;
+    /// Whether to say what is passed over on the phone.
+    bool verbose = false;
 };
 
 /// Reads the command line. Nothing when the program has done what was asked, or cannot: it then ends

@@ -21,6 +21,7 @@
 #include "hosts/desktop/program/single_instance.h"
 #include "hosts/desktop/program/window_memory.h"
 #include "hosts/linux/stop_signals.h"
+#include "hosts/session/skip_lines.h"
 
 namespace hosts::desktop {
 namespace {
@@ -35,9 +36,9 @@ void setUpApplication() {
     QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
 }
 
-int runScreenshots(OpenedPhone& phone, const Options& options) {
+int runScreenshots(OpenedPhone& phone, const Options& options, platform::SkipListener* skips) {
     std::string error;
-    return takeScreenshots(phone, options, error) ? done : fail(failed, error);
+    return takeScreenshots(phone, options, skips, error) ? done : fail(failed, error);
 }
 
 // The device's own scale, or the screen's where that is finer: pictures are picked by it.
@@ -72,14 +73,15 @@ void comeForward(QQuickView& view, const QByteArray& token) {
     view.requestActivate();
 }
 
-int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone& phone, const Options& options) {
+int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone& phone, const Options& options,
+              platform::SkipListener* skips) {
     const QString key = folderKey(phone.folder);
     SingleInstance instance(key);
     if (instance.wakeOther()) return done;
     instance.claim();
 
     DesktopTaste taste;
-    LiveServices services(phone);
+    LiveServices services(phone, skips);
     WindowMemory memory(key, QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
     DesktopSession session({services.files, services.forSession(), services.handOver, phone.installation.systemImage,
                             phone.folder, shapeForScreen(*options.device)});
@@ -112,16 +114,19 @@ int runProgram(int argumentCount, char** arguments) {
     std::string error;
     auto phone = openPhone(options->phone, error);
     if (!phone) return fail(failed, error);
+    SkipLines lines("trivel3-settings");
+    SkipLines* const skips = options->verbose ? &lines : nullptr;
+    phone->files.tell(skips);
     if (!options->screenshots.empty()) {
         prepareForScreenshots(*options->device);
         QGuiApplication application(argumentCount, arguments);
         setUpApplication();
-        return runScreenshots(*phone, *options);
+        return runScreenshots(*phone, *options, skips);
     }
     const StopSignals stop;
     QGuiApplication application(argumentCount, arguments);
     setUpApplication();
-    return runWindow(application, stop, *phone, *options);
+    return runWindow(application, stop, *phone, *options, skips);
 }
 
 }  // namespace hosts::desktop

@@ -156,7 +156,7 @@ void prepareForScreenshots(const DeviceShape& device) {
     qputenv("QT_SCALE_FACTOR", QByteArray::number(device.screen.scale));
 }
 
-bool takeScreenshots(OpenedPhone& phone, const Options& options, std::string& error) {
+bool takeScreenshots(OpenedPhone& phone, const Options& options, platform::SkipListener* skips, std::string& error) {
     const QDir folder(QString::fromStdString(options.screenshots));
     if (!folder.mkpath(QStringLiteral("."))) {
         error = options.screenshots + ": the folder cannot be made";
@@ -169,7 +169,7 @@ bool takeScreenshots(OpenedPhone& phone, const Options& options, std::string& er
     DeviceInformation deviceInformation(phone.files, phone.folder);
     Composers composers;
     NoHandOver handOver;
-    const SessionServices services{files, notifications, application, deviceInformation, composers, composers};
+    const SessionServices services{files, notifications, application, deviceInformation, composers, composers, skips};
     DesktopSession session({files, services, handOver, phone.installation.systemImage, phone.folder, *options.device});
     const platform::CGSize size = options.device->screen.bounds.size();
     if (!session.open(QSizeF(size.width, size.height).toSize(), error)) return false;

@@ -16,6 +16,6 @@ void prepareForScreenshots(const DeviceShape& device);
 /// the device's size in the folder `options.screenshots`, which is made when it is missing. Pages that
 /// are longer than the screen go on in further files. Nothing of the phone is changed. False, with
 /// one line in `error`, when that does not work.
-bool takeScreenshots(OpenedPhone& phone, const Options& options, std::string& error);
+bool takeScreenshots(OpenedPhone& phone, const Options& options, platform::SkipListener* skips, std::string& error);
 
 }  // namespace hosts::desktop

@@ -3,13 +3,12 @@
 
 #include <utility>
 
-#include "hosts/linux/app_list/icon_loader.h"
-
 namespace hosts {
 
 void InstalledApplicationList::refresh() {
     InstalledApplications known = std::exchange(_lastFound, std::nullopt).value_or(InstalledApplications());
-    _lastFound = findInstalledApplications(_platform.files, _platform.device, std::move(known));
+    _lastFound = findInstalledApplications(_platform.files, _platform.device, std::move(known), _platform.skips);
+    _iconRation = usualIconRation;
 }
 
 const InstalledApplications& InstalledApplicationList::lastFound() {
@@ -40,7 +39,8 @@ std::shared_ptr<const platform::UIImage> InstalledApplicationList::iconOfSize_fo
     int size, std::string_view identifier) {
     const InstalledApplication* application = findApplication(lastFound(), identifier);
     if (!application) return nullptr;
-    return loadIcon(_platform.files, *application, {size, _platform.screen.scale, _platform.device});
+    const IconTarget target{size, _platform.screen.scale, _platform.device};
+    return loadIcon({_platform.files, _iconRation, _platform.skips}, *application, target);
 }
 
 }  // namespace hosts

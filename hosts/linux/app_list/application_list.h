@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "hosts/linux/app_list/icon_loader.h"
 #include "hosts/linux/app_list/installed_applications.h"
 #include "platform/services/app_list.h"
 #include "platform/services/platform.h"
@@ -13,7 +14,8 @@ namespace hosts {
 ///
 /// `applications` looks what has been installed and removed; the other two speak of what it found
 /// last (and look themselves, when it has not been asked yet), so that they agree with the list that
-/// the caller holds. An icon's files are read when the icon is asked for.
+/// the caller holds. An icon's files are read when the icon is asked for; what all icons together may
+/// cost is bounded anew with each look.
 class InstalledApplicationList final : public platform::ALApplicationList {
 public:
     explicit InstalledApplicationList(platform::Platform& platform) : _platform(platform) {}
@@ -29,6 +31,7 @@ private:
 
     platform::Platform& _platform;
     std::optional<InstalledApplications> _lastFound;
+    IconRation _iconRation = usualIconRation;
 };
 
 }  // namespace hosts

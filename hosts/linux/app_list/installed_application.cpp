@@ -78,11 +78,18 @@ std::string displayName(const platform::Dictionary& info, const platform::Dictio
 }  // namespace
 
 std::optional<InstalledApplication> readApplication(RationedFiles& files, const std::string& folder,
-                                                    const platform::UIDevice& device) {
+                                                    const platform::UIDevice& device, std::string& problem) {
     const std::optional<platform::Value> root = readInfo(files, folder);
     const platform::Dictionary* info = root ? root->dictionary() : nullptr;
-    const std::string_view identifier = info ? textForKey(*info, "CFBundleIdentifier") : std::string_view();
-    if (!isUsableIdentifier(identifier)) return std::nullopt;
+    if (!info) {
+        problem = "it has no Info.plist that can be read";
+        return std::nullopt;
+    }
+    const std::string_view identifier = textForKey(*info, "CFBundleIdentifier");
+    if (!isUsableIdentifier(identifier)) {
+        problem = "its Info.plist has no usable CFBundleIdentifier";
+        return std::nullopt;
+    }
     InstalledApplication application;
     application.identifier = identifier;
     application.displayName = displayName(*info, readEnglishNames(files, folder), folder);

@@ -20,9 +20,9 @@ struct InstalledApplication {
 };
 
 /// Reads the Info.plist of the application in `folder`, whose name ends in ".app", and its English
-/// names. Nothing when there is no usable identifier; anything else that is missing or malformed is
-/// as if it were not there.
+/// names. Nothing, with one clause in `problem`, when there is no usable identifier; anything else
+/// that is missing or malformed is as if it were not there.
 std::optional<InstalledApplication> readApplication(RationedFiles& files, const std::string& folder,
-                                                    const platform::UIDevice& device);
+                                                    const platform::UIDevice& device, std::string& problem);
 
 }  // namespace hosts

@@ -17,13 +17,16 @@ constexpr std::string_view userApplications[] = {
     "/var/mobile/Applications",
 };
 
-// A folder of each application is listed and two files of it are read; a folder holds little more
-// than the application itself.
+// Enough for a hundred thousand applications: a folder of each is listed and two files of it are
+// read; a folder holds little more than the application itself.
 constexpr FileRation ration = {
-    .calls = 150'000,
-    .names = 500'000,
-    .bytes = std::size_t{256} << 20,
+    .calls = 400'000,
+    .names = 1'000'000,
+    .bytes = std::size_t{512} << 20,
 };
+constexpr std::string_view rationSpent =
+    "this and what comes after it is not looked at: the search for applications may ask for 400000 files and "
+    "folders, list 1000000 names and read 512 MB";
 
 bool isApplicationFolder(std::string_view name) {
     constexpr std::string_view ending = ".app";
@@ -32,8 +35,9 @@ bool isApplicationFolder(std::string_view name) {
 
 class ApplicationFinder {
 public:
-    ApplicationFinder(const platform::FileSystem& files, const platform::UIDevice& device, InstalledApplications known)
-        : _files(files, ration), _device(device), _known(std::move(known)) {
+    ApplicationFinder(const platform::FileSystem& files, const platform::UIDevice& device, InstalledApplications known,
+                      platform::SkipListener* skips)
+        : _files(files, ration), _device(device), _known(std::move(known)), _skips(skips) {
         _found.reserve(_known.size());
         _knownByFolder.reserve(_known.size());
         for (InstalledApplication& application : _known) {
@@ -55,20 +59,28 @@ public:
 
     InstalledApplications take() {
         std::ranges::stable_sort(_found, {}, &InstalledApplication::identifier);
-        const auto repeats = [](const InstalledApplication& one, const InstalledApplication& next) {
-            return one.identifier == next.identifier;
+        const auto repeats = [this](const InstalledApplication& one, const InstalledApplication& next) {
+            if (one.identifier != next.identifier) return false;
+            platform::tellSkipped(_skips, next.folder, one.folder + " has the same identifier, " + one.identifier);
+            return true;
         };
         _found.erase(std::unique(_found.begin(), _found.end(), repeats), _found.end());
+        if (isSpent()) platform::tellSkipped(_skips, _files.firstRefused(), rationSpent);
         return std::move(_found);
     }
 
 private:
+    bool isSpent() const { return !_files.firstRefused().empty(); }
+
     void addApplication(const std::string& folder, bool isSystem) {
+        std::string problem;
         if (const auto known = _knownByFolder.extract(folder)) {
             _found.push_back(std::move(*known.mapped()));
-        } else if (auto application = readApplication(_files, folder, _device)) {
+        } else if (auto application = readApplication(_files, folder, _device, problem)) {
             application->isSystem = isSystem;
             _found.push_back(*std::move(application));
+        } else if (!isSpent()) {
+            platform::tellSkipped(_skips, folder, problem);
         }
     }
 
@@ -77,6 +89,7 @@ private:
     InstalledApplications _known;
     std::unordered_map<std::string_view, InstalledApplication*> _knownByFolder;
     InstalledApplications _found;
+    platform::SkipListener* _skips;
 };
 
 }  // namespace
@@ -87,8 +100,8 @@ const InstalledApplication* findApplication(const InstalledApplications& applica
 }
 
 InstalledApplications findInstalledApplications(const platform::FileSystem& files, const platform::UIDevice& device,
-                                                InstalledApplications known) {
-    ApplicationFinder finder(files, device, std::move(known));
+                                                InstalledApplications known, platform::SkipListener* skips) {
+    ApplicationFinder finder(files, device, std::move(known), skips);
     finder.addFolder(std::string(systemApplications), true);
     for (const std::string_view folder : userApplications) {
         finder.addFoldersBelow(std::string(folder));

@@ -6,6 +6,7 @@
 
 #include "hosts/linux/app_list/installed_application.h"
 #include "platform/services/file_system.h"
+#include "platform/services/skip_listener.h"
 
 namespace hosts {
 
@@ -21,8 +22,10 @@ const InstalledApplication* findApplication(const InstalledApplications& applica
 /// order of their paths.
 ///
 /// An application of `known`, what was found before, is taken over as it is when its folder is still
-/// there: a phone gives a changed application a new one.
+/// there: a phone gives a changed application a new one. `skips`, which may be null, is told of what
+/// is there and is not among them.
 InstalledApplications findInstalledApplications(const platform::FileSystem& files, const platform::UIDevice& device,
-                                                InstalledApplications known = {});
+                                                InstalledApplications known = {},
+                                                platform::SkipListener* skips = nullptr);
 
 }  // namespace hosts

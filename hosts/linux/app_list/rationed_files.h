@@ -29,11 +29,19 @@ public:
     /// As `FileSystem::listFolder`. The folder that exceeds the ration reads as empty.
     std::vector<std::string> listFolder(std::string_view path);
 
+    /// What is left to be taken.
+    const FileRation& left() const { return _left; }
+
+    /// The path that was asked for first when the ration did not reach; empty when it always has.
+    const std::string& firstRefused() const { return _firstRefused; }
+
 private:
-    bool takeCall();
+    bool takeCall(std::string_view path);
+    void noteRefused(std::string_view path);
 
     const platform::FileSystem& _files;
     FileRation _left;
+    std::string _firstRefused;
 };
 
 }  // namespace hosts

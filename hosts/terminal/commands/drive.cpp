@@ -13,9 +13,9 @@ namespace hosts::terminal {
 int runDrive(ProgramContext& context, const DriveOptions& options) {
     SessionNotifyCenter notifications(context.installation.sessionBusModule());
     DeviceInformation deviceInformation(context.files, context.phoneFolder);
-    DriveSession session(
-        {context.files, notifications, deviceInformation, context.installation.systemImage, context.device},
-        options.openableSchemes);
+    DriveSession session({context.files, notifications, deviceInformation, context.installation.systemImage,
+                          context.device, context.skips.get()},
+                         options.openableSchemes);
     std::string error;
     if (!context.nameAnswers(deviceInformation, error)) return fail(failed, error);
     if (!session.start(error)) return fail(failed, error);

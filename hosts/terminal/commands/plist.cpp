@@ -2,6 +2,7 @@
 #include <cerrno>
 
 #include "hosts/linux/error_text.h"
+#include "hosts/linux/fault_place.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/output_file.h"
 #include "hosts/terminal/exit_status.h"
@@ -13,13 +14,6 @@
 
 namespace hosts::terminal {
 namespace {
-
-std::string location(const platform::PropertyListReading& reading) {
-    if (reading.format == platform::PropertyListFormat::binary) {
-        return "offset " + std::to_string(reading.error.offset);
-    }
-    return std::to_string(reading.error.line) + ":" + std::to_string(reading.error.column);
-}
 
 // What the pane reads of a settings file is read here too, and a device without end does not take all
 // memory.
@@ -38,7 +32,7 @@ std::optional<std::string> readInput(const std::string& file, std::string& error
 }
 
 std::string malformed(const std::string& file, const platform::PropertyListReading& reading) {
-    return printable(file) + ": " + location(reading) + ": " + printable(reading.error.reason);
+    return printable(file) + ": " + faultPlace(reading.error) + ": " + printable(reading.error.reason);
 }
 
 // The value in the wanted format, or what it holds that cannot be said in it.

@@ -14,7 +14,7 @@ SettingsCommand::SettingsCommand(ProgramContext& context)
     : _context(context),
       _files(context.files),
       _notifications(context.installation.sessionBusModule()),
-      _session({_files, _notifications, _application, _deviceQuery, _composers, _composers},
+      _session({_files, _notifications, _application, _deviceQuery, _composers, _composers, context.skips.get()},
                context.installation.systemImage, context.device) {}
 
 bool SettingsCommand::load(std::string& error) {

@@ -32,7 +32,7 @@ int runShow(ProgramContext& context, const ShowOptions& options) {
     QuietApplication application;
     QuietDeviceQuery deviceQuery;
     Composers composers;
-    SettingsSession session({files, notifications, application, deviceQuery, composers, composers},
+    SettingsSession session({files, notifications, application, deviceQuery, composers, composers, context.skips.get()},
                             context.installation.systemImage, context.device);
     std::string error;
     if (!session.loadPane(error)) return fail(failed, error);

@@ -45,8 +45,8 @@ DriveSession::DriveSession(const Outside& outside, std::set<std::string> openabl
     : _files(outside.files, _events),
       _notifications(outside.notifications, _events),
       _application(std::move(openableSchemes), _events),
-      _session({_files, _notifications, _application, outside.deviceQuery, _composers, _composers}, outside.systemImage,
-               outside.device),
+      _session({_files, _notifications, _application, outside.deviceQuery, _composers, _composers, outside.skips},
+               outside.systemImage, outside.device),
       _recorder(_events),
       _navigation(_recorder) {}
 

@@ -26,6 +26,7 @@ public:
         platform::DeviceQuery& deviceQuery;
         std::string systemImage;
         const DeviceShape& device;
+        platform::SkipListener* skips = nullptr;
     };
 
     DriveSession(const Outside& outside, std::set<std::string> openableSchemes);

@@ -27,7 +27,7 @@ Outside::Outside(ProgramContext& context, Notices& notices)
 }
 
 SessionServices Outside::services() {
-    return {_files, _notifications, _application, _deviceInformation, _composers, _composers};
+    return {_files, _notifications, _application, _deviceInformation, _composers, _composers, _context.skips.get()};
 }
 
 std::optional<std::string> Outside::takeWriteProblem() {

@@ -43,6 +43,9 @@ int runScreen(ProgramContext& context) {
     SettingsScreen screen(context, {style.colour, style.unicode});
     if (!screen.start(error)) return fail(failed, error);
     FileWatch files(context.phoneFolder, observedPaths(screen));
+    // Written by the terminal's end, after it has been put back.
+    std::optional<SkipLines::Hold> held;
+    if (context.skips) held.emplace(*context.skips);
     ScreenSignals signals;
     auto notifications = screen.notifications().observe();
     const auto terminal = CursesTerminal::open(style.colour, error);
