@@ -50,7 +50,7 @@ ViewHandle Page::header() const {
 
 QString Page::headerText() const {
     const auto header = headerView();
-    return header ? textsIn(*header) : QString();
+    return header ? spokenTexts(*header) : QString();
 }
 
 void Page::setPlace(Place place, bool animated) {

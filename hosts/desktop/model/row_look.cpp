@@ -3,6 +3,7 @@
 
 #include <QStringList>
 
+#include "hosts/session/page_snapshot.h"
 #include "platform/list/table_cell.h"
 
 namespace hosts::desktop {
@@ -10,19 +11,12 @@ namespace {
 
 using Accessory = platform::UITableViewCellAccessoryType;
 
-void collectTexts(const platform::UIView& view, QStringList& texts) {
-    if (auto* label = dynamic_cast<const platform::UILabel*>(&view)) {
-        if (auto text = label->text()) texts.append(QString::fromStdString(*text).replace(u'\n', u' '));
-    }
-    for (const auto& part : view.subviews())
-        collectTexts(*part, texts);
-}
-
 }  // namespace
 
-QString textsIn(const platform::UIView& view) {
+QString spokenTexts(const platform::UIView& view) {
     QStringList texts;
-    collectTexts(view, texts);
+    for (const std::string& text : textsIn(view))
+        texts.append(QString::fromStdString(text).replace(u'\n', u' '));
     return texts.join(QStringLiteral(", "));
 }
 
@@ -39,7 +33,7 @@ RowLook RowLook::of(const platform::UITableViewCell& cell) {
         look.isChecked = listCell->isChecked();
         look.isOn = listCell->isOn();
     } else {
-        look.label = textsIn(cell);
+        look.label = spokenTexts(cell);
     }
     return look;
 }

@@ -25,7 +25,7 @@ struct RowLook {
     static RowLook of(const platform::UITableViewCell& cell);
 };
 
-/// All texts in a view, from the first drawn to the last, for those who cannot see it.
-QString textsIn(const platform::UIView& view);
+/// All texts in a view on one line, from the first drawn to the last, for those who cannot see it.
+QString spokenTexts(const platform::UIView& view);
 
 }  // namespace hosts::desktop
