@@ -11,7 +11,9 @@
 
 #include <array>
 #include <cerrno>
+#include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <system_error>
 #include <thread>
@@ -158,12 +160,17 @@ std::optional<std::string> RunningProgram::readErrorLine() {
     return readLineOf(_errors);
 }
 
-std::size_t RunningProgram::peakMemory() const {
+std::size_t RunningProgram::statusNumber(std::string_view name) const {
     std::ifstream status("/proc/" + std::to_string(_process) + "/status");
     for (std::string line; std::getline(status, line);) {
-        if (line.starts_with("VmHWM:")) return std::stoul(line.substr(6)) * 1024;
+        if (line.starts_with(name)) return std::stoul(line.substr(name.size()));
     }
     throw std::runtime_error{"the program has ended"};
+}
+
+std::size_t RunningProgram::openFiles() const {
+    const std::filesystem::directory_iterator files{"/proc/" + std::to_string(_process) + "/fd"};
+    return static_cast<std::size_t>(std::distance(begin(files), end(files)));
 }
 
 void RunningProgram::waitForEnd() {

@@ -51,8 +51,12 @@ public:
 
     void signal(int number);
 
-    /// The most memory that the program, which is still at work, has had so far, in bytes.
-    std::size_t peakMemory() const;
+    /// What the program, which is still at work, has of the machine: the most memory so far and the
+    /// memory now, both resident and in bytes; its threads; its open files.
+    std::size_t peakMemory() const { return statusNumber("VmHWM:") * 1024; }
+    std::size_t memory() const { return statusNumber("VmRSS:") * 1024; }
+    std::size_t threads() const { return statusNumber("Threads:"); }
+    std::size_t openFiles() const;
 
     /// Ends its input and waits for its end: what it has written and has not been read yet.
     Outcome finish();
@@ -68,6 +72,7 @@ private:
     // Waits until there is something to read, or room to write where that is asked for, and reads.
     bool exchange(bool wantsToWrite, Clock::time_point deadline);
     void takeIn(Stream& stream);
+    std::size_t statusNumber(std::string_view name) const;
     std::optional<std::string> readLineOf(Stream& stream);
     void waitForEnd();
 
