@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "drive.h"
 
+#include <exception>
 #include <stdexcept>
+
+#include "expectations.h"
 
 namespace test {
 
@@ -17,10 +20,24 @@ Trivel3ctl::Arguments driveWith(const Trivel3ctl::Arguments& options) {
 
 Drive::Drive(const Trivel3ctl& program, const Trivel3ctl::Arguments& options) : _program(program, driveWith(options)) {}
 
+Drive::~Drive() {
+    if (_ended) return;
+    try {
+        expectDone(finish());
+    } catch (const std::exception& problem) {
+        ADD_FAILURE() << problem.what();
+    }
+}
+
+Outcome Drive::finish() {
+    _ended = true;
+    return _program.finish();
+}
+
 json Drive::sendLine(const std::string& line) {
     _program.send(line + "\n");
     const auto answer = _program.readLine();
-    if (!answer) throw std::runtime_error{"no answer: " + _program.finish().errors};
+    if (!answer) throw std::runtime_error{"no answer: " + finish().errors};
     return json::parse(*answer);
 }
 

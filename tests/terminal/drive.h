@@ -7,10 +7,12 @@
 
 namespace test {
 
-/// `trivel3ctl drive` at work: each command waits for its answer.
+/// `trivel3ctl drive` at work: each command waits for its answer. At the end its input ends, and the test
+/// fails unless the program then ends well, with nothing to complain of; a sanitizer complains of leaks.
 class Drive {
 public:
     explicit Drive(const Trivel3ctl& program, const Trivel3ctl::Arguments& options = {});
+    ~Drive();
 
     /// The answer to one line, whatever the line holds.
     json sendLine(const std::string& line);
@@ -24,10 +26,12 @@ public:
     /// In bytes, until now.
     std::size_t peakMemory() const { return _program.peakMemory(); }
 
-    Outcome finish() { return _program.finish(); }
+    /// Ends it here, for the test to look at what it has left.
+    Outcome finish();
 
 private:
     RunningTrivel3ctl _program;
+    bool _ended = false;
 };
 
 /// The rows of an answer's page, of all sections.
