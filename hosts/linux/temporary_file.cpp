@@ -32,7 +32,8 @@ std::string temporaryPrefix(std::string_view name) {
 
 std::optional<std::string> randomText() {
     std::array<unsigned char, randomLength> bytes{};
-    if (::getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) return std::nullopt;
+    const ssize_t count = uninterrupted([&] { return ::getrandom(bytes.data(), bytes.size(), 0); });
+    if (count != static_cast<ssize_t>(bytes.size())) return std::nullopt;
     std::string text;
     for (const unsigned char byte : bytes)
         text += randomLetters[byte % randomLetters.size()];
