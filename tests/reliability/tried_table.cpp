@@ -49,7 +49,7 @@ std::string TriedTable::text() const {
          << " | times tried | old file stands | new file stands | settings lost |\n|---|--:|--:|--:|--:|\n";
     for (const Line& line : _lines)
         addLine(line);
-    addLine({"*together*", tried(), total(_lines, &Line::isNew), lost()});
+    if (_lines.size() > 1) addLine({"*together*", tried(), total(_lines, &Line::isNew), lost()});
     text << '\n';
     return text.str();
 }

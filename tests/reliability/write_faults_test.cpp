@@ -109,8 +109,9 @@ void tryFault(const WriteSituation& situation, const std::string& failing, std::
 }
 
 TEST(WriteFaults, atAnyCallLeaveTheOldFileOrTheNewOne) {
-    TriedTable byFault("Each system call of a write failing in turn, by fault", "fault");
+    // The one that is made last is printed first.
     TriedTable byCall("The same tries, by the call that failed", "call");
+    TriedTable byFault("Each system call of a write failing in turn, by fault", "fault");
     for (const WriteSituation& situation : writeSituations()) {
         const auto calls = callsOfAWrite(situation);
         for (std::size_t number = 0; number < calls.size(); ++number) {
