@@ -6,9 +6,11 @@
 
 #include <cmath>
 #include <cstdint>
+#include <span>
 
 #include "pane.h"
 #include "platform/foundation/property_list.h"
+#include "store/settings_catalogue.h"
 
 namespace pages_test {
 namespace {
@@ -153,75 +155,65 @@ struct ChoiceRowOnPage {
 
 std::vector<ChoiceRowOnPage> rowsOfKey(const Pane& pane, std::string_view key) {
     std::vector<ChoiceRowOnPage> rows;
-    for (const auto& cell : allCells(pane)) {
-        const auto& info = cell->specifier()->userInfo();
-        if (!info || info->dictionary()->find("identifier")->string()->compare(key) != 0) continue;
-        rows.push_back({*pane.screen.page().indexPathForIndex(static_cast<std::size_t>(
-                            std::ranges::find(pane.screen.page().specifiers(), cell->specifier()) -
-                            pane.screen.page().specifiers().begin())),
-                        platform::integerValue(*info->dictionary()->find("value"))});
+    platform::PSListController& page = pane.screen.page();
+    for (std::size_t position = 0; position < page.specifiers().size(); ++position) {
+        const auto& info = page.specifiers()[position]->userInfo();
+        if (!info || *info->dictionary()->find("identifier")->string() != key) continue;
+        rows.push_back({*page.indexPathForIndex(position), platform::integerValue(*info->dictionary()->find("value"))});
     }
     return rows;
 }
 
-TEST(WrongKinds, checkASingleChoiceByTheirIntegerValue) {
-    for (const ChoiceKey& choice : singleValueKeys) {
+/// Opens the page of each key with each odd value under it.
+template <class Check>
+void withEachOddChoice(std::span<const ChoiceKey> choices, Check check) {
+    for (const ChoiceKey& choice : choices) {
         for (const OddValue& odd : oddValues()) {
             SCOPED_TRACE(testing::Message() << choice.key << " holds " << odd.name);
             Pane pane;
             putBinary(pane, settingsWith(choice.key, odd.value));
             pane.openQuietly(choice.page);
-            const auto rows = rowsOfKey(pane, choice.key);
-            EXPECT_GE(rows.size(), 3u);
-            for (const auto& [path, value] : rows) {
-                EXPECT_EQ(pane.screen.cell(path)->isChecked(), value == odd.integer) << value;
-            }
+            check(pane, choice, odd);
         }
     }
+}
+
+TEST(WrongKinds, checkASingleChoiceByTheirIntegerValue) {
+    withEachOddChoice(singleValueKeys, [](const Pane& pane, const ChoiceKey& choice, const OddValue& odd) {
+        const auto rows = rowsOfKey(pane, choice.key);
+        EXPECT_GE(rows.size(), 3u);
+        for (const auto& [path, value] : rows) {
+            EXPECT_EQ(pane.screen.cell(path)->isChecked(), value == odd.integer) << value;
+        }
+    });
 }
 
 TEST(WrongKinds, areReplacedByTheIntegerOfTheTappedRow) {
-    for (const ChoiceKey& choice : singleValueKeys) {
-        for (const OddValue& odd : oddValues()) {
-            SCOPED_TRACE(testing::Message() << choice.key << " holds " << odd.name);
-            Pane pane;
-            putBinary(pane, settingsWith(choice.key, odd.value));
-            pane.openQuietly(choice.page);
-            const auto [path, value] = rowsOfKey(pane, choice.key).front();
-            pane.screen.tap(path);
-            EXPECT_EQ(pane.stored(choice.key), value == odd.integer ? odd.value : platform::Value(value));
-        }
-    }
+    withEachOddChoice(singleValueKeys, [](Pane& pane, const ChoiceKey& choice, const OddValue& odd) {
+        const auto [path, value] = rowsOfKey(pane, choice.key).front();
+        pane.screen.tap(path);
+        EXPECT_EQ(pane.stored(choice.key), value == odd.integer ? odd.value : platform::Value(value));
+    });
 }
 
 TEST(WrongKinds, checkAFlagByTheirBits) {
-    for (const ChoiceKey& choice : flagKeys) {
-        for (const OddValue& odd : oddValues()) {
-            SCOPED_TRACE(testing::Message() << choice.key << " holds " << odd.name);
-            Pane pane;
-            putBinary(pane, settingsWith(choice.key, odd.value));
-            pane.openQuietly(choice.page);
-            for (const auto& [path, value] : rowsOfKey(pane, choice.key)) {
-                const bool checked = value == 0 ? odd.integer == 0 : (odd.integer & value) != 0;
-                EXPECT_EQ(pane.screen.cell(path)->isChecked(), checked) << value;
-            }
+    withEachOddChoice(flagKeys, [](const Pane& pane, const ChoiceKey& choice, const OddValue& odd) {
+        const auto rows = rowsOfKey(pane, choice.key);
+        EXPECT_GE(rows.size(), 3u);
+        for (const auto& [path, value] : rows) {
+            const bool checked = value == 0 ? odd.integer == 0 : (odd.integer & value) != 0;
+            EXPECT_EQ(pane.screen.cell(path)->isChecked(), checked) << value;
         }
-    }
+    });
 }
 
 TEST(WrongKinds, areReplacedByAnIntegerWhenAFlagIsTapped) {
-    for (const ChoiceKey& choice : flagKeys) {
-        for (const OddValue& odd : oddValues()) {
-            SCOPED_TRACE(testing::Message() << choice.key << " holds " << odd.name);
-            Pane pane;
-            putBinary(pane, settingsWith(choice.key, odd.value));
-            pane.openQuietly(choice.page);
-            const auto [path, value] = rowsOfKey(pane, choice.key).back();
-            EXPECT_EQ(value, 4);
-            pane.screen.tap(path);
-            EXPECT_EQ(pane.stored(choice.key), platform::Value(odd.integer ^ 4));
-        }
-    }
+    withEachOddChoice(flagKeys, [](Pane& pane, const ChoiceKey& choice, const OddValue& odd) {
+        const auto [path, value] = rowsOfKey(pane, choice.key).back();
+        EXPECT_EQ(value, 4);
+        pane.screen.tap(path);
+        EXPECT_EQ(pane.stored(choice.key), platform::Value(odd.integer ^ 4));
+    });
 }
 
 TEST(WrongKinds, areRepairedToAnInteger) {
@@ -247,34 +239,13 @@ TEST(WrongKinds, hideTheDelaysByTheirIntegerValue) {
 }
 
 TEST(WrongKinds, doNoHarmInAllKeysAtOnce) {
-    constexpr const char* keys[] = {"MultiCenter",
-                                    "QuickSwitcher",
-                                    "HotCorners",
-                                    "ReachabilityMode",
-                                    "MinimalControlCenterEnabled",
-                                    "MinimalControlCenterCondition",
-                                    "OpenToLastApp",
-                                    "OpenToLastAppWithQS",
-                                    "QuickLauncherNotPlaying",
-                                    "QuickLauncherIsPlaying",
-                                    "QuickLauncherAutoDismissDelay",
-                                    "SliderActionsBrightness",
-                                    "SliderActionsVolume",
-                                    "SliderActionsDisableHUD",
-                                    "AlbumArtworkAutoDisplay",
-                                    "AlbumArtworkAutoDismissDelay",
-                                    "UnlimitedQuickSwitcher",
-                                    "AccessHomeScreen",
-                                    "AccessAppSwitcher",
-                                    "InvertHotCorners",
-                                    "PeopleInToday",
-                                    "DisableHomeDoubleClick"};
     for (const OddValue& odd : oddValues()) {
         SCOPED_TRACE(odd.name);
         Pane pane;
         platform::Dictionary settings;
-        for (const char* key : keys)
-            settings.set(key, odd.value);
+        for (const auto& entry : trivel3::SettingsCatalogue::entries())
+            settings.set(entry.key, odd.value);
+        settings.set("OpenToLastAppWithQS", odd.value);
         putBinary(pane, settings);
         for (const auto page : {rootPage, optionsPage, quickLauncherPage, sliderActionsPage, albumArtworkPage}) {
             pane.openQuietly(page);
