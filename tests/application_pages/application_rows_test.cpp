@@ -208,7 +208,7 @@ TEST_P(ApplicationRows, areAbsentWithoutTheService) {
 
 TEST_P(ApplicationRows, areAbsentWhenTheSystemImageHasNoAppListBundle) {
     const kit::TemporaryFolder emptyImage;
-    Pane bare(emptyImage.path().string());
+    Pane bare(kit::tallPhone, emptyImage.path().string());
     app_list_test::installUser(bare.phone, "com.example.tides", "Tides");
     EXPECT_FALSE(app_list_test::loadAppList(bare));
     const auto& page = bare.openQuietly(GetParam().className);

@@ -14,22 +14,12 @@
 namespace application_pages_test {
 namespace {
 
-using kit::event::notification;
-using kit::event::write;
 using platform::Dictionary;
 using platform::Value;
 using testing::ElementsAre;
 using testing::Eq;
 using testing::IsEmpty;
 using testing::Optional;
-
-kit::Event settingsWritten(bool worked = true) {
-    return write(std::string(settingsFile), worked);
-}
-
-kit::Event settingsChanged() {
-    return notification(std::string(settingsNotification));
-}
 
 class CloseAllAppsPage : public testing::Test {
 protected:
@@ -185,11 +175,11 @@ TEST_P(MalformedTicks, areRepairedAtEachCellWhileTheFileCannotBeWritten) {
     pane.phone.setWritesFail(true);
     for (int time = 0; time < 2; ++time) {
         EXPECT_FALSE(pane.screen.isChecked("Maps"));
-        EXPECT_THAT(pane.log.take(), ElementsAre(settingsWritten(false), settingsChanged()));
+        EXPECT_THAT(pane.log.take(), ElementsAre(settingsNotWritten(), settingsChanged()));
     }
     pane.screen.tap("Maps");
     EXPECT_THAT(pane.log.take(),
-                ElementsAre(settingsWritten(false), settingsChanged(), settingsWritten(false), settingsChanged()));
+                ElementsAre(settingsNotWritten(), settingsChanged(), settingsNotWritten(), settingsChanged()));
 }
 
 TEST_F(CloseAllAppsPage, repairsNothingInAMalformedFile) {

@@ -12,7 +12,6 @@ namespace application_pages_test {
 namespace {
 
 using kit::event::notification;
-using kit::event::write;
 using platform::Dictionary;
 using platform::Value;
 using testing::Each;
@@ -81,8 +80,7 @@ TEST_F(ExceptionsPage, hasAnAdapterForTheSettingsFile) {
     page.setPreferences_specifier(false, *row);
     EXPECT_EQ(pane.content(settingsFile), Value(only("HotCorners", false)));
     EXPECT_EQ(pane.phone.bytes(exceptionsFile), std::nullopt);
-    EXPECT_THAT(pane.log.take(),
-                ElementsAre(write(std::string(settingsFile)), notification(std::string(settingsNotification))));
+    EXPECT_THAT(pane.log.take(), ElementsAre(settingsWritten(), settingsChanged()));
     EXPECT_EQ(page.getPreferences(*row), std::optional(Value(false)));
 }
 

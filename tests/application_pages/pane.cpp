@@ -6,23 +6,10 @@
 #include <ostream>
 #include <utility>
 
-// The pane's own entry, linked into the test program.
-extern "C" platform::RegisterClasses trivel3RegisterClasses;
-
 namespace application_pages_test {
 
 void PrintTo(const TickPage& page, std::ostream* stream) {
     *stream << page.className;
-}
-
-Pane::Pane(std::string systemImage) : TestPlatform(kit::tallPhone, std::move(systemImage)) {
-    trivel3RegisterClasses(classes);
-}
-
-platform::PSListController& Pane::openQuietly(std::string_view className) {
-    platform::PSListController& page = screen.open(className);
-    log.take();
-    return page;
 }
 
 platform::Value Pane::content(std::string_view file) const {

@@ -9,15 +9,19 @@
 #include "platform/foundation/value.h"
 #include "platform/services/app_list.h"
 #include "tests/app_list/phone_applications.h"
+#include "tests/kit/pane.h"
 #include "tests/kit/print.h"
-#include "tests/kit/test_platform.h"
 
 namespace application_pages_test {
 
-inline constexpr std::string_view settingsFile = "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist";
+using kit::settingsChanged;
+using kit::settingsFile;
+using kit::settingsNotification;
+using kit::settingsNotWritten;
+using kit::settingsWritten;
+
 inline constexpr std::string_view exceptionsFile =
     "/var/mobile/Library/Preferences/com.fenwary.trivel3.exceptions.plist";
-inline constexpr std::string_view settingsNotification = "com.fenwary.trivel3.preferencesChanged";
 inline constexpr std::string_view exceptionsNotification = "com.fenwary.trivel3.exceptionsChanged";
 inline constexpr std::string_view spared = "CloseAllAppsExceptions";
 
@@ -36,13 +40,10 @@ inline constexpr TickPage closeAllApps = {closeAllAppsPage, settingsFile, settin
 inline constexpr TickPage exceptions = {exceptionsPage, exceptionsFile, exceptionsNotification, 0};
 void PrintTo(const TickPage& page, std::ostream* stream);
 
-/// A platform that knows the pane's classes.
-class Pane : public kit::TestPlatform {
+/// A pane whose ticks are at hand.
+class Pane : public kit::Pane {
 public:
-    explicit Pane(std::string systemImage = kit::stagedSystemImage());
-
-    /// Opens a page and forgets what that did.
-    platform::PSListController& openQuietly(std::string_view className);
+    using kit::Pane::Pane;
 
     /// What a file holds, for comparison; null when it is missing or no dictionary.
     platform::Value content(std::string_view file) const;

@@ -2,16 +2,18 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "platform/foundation/value.h"
+#include "tests/kit/pane.h"
 #include "tests/kit/print.h"
-#include "tests/kit/test_platform.h"
 
 namespace pages_test {
 
-inline constexpr std::string_view settingsFile = "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist";
+using kit::settingsChanged;
+using kit::settingsFile;
+using kit::settingsNotWritten;
+using kit::settingsWritten;
 
 inline constexpr std::string_view rootPage = "KavixPreferencesController";
 inline constexpr std::string_view optionsPage = "KavixPreferencesOptionsController";
@@ -19,10 +21,10 @@ inline constexpr std::string_view quickLauncherPage = "KavixPreferencesQuickLaun
 inline constexpr std::string_view sliderActionsPage = "KavixPreferencesSliderActionsController";
 inline constexpr std::string_view albumArtworkPage = "KavixPreferencesAlbumArtworkController";
 
-/// A platform that knows the pane's classes.
-class Pane : public kit::TestPlatform {
+/// A pane whose settings file is at hand.
+class Pane : public kit::Pane {
 public:
-    explicit Pane(kit::Shape shape = kit::tallPhone, std::string systemImage = kit::stagedSystemImage());
+    using kit::Pane::Pane;
 
     /// Puts the settings file in place, as another program would.
     void setFile(const platform::Dictionary& settings) { phone.put(settingsFile, settings); }
@@ -34,14 +36,6 @@ public:
     std::optional<platform::Value> stored(std::string_view key) const;
     /// The whole file, for comparison; null when there is none.
     platform::Value fileValue() const;
-
-    /// Opens a page and forgets what that did.
-    platform::PSListController& openQuietly(std::string_view className);
 };
-
-// The two events of one settings write.
-kit::Event settingsWritten();
-kit::Event settingsNotWritten();
-kit::Event settingsChanged();
 
 }  // namespace pages_test

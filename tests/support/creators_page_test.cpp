@@ -6,11 +6,8 @@
 
 #include <algorithm>
 
-#include "platform/foundation/class_registry.h"
 #include "support/profile_cell.h"
-#include "tests/kit/test_platform.h"
-
-extern "C" void trivel3RegisterClasses(platform::ClassRegistry& classes);
+#include "tests/kit/pane.h"
 
 namespace trivel3 {
 namespace {
@@ -25,11 +22,9 @@ constexpr NSIndexPath maker{2, 0};
 
 class CreatorsPage : public testing::Test {
 protected:
-    CreatorsPage() { trivel3RegisterClasses(platform.classes); }
-
     /// The page as the root page's link row opens it.
     KavixPreferencesProfileController& open() {
-        platform.screen.open("KavixPreferencesController");
+        platform.openQuietly("KavixPreferencesController");
         platform.screen.tap("The Creators");
         platform.log.take();
         return dynamic_cast<KavixPreferencesProfileController&>(*platform.screen.top());
@@ -47,7 +42,7 @@ protected:
         return platform.log.take();
     }
 
-    kit::TestPlatform platform;
+    kit::Pane platform;
 };
 
 TEST_F(CreatorsPage, bearsTheNameOfTheRowThatOpenedIt) {
@@ -204,14 +199,13 @@ TEST_F(CreatorsPage, opensNothingForASectionThatNobodyKnows) {
 }
 
 TEST_F(CreatorsPage, readsAndWritesNoSettings) {
-    constexpr auto settings = "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist";
     platform::UITableView& table = tableOf(open());
-    platform.phone.takeReads(settings);
+    platform.phone.takeReads(kit::settingsFile);
     for (const NSIndexPath path : {first, second, maker}) {
         produce(table, path);
         table.touchRowAtIndexPath(path);
     }
-    EXPECT_EQ(platform.phone.takeReads(settings), 0u);
+    EXPECT_EQ(platform.phone.takeReads(kit::settingsFile), 0u);
     EXPECT_THAT(kit::only(kit::Event::Kind::write, platform.log.all()), IsEmpty());
 }
 

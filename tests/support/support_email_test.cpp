@@ -5,9 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/foundation/property_list.h"
-#include "tests/kit/test_platform.h"
-
-extern "C" void trivel3RegisterClasses(platform::ClassRegistry& classes);
+#include "tests/kit/pane.h"
 
 namespace trivel3 {
 namespace {
@@ -18,14 +16,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-constexpr auto settings = "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist";
-
 class SupportEmail : public testing::Test {
 protected:
-    SupportEmail() {
-        trivel3RegisterClasses(platform.classes);
-        platform.screen.open("KavixPreferencesController");
-    }
+    SupportEmail() { platform.openQuietly("KavixPreferencesController"); }
 
     std::shared_ptr<MFMailComposeViewController> tapSupport() {
         platform.log.take();
@@ -39,7 +32,7 @@ protected:
         return *reading.value->dictionary();
     }
 
-    kit::TestPlatform platform;
+    kit::Pane platform;
 };
 
 TEST_F(SupportEmail, isPresentedOverTheRootPageWithAnimation) {
@@ -91,7 +84,7 @@ TEST_F(SupportEmail, isPresentedAsNothingWhereNoMailCanBeComposed) {
 
 TEST_F(SupportEmail, changesNothingOnThePhone) {
     tapSupport()->finish(MFMailComposeResult::sent);
-    EXPECT_FALSE(platform.phone.bytes(settings));
+    EXPECT_FALSE(platform.phone.bytes(kit::settingsFile));
     EXPECT_THAT(kit::only(kit::Event::Kind::write, platform.log.all()), IsEmpty());
     EXPECT_THAT(kit::only(kit::Event::Kind::notification, platform.log.all()), IsEmpty());
 }
