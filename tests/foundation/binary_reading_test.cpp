@@ -8,7 +8,7 @@
 
 #include "binary_file.h"
 #include "platform/foundation/property_list.h"
-#include "print_value.h"
+#include "tests/kit/print.h"
 
 namespace {
 

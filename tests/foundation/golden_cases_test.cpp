@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "platform/foundation/property_list.h"
-#include "print_value.h"
+#include "tests/kit/print.h"
 #include "tests/property_lists/golden_cases.h"
 
 namespace golden {

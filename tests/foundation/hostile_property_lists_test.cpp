@@ -111,38 +111,30 @@ TEST(HostilePropertyList, thatSharesALongTextTakesItsMemoryOnce) {
     EXPECT_FALSE(writeXmlPropertyList(*readPropertyList(file.bytes()).value));
 }
 
-TEST(HostilePropertyList, whoseDictionariesShareALongKeyIsRejected) {
-    BinaryFile file{.objects = {}};
-    file.referenceSize = 4;
-    file.offsetSize = 4;
-    const std::size_t count = 20000;
+/// A list of dictionaries, each with one entry under the one key that they share.
+BinaryFile dictionariesSharingAKey(std::size_t count, const std::string& key) {
+    constexpr std::size_t referenceSize = 4;
+    BinaryFile file{.objects = {}, .offsetSize = 4, .referenceSize = referenceSize};
     std::string list = hex("AF 12") + bigEndian(count, 4);
     for (std::size_t number = 1; number <= count; ++number)
-        list += bigEndian(number, 4);
+        list += bigEndian(number, referenceSize);
     file.objects.push_back(list);
     for (std::size_t number = 1; number <= count; ++number) {
-        file.objects.push_back("\xD1" + bigEndian(count + 1, 4) + bigEndian(count + 2, 4));
+        file.objects.push_back("\xD1" + bigEndian(count + 1, referenceSize) + bigEndian(count + 2, referenceSize));
     }
-    file.objects.push_back(hex("5F 12 00010000") + std::string(1 << 16, 'k'));
+    file.objects.push_back(hex("5F 12") + bigEndian(key.size(), 4) + key);
     file.objects.push_back(hex("09"));
+    return file;
+}
+
+TEST(HostilePropertyList, whoseDictionariesShareALongKeyIsRejected) {
+    const BinaryFile file = dictionariesSharingAKey(20000, std::string(1 << 16, 'k'));
     EXPECT_FALSE(readPropertyList(file.bytes()));
     expectModest(file.bytes(), 10);
 }
 
 TEST(HostilePropertyList, whoseDictionariesShareUsualKeysIsRead) {
-    BinaryFile file{.objects = {}};
-    file.referenceSize = 2;
-    file.offsetSize = 4;
-    const std::size_t count = 10000;
-    std::string list = hex("AF 11") + bigEndian(count, 2);
-    for (std::size_t number = 1; number <= count; ++number)
-        list += bigEndian(number, 2);
-    file.objects.push_back(list);
-    for (std::size_t number = 1; number <= count; ++number) {
-        file.objects.push_back("\xD1" + bigEndian(count + 1, 2) + bigEndian(count + 2, 2));
-    }
-    file.objects.push_back(hex("5F 10 28") + "com.example.a.key.that.many.entries.share"s.substr(0, 40));
-    file.objects.push_back(hex("09"));
+    const BinaryFile file = dictionariesSharingAKey(10000, "com.example.a.key.that.many.entries.share");
     EXPECT_TRUE(readPropertyList(file.bytes()));
     expectModest(file.bytes(), 200);
 }

@@ -6,7 +6,7 @@
 #include "allocation_meter.h"
 #include "binary_file.h"
 #include "platform/foundation/property_list.h"
-#include "print_value.h"
+#include "tests/kit/print.h"
 
 namespace {
 

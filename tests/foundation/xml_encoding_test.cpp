@@ -4,7 +4,7 @@
 #include <string>
 
 #include "platform/foundation/property_list.h"
-#include "print_value.h"
+#include "tests/kit/print.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "platform/foundation/property_list.h"
-#include "print_value.h"
+#include "tests/kit/print.h"
 
 namespace {
 

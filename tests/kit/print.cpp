@@ -8,7 +8,8 @@
 namespace platform {
 
 std::ostream& operator<<(std::ostream& stream, const Value& value) {
-    return stream << writeXmlPropertyList(value).bytes.value_or("a value that XML cannot say");
+    const PropertyListWriting writing = writeXmlPropertyList(value);
+    return stream << (writing ? *writing.bytes : "a value that XML cannot say: " + writing.reason);
 }
 
 std::ostream& operator<<(std::ostream& stream, NSIndexPath path) {
