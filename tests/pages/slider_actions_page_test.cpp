@@ -24,26 +24,31 @@ TEST(SliderActionsPage, hasTenRowsInTheirOrder) {
     const auto choice = [](const char* key, int value) {
         return platform::Value(platform::Dictionary{{"identifier", key}, {"value", value}});
     };
-    const std::pair<const char*, std::optional<platform::Value>> expected[] = {
-        {"Tap Brightness Icon to:", std::nullopt},
-        {"Toggle Auto-Brightness", choice(brightness, 2)},
-        {"Set Brightness to Minimum", choice(brightness, 0)},
-        {"Set Brightness to Maximum", choice(brightness, 1)},
-        {"Tap Volume Icon to:", std::nullopt},
-        {"Switch to Ringer Volume", choice(volume, 2)},
-        {"Set Volume to Minimum", choice(volume, 0)},
-        {"Set Volume to Maximum", choice(volume, 1)},
-        {"", std::nullopt},
-        {"Disable Slider HUD", std::nullopt},
+    struct ExpectedRow {
+        const char* label;
+        platform::PSCellType kind;
+        std::optional<platform::Value> userInfo = std::nullopt;
+    };
+    using enum platform::PSCellType;
+    const ExpectedRow expected[] = {
+        {"Tap Brightness Icon to:", group},
+        {"Toggle Auto-Brightness", listItem, choice(brightness, 2)},
+        {"Set Brightness to Minimum", listItem, choice(brightness, 0)},
+        {"Set Brightness to Maximum", listItem, choice(brightness, 1)},
+        {"Tap Volume Icon to:", group},
+        {"Switch to Ringer Volume", listItem, choice(volume, 2)},
+        {"Set Volume to Minimum", listItem, choice(volume, 0)},
+        {"Set Volume to Maximum", listItem, choice(volume, 1)},
+        {"", group},
+        {"Disable Slider HUD", switchCell},
     };
     ASSERT_EQ(rows.size(), std::size(expected));
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        EXPECT_EQ(rows[i]->name(), expected[i].first) << i;
-        EXPECT_EQ(rows[i]->userInfo(), expected[i].second) << i;
+        EXPECT_EQ(rows[i]->name(), expected[i].label) << i;
+        EXPECT_EQ(rows[i]->cellType(), expected[i].kind) << i;
+        EXPECT_EQ(rows[i]->userInfo(), expected[i].userInfo) << i;
         EXPECT_EQ(rows[i]->textForKey("footerText"), std::nullopt) << i;
     }
-    EXPECT_EQ(rows[8]->cellType(), platform::PSCellType::group);
-    EXPECT_EQ(rows[9]->cellType(), platform::PSCellType::switchCell);
     EXPECT_EQ(rows[9]->identifier(), disableHud);
 }
 
