@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -50,6 +51,10 @@ struct PropertyListLookup {
 /// Looks up one string key of the root dictionary without building the tree: only the wanted value
 /// is made. The verdict on the bytes is that of `readPropertyList`, and so is the value.
 PropertyListLookup lookUpRootKey(std::string_view bytes, std::string_view key);
+
+/// The root dictionary with these of its keys and no others, without building the rest of the tree.
+/// Nothing where `readPropertyList` would fail, or give no dictionary.
+std::optional<Dictionary> readRootKeys(std::string_view bytes, std::span<const std::string_view> keys);
 
 struct PropertyListNestedLookup {
     enum class Verdict {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <optional>
+#include <span>
 #include <string_view>
 
 #include "platform/foundation/property_list.h"
@@ -58,6 +59,10 @@ PropertyListLookup lookUpRootKey(std::string_view bytes, std::string_view key) {
         if (located.verdict != Verdict::found) return {located.verdict, {}};
         return {Verdict::found, lookup.value(located.place)};
     });
+}
+
+std::optional<Dictionary> readRootKeys(std::string_view bytes, std::span<const std::string_view> keys) {
+    return withLookup<std::optional<Dictionary>>(bytes, [&](const auto& lookup) { return lookup.readInRoot(keys); });
 }
 
 PropertyListNestedLookup lookUpNestedKey(std::string_view bytes, std::string_view outerKey, std::string_view innerKey) {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "allocation_meter.h"
 #include "binary_file.h"
@@ -67,6 +69,26 @@ TEST_P(KeyLookup, findsNestedKeys) {
     EXPECT_EQ(lookUpNestedKey(GetParam(), "list", "deep").verdict, NestedVerdict::outerNoDictionary);
 }
 
+TEST_P(KeyLookup, readsSomeRootKeysAndNoOthers) {
+    constexpr std::string_view keys[] = {"list", "deep", "on", "absent", "on"};
+    const std::optional<Dictionary> read = readRootKeys(GetParam(), keys);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(Value(*read), Value(Dictionary{{"list", Array{Dictionary{{"deep", true}}}}, {"on", true}}));
+    EXPECT_EQ(Value(*readRootKeys(GetParam(), {})), Value(Dictionary{}));
+}
+
+TEST_P(KeyLookup, readsNoKeysOfAFileThatIsCutOffBehindThem) {
+    constexpr std::string_view keys[] = {"on"};
+    EXPECT_FALSE(readRootKeys(GetParam().substr(0, GetParam().size() - 20), keys));
+}
+
+TEST(SomeKeysLookup, seesNoDictionaryInOtherRoots) {
+    constexpr std::string_view keys[] = {"a"};
+    EXPECT_FALSE(readRootKeys("<array/>", keys));
+    EXPECT_FALSE(readRootKeys("<dict><key>CF$UID</key><integer>5</integer></dict>", keys));
+    EXPECT_FALSE(readRootKeys(binaryFileOf(hex("A0")), keys));
+}
+
 TEST(NestedKeyLookup, seesNoDictionaryInOtherRoots) {
     EXPECT_EQ(lookUpNestedKey("<array/>", "a", "b").verdict, NestedVerdict::noDictionary);
     EXPECT_EQ(lookUpNestedKey(binaryFileOf(hex("A0")), "a", "b").verdict, NestedVerdict::noDictionary);
@@ -89,6 +111,8 @@ TEST(XmlKeyLookup, takesTheLastOfEqualKeys) {
     const std::string text =
         "<dict><key>a</key><integer>1</integer><key>b</key><true/><key>a</key><array><key>x</key></array></dict>";
     EXPECT_EQ(lookUpRootKey(text, "a").value, Value(Array{"x"}));
+    constexpr std::string_view keys[] = {"a", "b"};
+    EXPECT_EQ(Value(*readRootKeys(text, keys)), Value(Dictionary{{"a", Array{"x"}}, {"b", true}}));
 }
 
 TEST(XmlKeyLookup, comparesDecodedKeys) {
@@ -142,6 +166,8 @@ TEST(XmlKeyLookup, rejectsWhatIsMalformedBehindTheValue) {
 TEST(BinaryKeyLookup, takesTheFirstOfEqualKeys) {
     const BinaryFile file{.objects = {hex("D2 01 02 03 04"), "Qa", hex("61 0061"), hex("09"), hex("08")}};
     EXPECT_EQ(lookUpRootKey(file.bytes(), "a").value, Value(true));
+    constexpr std::string_view keys[] = {"a"};
+    EXPECT_EQ(Value(*readRootKeys(file.bytes(), keys)), Value(Dictionary{{"a", true}}));
 }
 
 TEST(BinaryKeyLookup, comparesDecodedKeys) {

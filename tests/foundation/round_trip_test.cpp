@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <random>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/foundation/property_list.h"
@@ -51,6 +54,17 @@ PropertyListLookup lookupByReading(const std::string& bytes, const std::string& 
     return {Verdict::found, *value};
 }
 
+/// What reading some keys has to give, told by the full read.
+std::optional<Value> keysByReading(const std::string& bytes, std::span<const std::string_view> keys) {
+    const PropertyListReading reading = readPropertyList(bytes);
+    if (!reading || !reading.value->dictionary()) return std::nullopt;
+    Dictionary wanted;
+    for (const std::string_view key : keys) {
+        if (const Value* value = reading.value->dictionary()->find(key)) wanted.set(key, *value);
+    }
+    return wanted;
+}
+
 /// Expects that lookups say the same as the full read, that nothing that was read is refused by
 /// the binary writer, and that errors point into the file.
 void expectConsistent(const std::string& bytes) {
@@ -60,6 +74,9 @@ void expectConsistent(const std::string& bytes) {
         ASSERT_EQ(lookup.verdict, expected.verdict) << testing::PrintToString(bytes);
         ASSERT_EQ(lookup.value, expected.value) << testing::PrintToString(bytes);
     }
+    constexpr std::string_view keys[] = {"a", "k", "CF$UID", "absent"};
+    const std::optional<Value> some = readRootKeys(bytes, keys);
+    ASSERT_EQ(some, keysByReading(bytes, keys)) << testing::PrintToString(bytes);
     const PropertyListReading reading = readPropertyList(bytes);
     if (!reading) {
         ASSERT_FALSE(reading.error.reason.empty());

@@ -31,14 +31,18 @@ std::string_view commonPart(std::string_view name) {
     return withoutEnding(withoutEnding(name, scaleEndings[1]), scaleEndings[2]);
 }
 
+std::string_view formWithEnding(const IconKeyForms& forms, std::string_view ending) {
+    return forms[ending == idiom::phone ? 0 : ending.empty() ? 1 : 2];
+}
+
 class IconNameCollector {
 public:
     explicit IconNameCollector(const platform::UIDevice& device) : _endings(idiom::endingsFor(device)) {}
 
     template <class Visit>
-    void forEachForm(const platform::Dictionary& dictionary, std::string_view key, Visit visit) const {
+    void forEachForm(const platform::Dictionary& info, const IconKeyForms& forms, Visit visit) const {
         for (const std::string_view ending : _endings) {
-            const platform::Value* value = dictionary.find(std::string(key).append(ending));
+            const platform::Value* value = info.find(formWithEnding(forms, ending));
             if (value) visit(*value);
         }
     }
@@ -86,9 +90,9 @@ std::array<std::size_t, 3> scaleOrder(double scale) {
 
 std::vector<std::string> iconNames(const platform::Dictionary& info, const platform::UIDevice& device) {
     IconNameCollector names(device);
-    names.forEachForm(info, "CFBundleIcons", [&](const auto& icons) { names.addFromPrimaryIcon(icons); });
-    for (const std::string_view key : {"CFBundleIconFiles", "CFBundleIconFile"}) {
-        names.forEachForm(info, key, [&](const auto& files) { names.addFrom(files); });
+    names.forEachForm(info, iconKeys[0], [&](const auto& icons) { names.addFromPrimaryIcon(icons); });
+    for (const IconKeyForms& forms : {iconKeys[1], iconKeys[2]}) {
+        names.forEachForm(info, forms, [&](const auto& files) { names.addFrom(files); });
     }
     return names.take();
 }

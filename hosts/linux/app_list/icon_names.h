@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +19,14 @@ namespace hosts {
 ///
 /// A name that is more than a plain file name (that holds a '/' or "..") is left out.
 std::vector<std::string> iconNames(const platform::Dictionary& info, const platform::UIDevice& device);
+
+/// The keys that it looks at, each with its forms for phones, for any device and for tablets.
+using IconKeyForms = std::array<std::string_view, 3>;
+inline constexpr std::array<IconKeyForms, 3> iconKeys = {{
+    {"CFBundleIcons~iphone", "CFBundleIcons", "CFBundleIcons~ipad"},
+    {"CFBundleIconFiles~iphone", "CFBundleIconFiles", "CFBundleIconFiles~ipad"},
+    {"CFBundleIconFile~iphone", "CFBundleIconFile", "CFBundleIconFile~ipad"},
+}};
 
 inline constexpr std::size_t mostIconNames = 16;
 

@@ -2,6 +2,7 @@
 #include "hosts/linux/app_list/installed_application.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -20,19 +21,28 @@ constexpr std::size_t longestInfo = std::size_t{1} << 20;
 constexpr std::size_t longestIdentifier = 1024;
 constexpr std::string_view folderEnding = ".app";
 
+// What is read of an Info.plist.
+constexpr auto infoKeys = [] {
+    std::array<std::string_view, 12> keys = {"CFBundleIdentifier", "CFBundleDisplayName", "CFBundleName"};
+    auto next = keys.begin() + 3;
+    for (const IconKeyForms& forms : iconKeys)
+        next = std::ranges::copy(forms, next).out;
+    return keys;
+}();
+
 std::string_view textForKey(const platform::Dictionary& dictionary, std::string_view key) {
     const platform::Value* value = dictionary.find(key);
     return value && value->string() ? std::string_view(*value->string()) : std::string_view();
 }
 
-std::optional<platform::Value> readInfo(RationedFiles& files, const std::string& folder) {
-    std::string bytes;
+std::optional<platform::Dictionary> readInfo(RationedFiles& files, const std::string& folder) {
+    std::string& bytes = files.room();
     if (!files.readFile(folder + "/Info.plist", bytes, longestInfo)) return {};
-    return platform::readPropertyList(bytes).value;
+    return platform::readRootKeys(bytes, infoKeys);
 }
 
 platform::Dictionary readEnglishNames(RationedFiles& files, const std::string& folder) {
-    std::string bytes;
+    std::string& bytes = files.room();
     if (!files.readFile(folder + "/en.lproj/InfoPlist.strings", bytes, longestInfo)) return {};
     return readStringsFile(bytes).value_or(platform::Dictionary());
 }
@@ -79,8 +89,7 @@ std::string displayName(const platform::Dictionary& info, const platform::Dictio
 
 std::optional<InstalledApplication> readApplication(RationedFiles& files, const std::string& folder,
                                                     const platform::UIDevice& device, std::string& problem) {
-    const std::optional<platform::Value> root = readInfo(files, folder);
-    const platform::Dictionary* info = root ? root->dictionary() : nullptr;
+    const std::optional<platform::Dictionary> info = readInfo(files, folder);
     if (!info) {
         problem = "it has no Info.plist that can be read";
         return std::nullopt;

@@ -26,6 +26,10 @@ public:
     /// As `FileSystem::readFile`.
     bool readFile(std::string_view path, std::string& contents, std::size_t limit);
 
+    /// For what is read of small files, one after the other: made once, where making it for each file
+    /// would cost more than reading it.
+    std::string& room() { return _room; }
+
     /// As `FileSystem::listFolder`. The folder that exceeds the ration reads as empty.
     std::vector<std::string> listFolder(std::string_view path);
 
@@ -42,6 +46,7 @@ private:
     const platform::FileSystem& _files;
     FileRation _left;
     std::string _firstRefused;
+    std::string _room;
 };
 
 }  // namespace hosts

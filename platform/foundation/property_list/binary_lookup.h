@@ -2,6 +2,8 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <span>
 #include <string_view>
 
 #include "platform/foundation/property_list/binary_layout.h"
@@ -22,6 +24,9 @@ public:
 
     /// The value of a key of a dictionary.
     Located<Place> locateIn(Place dictionary, std::string_view key) const;
+
+    /// The root dictionary with these of its keys and no others. Nothing when the root is no dictionary.
+    std::optional<Dictionary> readInRoot(std::span<const std::string_view> keys) const;
 
     Value value(Place place) const;
 

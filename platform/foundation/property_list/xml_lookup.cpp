@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "platform/foundation/property_list/xml_lookup.h"
 
+#include <cstddef>
 #include <optional>
+#include <string>
+#include <utility>
+#include <vector>
 
+#include "platform/foundation/property_list/same_key.h"
 #include "platform/foundation/property_list/xml_reader.h"
 #include "platform/foundation/property_list/xml_scanner.h"
 
@@ -12,8 +17,9 @@ namespace {
 
 using Verdict = PropertyListLookup::Verdict;
 
-/// Makes nothing, and remembers where in the file the value of one root key stands. Later keys
-/// win over earlier ones.
+/// Makes nothing, and tells `visit(text, behind)` of each root key and of the place behind its end
+/// tag. Later keys win over earlier ones.
+template <class Visit>
 class Finder {
 public:
     struct Node {};
@@ -36,7 +42,7 @@ public:
         Finder* _root;  ///< when this is the root dictionary, else a null pointer
     };
 
-    explicit Finder(std::string_view key) : _key(key) {}
+    explicit Finder(Visit visit) : _visit(std::move(visit)) {}
 
     Items items() { return {}; }
     Entries entries(std::size_t depth) {
@@ -55,50 +61,78 @@ public:
     bool rootIsDictionary() const { return _rootIsDictionary; }
     /// A root dictionary of this one key may stand for something else, depending on its value.
     bool rootHoldsOnlyUidKey() const { return _uidKeys && !_otherKeys; }
-    /// Behind the end tag of the key, or a null pointer when the key was not there.
-    const char* placeOfValue() const { return _placeOfValue; }
 
 private:
     void rootKey(std::string_view text, const char* behind) {
-        if (text == _key) _placeOfValue = behind;
+        _visit(text, behind);
         if (_otherKeys) return;
         (text == uidKey ? _uidKeys : _otherKeys) = true;
     }
 
-    std::string_view _key;
-    const char* _placeOfValue = nullptr;
+    Visit _visit;
     bool _rootIsDictionary = false;
     bool _uidKeys = false;
     bool _otherKeys = false;
 };
 
-/// The verdict on a well-formed object that the finder has seen; `makeWhole` makes a value of it.
-template <class MakeWhole>
-Located<std::string_view> located(const Finder& finder, std::string_view text, MakeWhole makeWhole) {
-    if (!finder.rootIsDictionary()) return {Verdict::noDictionary};
-    if (finder.rootHoldsOnlyUidKey()) {
-        const std::optional<Value> whole = makeWhole(text);
-        if (!whole || !whole->dictionary()) return {Verdict::noDictionary};
-    }
-    if (!finder.placeOfValue()) return {Verdict::absent};
-    return {Verdict::found, text.substr(static_cast<std::size_t>(finder.placeOfValue() - text.data()))};
+/// Whether a well-formed object that the finder has seen is a dictionary; `makeWhole` makes a value
+/// of it.
+template <class Visit, class MakeWhole>
+bool isDictionary(const Finder<Visit>& finder, std::string_view text, MakeWhole makeWhole) {
+    if (!finder.rootIsDictionary()) return false;
+    if (!finder.rootHoldsOnlyUidKey()) return true;
+    const std::optional<Value> whole = makeWhole(text);
+    return whole && whole->dictionary();
+}
+
+std::optional<Value> readRoot(std::string_view text) {
+    Fault never;
+    return readXml(text, never);
+}
+
+/// The text from behind the end tag of a key, which stands at a place in it.
+std::string_view textFrom(const char* place, std::string_view text) {
+    return text.substr(static_cast<std::size_t>(place - text.data()));
+}
+
+/// One key of the dictionary that `scan` is to read with the finder that it is given.
+template <class Scan, class MakeWhole>
+Located<std::string_view> locate(std::string_view text, std::string_view key, Scan scan, MakeWhole makeWhole) {
+    const char* place = nullptr;
+    Finder finder([&](std::string_view found, const char* behind) {
+        if (found == key) place = behind;
+    });
+    if (!scan(finder)) return {Verdict::malformed};
+    if (!isDictionary(finder, text, makeWhole)) return {Verdict::noDictionary};
+    if (!place) return {Verdict::absent};
+    return {Verdict::found, textFrom(place, text)};
 }
 
 }  // namespace
 
 Located<std::string_view> XmlLookup::locateInRoot(std::string_view key) const {
-    Finder finder(key);
-    if (!XmlScanner<Finder>(_text, finder).document()) return {Verdict::malformed};
-    return located(finder, _text, [](std::string_view text) {
-        Fault never;
-        return readXml(text, never);
-    });
+    const auto scan = [this](auto& finder) { return XmlScanner(_text, finder).document().has_value(); };
+    return locate(_text, key, scan, readRoot);
 }
 
 Located<std::string_view> XmlLookup::locateIn(Place dictionary, std::string_view key) const {
-    Finder finder(key);
-    if (!XmlScanner<Finder>(dictionary, finder).object()) return {Verdict::malformed};
-    return located(finder, dictionary, readXmlObject);
+    const auto scan = [&](auto& finder) { return XmlScanner(dictionary, finder).object().has_value(); };
+    return locate(dictionary, key, scan, readXmlObject);
+}
+
+std::optional<Dictionary> XmlLookup::readInRoot(std::span<const std::string_view> keys) const {
+    std::vector<const char*> places(keys.size());
+    Finder finder([&](std::string_view found, const char* behind) {
+        for (std::size_t index = 0; index < keys.size(); ++index) {
+            if (isSameKey(found, keys[index])) places[index] = behind;
+        }
+    });
+    if (!XmlScanner(_text, finder).document() || !isDictionary(finder, _text, readRoot)) return std::nullopt;
+    std::vector<Dictionary::Entry> entries;
+    for (std::size_t index = 0; index < keys.size(); ++index) {
+        if (places[index]) entries.push_back({std::string(keys[index]), value(textFrom(places[index], _text))});
+    }
+    return Dictionary(std::move(entries), Dictionary::Duplicates::firstWins);
 }
 
 Value XmlLookup::value(Place place) const {

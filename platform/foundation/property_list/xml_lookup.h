@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
+#include <span>
 #include <string_view>
 
 #include "platform/foundation/property_list/located.h"
@@ -20,6 +22,10 @@ public:
 
     /// The value of a key of a dictionary at a place that was found before.
     Located<Place> locateIn(Place dictionary, std::string_view key) const;
+
+    /// The root dictionary with these of its keys and no others. Nothing when the file is malformed or
+    /// the root no dictionary.
+    std::optional<Dictionary> readInRoot(std::span<const std::string_view> keys) const;
 
     Value value(Place place) const;
 
