@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <climits>
+#include <cstdint>
 #include <cstdio>
 #include <fstream>
 #include <memory>
@@ -14,8 +15,8 @@
 #include "benchmarks/benchmark_set.h"
 #include "benchmarks/page_use.h"
 #include "benchmarks/ratio_reporter.h"
-#include "hosts/linux/app_list/icon_loader.h"
-#include "platform/services/app_list.h"
+#include "hosts/linux/app_list/picture_scaling.h"
+#include "hosts/linux/app_list/png_picture.h"
 
 namespace benchmarks {
 namespace {
@@ -51,6 +52,16 @@ void useOurPage(const TickPage& kind, const std::string& phone) {
 }
 
 // The phone's own form of PNG files is beyond libpng, so the icons are decoded as ours are.
+std::optional<hosts::Picture> readIcon(const PeerApplication& application, std::vector<char>& bytes) {
+    constexpr std::uint32_t side = 58;
+    for (const std::string& name : application.iconNames) {
+        const std::size_t length = readBare(application.folder + "/" + name + "@2x.png", bytes);
+        auto picture = hosts::decodePng({bytes.data(), length});
+        if (picture) return hosts::fitIntoSquare(*std::move(picture), side);
+    }
+    return std::nullopt;
+}
+
 void useLibplist(const TickPage& kind, const std::string& phone) {
     const PeerApplications found = findWithLibplist(phone);
     std::vector<std::string> identifiers;
@@ -58,16 +69,10 @@ void useLibplist(const TickPage& kind, const std::string& phone) {
         identifiers.push_back(identifier);
     benchmark::DoNotOptimize(readTicksWithLibplist(kind.placeOn(phone), identifiers));
     printPeak();
-    BenchPhone program(BenchPhone::Existing{phone}, Durability::inMemory);
-    const platform::Platform& services = program.platform();
-    std::vector<std::shared_ptr<const platform::UIImage>> icons;
-    for (const auto& [identifier, application] : found) {
-        const hosts::InstalledApplication installed = {
-            identifier, application.displayName, application.folder.substr(phone.size()), application.iconNames, false};
-        icons.push_back(
-            hosts::loadIcon(program.files(), installed,
-                            {platform::ALApplicationList::iconSizeSmall, services.screen.scale, services.device}));
-    }
+    std::vector<char> bytes;
+    std::vector<std::optional<hosts::Picture>> icons;
+    for (const auto& [identifier, application] : found)
+        icons.push_back(readIcon(application, bytes));
     printPeak();
 }
 

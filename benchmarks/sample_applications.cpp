@@ -35,9 +35,6 @@ Dictionary launchImage(const char* name, const char* size, const char* orientati
 Array launchImages() {
     return {launchImage("LaunchImage-700", "{320, 480}", "Portrait"),
             launchImage("LaunchImage-700-568h", "{320, 568}", "Portrait"),
-            launchImage("LaunchImage-800-667h", "{375, 667}", "Portrait"),
-            launchImage("LaunchImage-800-Portrait-736h", "{414, 736}", "Portrait"),
-            launchImage("LaunchImage-700-Portrait", "{768, 1024}", "Portrait"),
             launchImage("LaunchImage-700-Landscape", "{768, 1024}", "Landscape")};
 }
 
@@ -60,7 +57,6 @@ Dictionary commonInfo() {
         {"CFBundleSignature", "????"},
         {"CFBundleSupportedPlatforms", Array{"iPhoneOS"}},
         {"CFBundleVersion", "2017.08.02"},
-        {"DTCompiler", "com.apple.compilers.llvm.clang.1_0"},
         {"DTPlatformBuild", "14E269"},
         {"DTPlatformName", "iphoneos"},
         {"DTPlatformVersion", "10.3"},
@@ -68,14 +64,11 @@ Dictionary commonInfo() {
         {"DTSDKName", "iphoneos10.3"},
         {"DTXcode", "0833"},
         {"DTXcodeBuild", "8E3004b"},
-        {"ITSAppUsesNonExemptEncryption", false},
-        {"LSApplicationQueriesSchemes", Array{"http", "https", "mailto", "tel", "facetime", "comgooglemaps", "waze"}},
+        {"LSApplicationQueriesSchemes", Array{"http", "https", "mailto", "tel"}},
         {"LSRequiresIPhoneOS", true},
         {"MinimumOSVersion", "8.0"},
-        {"NSAppTransportSecurity", Dictionary{{"NSAllowsArbitraryLoads", true}}},
         {"NSCameraUsageDescription", "Take a picture of your ticket and it is read for you."},
         {"NSLocationWhenInUseUsageDescription", "What is near you is shown first when we know where you are."},
-        {"NSPhotoLibraryUsageDescription", "Choose a picture from your library to send it to your friends."},
         {"UIAppFonts", Array{"Inter-Regular.ttf", "Inter-Bold.ttf", "Symbols.ttf"}},
         {"UIBackgroundModes", Array{"fetch", "remote-notification"}},
         {"UIDeviceFamily", Array{1, 2}},
@@ -83,12 +76,10 @@ Dictionary commonInfo() {
         {"UILaunchStoryboardName", "LaunchScreen"},
         {"UIMainStoryboardFile", "Main"},
         {"UIRequiredDeviceCapabilities", Array{"armv7"}},
-        {"UIStatusBarStyle", "UIStatusBarStyleLightContent"},
         {"UISupportedInterfaceOrientations", Array{"UIInterfaceOrientationPortrait"}},
         {"UISupportedInterfaceOrientations~ipad",
          Array{"UIInterfaceOrientationPortrait", "UIInterfaceOrientationPortraitUpsideDown",
                "UIInterfaceOrientationLandscapeLeft", "UIInterfaceOrientationLandscapeRight"}},
-        {"UIViewControllerBasedStatusBarAppearance", false},
     };
 }
 
@@ -123,11 +114,27 @@ std::string englishBytes(std::size_t number) {
     return *platform::writeBinaryPropertyList(Dictionary{{"CFBundleDisplayName", Value(name)}}).bytes;
 }
 
+// A disc on a square of other colours, which run as far as the square does; opaque, as icons are.
+hosts::Picture drawIcon(std::uint32_t side) {
+    hosts::Picture picture{side, side, {}};
+    for (std::uint32_t row = 0; row < side; ++row) {
+        for (std::uint32_t column = 0; column < side; ++column) {
+            const std::int64_t x = 2 * std::int64_t{column} - side;
+            const std::int64_t y = 2 * std::int64_t{row} - side;
+            const bool isInDisc = 2 * (x * x + y * y) < std::int64_t{side} * side;
+            for (const std::uint32_t shade : {column, row, isInDisc ? side - column : row})
+                picture.rgba.push_back(static_cast<std::uint8_t>(shade * 255 / side));
+            picture.rgba.push_back(255);
+        }
+    }
+    return picture;
+}
+
 /// An icon's file in both forms.
 struct IconFiles {
     explicit IconFiles(std::uint32_t side)
-        : ordinary(app_list_test::encodePng(app_list_test::variedPicture(side, side))),
-          optimised(app_list_test::encodeOptimisedPng(app_list_test::variedPicture(side, side))) {}
+        : ordinary(app_list_test::encodePng(drawIcon(side))),
+          optimised(app_list_test::encodeOptimisedPng(drawIcon(side))) {}
 
     const std::string& form(std::size_t number) const { return number % 2 == 0 ? ordinary : optimised; }
 
