@@ -22,7 +22,6 @@ namespace benchmarks {
 namespace {
 
 constexpr std::string_view role = "--memory-process";
-constexpr int rounds = 3;
 
 // Of this process and no other: what a parent is told of a child counts what the parent itself had
 // when it started the child.
@@ -103,7 +102,7 @@ void addMemory(const TickPage& kind, std::size_t applications, const std::string
         add(phone + ", memory/" + side,
             [=, &kind](benchmark::State& state) { measure(state, kind, side, applications); })
             ->Iterations(1)
-            ->Repetitions(rounds);
+            ->Repetitions(1);
     }
 }
 

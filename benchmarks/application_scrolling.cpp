@@ -23,7 +23,7 @@ using platform::PSListController;
 constexpr std::size_t fewestCells = 1'000;
 /// A peer takes milliseconds for each cell of the largest phone.
 constexpr std::size_t mostPeerCells = 200;
-constexpr int rounds = 3;
+constexpr int usualRounds = 3;
 
 enum class Icons { atHand, fetched };
 
@@ -103,7 +103,9 @@ void readWithBareCalls(benchmark::State& state, const TickPage& kind, std::size_
     times.report(state);
 }
 
-void addOnce(const std::string& name, std::function<void(benchmark::State&)> run) {
+// The largest phone takes seconds, and has cells enough for one round to tell.
+void addOnce(const std::string& name, std::size_t applications, std::function<void(benchmark::State&)> run) {
+    const int rounds = applications == manyApplications ? 1 : usualRounds;
     add(name, std::move(run))->Iterations(1)->Repetitions(rounds);
 }
 
@@ -115,12 +117,13 @@ double sizeOf(const TickPage& kind, std::size_t ticks) {
 
 void addScrolling(const TickPage& kind, std::size_t applications, const std::string& phone) {
     const auto addOurs = [&](const std::string& name, std::size_t count, Icons icons) {
-        addOnce(name, [=, &kind](benchmark::State& state) { scrollOurs(state, kind, count, icons); });
+        addOnce(name, count, [=, &kind](benchmark::State& state) { scrollOurs(state, kind, count, icons); });
     };
     const std::string job = phone + ", a cell";
     addOurs(job + "/ours", applications, Icons::atHand);
-    addOnce(job + "/libplist", [=, &kind](benchmark::State& state) { readWithLibplist(state, kind, applications); });
-    addOnce(job + "/open+read+close",
+    addOnce(job + "/libplist", applications,
+            [=, &kind](benchmark::State& state) { readWithLibplist(state, kind, applications); });
+    addOnce(job + "/open+read+close", applications,
             [=, &kind](benchmark::State& state) { readWithBareCalls(state, kind, applications); });
     addOurs(phone + ", a cell and its icon/ours", applications, Icons::fetched);
     if (applications != manyApplications) return;

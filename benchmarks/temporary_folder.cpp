@@ -6,12 +6,21 @@
 #include <stdexcept>
 
 namespace benchmarks {
+namespace {
+
+// Whoever starts the program may choose it, to find what an interrupted run has left behind.
+std::string namePrefix() {
+    const char* chosen = std::getenv("TRIVEL3_BENCHMARK_PREFIX");
+    return chosen ? chosen : "trivel3-benchmark-";
+}
+
+}  // namespace
 
 TemporaryFolder::TemporaryFolder(Durability durability) {
     const std::filesystem::path memory = "/dev/shm";
     const bool inMemory = durability == Durability::inMemory && std::filesystem::is_directory(memory);
     const std::filesystem::path parent = inMemory ? memory : std::filesystem::temp_directory_path();
-    _path = (parent / "trivel3-benchmark-XXXXXX").string();
+    _path = (parent / (namePrefix() + "XXXXXX")).string();
     if (!::mkdtemp(_path.data())) throw std::runtime_error(_path + ": cannot be made");
 }
 
