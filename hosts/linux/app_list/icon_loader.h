@@ -31,7 +31,7 @@ struct IconRation {
 /// Enough for a hundred thousand applications whose icons are what icons are.
 inline constexpr IconRation usualIconRation = {
     .files = {.calls = 2'000'000, .names = 0, .bytes = std::size_t{2} << 30},
-    .pixels = std::uint64_t{1} << 30,
+    .pixels = std::uint64_t{1} << 29,
 };
 
 /// Where icons come from.
