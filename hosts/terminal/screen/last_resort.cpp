@@ -7,20 +7,29 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 #include <string>
 
 namespace hosts::terminal::screen {
 namespace {
 
-constexpr int deadlySignals[] = {SIGSEGV, SIGBUS,  SIGFPE,  SIGILL,  SIGABRT, SIGSYS, SIGTRAP,
-                                 SIGXCPU, SIGXFSZ, SIGPIPE, SIGALRM, SIGUSR1, SIGUSR2};
+// These end no process, or cannot be taken.
+constexpr int harmlessSignals[] = {SIGKILL, SIGSTOP, SIGTSTP, SIGTTIN, SIGTTOU, SIGCHLD, SIGCONT, SIGURG, SIGWINCH};
+
+bool isDeadly(int number) {
+    return std::ranges::find(harmlessSignals, number) == std::end(harmlessSignals);
+}
 
 // What a signal's handler may use: no allocation, no curses.
 termios settingsBefore;
 char sequence[256];
 std::size_t sequenceLength = 0;
+
+// The stack itself may be what is used up.
+std::byte ownStack[std::size_t{64} << 10];
 
 // The signal's usual effect follows when this returns: it is raised again, and kept till then.
 void putBack(int number) {
@@ -35,9 +44,18 @@ void add(std::string& all, const char* capability) {
     if (text && text != reinterpret_cast<const char*>(-1)) all += text;
 }
 
-bool hasUsualEffect(int number) {
+bool isTakenBy(int number, void (*handler)(int)) {
     struct sigaction current {};
-    return ::sigaction(number, nullptr, &current) == 0 && current.sa_handler == SIG_DFL;
+    return ::sigaction(number, nullptr, &current) == 0 && current.sa_handler == handler;
+}
+
+void useOwnStack() {
+    stack_t current{};
+    if (::sigaltstack(nullptr, &current) != 0 || (current.ss_flags & SS_DISABLE) == 0) return;
+    stack_t own{};
+    own.ss_sp = ownStack;
+    own.ss_size = sizeof ownStack;
+    ::sigaltstack(&own, nullptr);
 }
 
 }  // namespace
@@ -57,22 +75,20 @@ void LastResort::arm() {
     sequenceLength = all.size() < sizeof sequence ? all.size() : 0;
     std::memcpy(sequence, all.data(), sequenceLength);
 
+    useOwnStack();
     struct sigaction action {};
     action.sa_handler = putBack;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
-    for (const int number : deadlySignals) {
-        if (hasUsualEffect(number)) ::sigaction(number, &action, nullptr);
+    action.sa_flags = static_cast<int>(SA_RESETHAND) | SA_ONSTACK;
+    for (int number = 1; number <= SIGRTMAX; ++number) {
+        if (isDeadly(number) && isTakenBy(number, SIG_DFL)) ::sigaction(number, &action, nullptr);
     }
 }
 
 LastResort::~LastResort() {
     struct sigaction usual {};
     usual.sa_handler = SIG_DFL;
-    for (const int number : deadlySignals) {
-        struct sigaction current {};
-        if (::sigaction(number, nullptr, &current) == 0 && current.sa_handler == putBack) {
-            ::sigaction(number, &usual, nullptr);
-        }
+    for (int number = 1; number <= SIGRTMAX; ++number) {
+        if (isTakenBy(number, putBack)) ::sigaction(number, &usual, nullptr);
     }
 }
 
