@@ -3,6 +3,10 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <chrono>
+#include <filesystem>
+#include <thread>
+
 #include "child_process.h"
 #include "tests/terminal_screen/opened_screen.h"
 
@@ -10,6 +14,7 @@ namespace terminal_screen_test {
 namespace {
 
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 TEST(ScreenEnd, quitsWithTheTerminalAsItWas) {
@@ -36,9 +41,16 @@ TEST(ScreenEnd, interruptKeyLeavesTheTerminalAsItWas) {
     EXPECT_TRUE(screen.terminal.isRestored());
 }
 
+// Those of a crash are the sanitizers' own where they are at work.
+constexpr int unexpectedSignals[] = {SIGUSR1, SIGALRM, SIGXCPU, SIGPIPE, SIGABRT, SIGSYS, SIGPROF, SIGIO, SIGVTALRM, 40,
+#ifndef TRIVEL3_SANITIZED
+                                     SIGSEGV, SIGBUS,  SIGILL,  SIGFPE
+#endif
+};
+
 // Whatever ends the program, the next one finds the terminal as it should be.
 TEST(ScreenEnd, unexpectedSignalsLeaveTheTerminalAsItWas) {
-    for (const int number : {SIGUSR1, SIGALRM, SIGXCPU, SIGPIPE}) {
+    for (const int number : unexpectedSignals) {
         Phone phone;
         TmuxTerminal terminal(program(phone), {});
         ASSERT_TRUE(terminal.waitFor("Quit"));
@@ -47,6 +59,33 @@ TEST(ScreenEnd, unexpectedSignalsLeaveTheTerminalAsItWas) {
         EXPECT_TRUE(terminal.isRestored()) << number;
         EXPECT_TRUE(terminal.waitUntilGone("Multi-Center")) << number;
     }
+}
+
+// A connection that breaks off, or a window that is closed, leaves no program behind.
+TEST(ScreenEnd, endsWithItsTerminal) {
+    Phone phone;
+    TmuxTerminal terminal(program(phone), {});
+    ASSERT_TRUE(terminal.waitFor("Quit"));
+    const std::filesystem::path process = "/proc/" + std::to_string(terminal.process()) + "/exe";
+    ASSERT_TRUE(std::filesystem::exists(process));
+    terminal.close();
+    constexpr int tries = 400;
+    for (int i = 0; i < tries && std::filesystem::exists(process); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(std::filesystem::exists(process));
+}
+
+// Nothing is written over the screen.
+TEST(ScreenEnd, tellsAfterwardsWhatWasPassedOver) {
+    Phone phone;
+    std::filesystem::create_directories(phone.machinePath(settingsFile));
+    TmuxTerminal terminal(program(phone, {"--verbose"}), {.width = 200});
+    ASSERT_TRUE(terminal.waitFor("Quit"));
+    terminal.settle();
+    EXPECT_THAT(terminal.text(), Not(HasSubstr("skipped")));
+    terminal.press({"q"});
+    EXPECT_EQ(terminal.waitForEnd(), 0);
+    EXPECT_TRUE(terminal.waitFor("skipped " + std::string(settingsFile) + ": it is a folder, not a regular file"));
 }
 
 TEST(ScreenEnd, suspendsAndGoesOn) {

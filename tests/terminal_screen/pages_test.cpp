@@ -175,6 +175,30 @@ TEST(Screen, fitsTheSmallestTerminal) {
     EXPECT_EQ(screen.phone.stored("MinimalControlCenterEnabled"), Value(false));
 }
 
+// What the terminal is sent, not what it makes of it.
+TEST(Screen, sendsTheTerminalNothingThatThePhoneMadeUp) {
+    Phone phone;
+    Dictionary info;
+    info.set("CFBundleIdentifier", Value("com.example.evil"));
+    info.set("CFBundleDisplayName", Value("Evil\x1b]0;owned\x07\x1b[2Jx\u009b3Jy\u202ez\u2066"));
+    phone.put("/Applications/Evil.app/Info.plist", info);
+    TmuxTerminal terminal(program(phone), {.height = 60});
+    ASSERT_TRUE(terminal.waitFor("Quit"));
+    terminal.record();
+    terminal.type("/advanced");
+    terminal.press({"Enter", "Enter"});
+    ASSERT_TRUE(terminal.waitFor("Reachable"));
+    terminal.type("/disable in");
+    terminal.press({"Enter", "Enter"});
+    ASSERT_TRUE(terminal.waitFor("owned"));
+    terminal.press({"q"});
+    EXPECT_EQ(terminal.waitForEnd(), 0);
+    const std::string bytes = terminal.recorded("owned");
+    ASSERT_THAT(bytes, HasSubstr("owned"));
+    for (const char* attack : {"\x1b]", "\x1b[2Jx", "\u009b", "\u202e", "\u2066"})
+        EXPECT_THAT(bytes, Not(HasSubstr(attack)));
+}
+
 TEST(Screen, takesTextOfThePhoneForTextAlone) {
     Phone phone;
     Dictionary info;

@@ -114,6 +114,24 @@ void TmuxTerminal::resize(std::size_t width, std::size_t height) {
     tmux({"resize-window", "-x", std::to_string(width), "-y", std::to_string(height)});
 }
 
+void TmuxTerminal::close() {
+    tmux({"kill-pane"});
+}
+
+void TmuxTerminal::record() {
+    tmux({"pipe-pane", "cat > " + inQuotes(_folder.path() / "sent")});
+}
+
+std::string TmuxTerminal::recorded(std::string_view part) const {
+    std::string sent;
+    waitUntil([&] {
+        std::ifstream file(_folder.path() / "sent", std::ios::binary);
+        sent.assign(std::istreambuf_iterator<char>(file), {});
+        return sent.find(part) != sent.npos;
+    });
+    return sent;
+}
+
 std::string TmuxTerminal::text() const {
     return tmux({"capture-pane", "-p"});
 }

@@ -41,12 +41,18 @@ public:
     void click(std::size_t line, std::size_t column);
     void turnWheelDown(std::size_t line, std::size_t column);
     void resize(std::size_t width, std::size_t height);
+    /// Takes the terminal away from its program.
+    void close();
 
     /// The lines that are shown, without blanks at their ends.
     std::vector<std::string> lines() const;
     std::string text() const;
     /// The same with the escape sequences of colours and the like.
     std::string colouredText() const;
+    /// From here on, what the program sends the terminal is kept.
+    void record();
+    /// What it has sent, once `part` has been among it.
+    std::string recorded(std::string_view part) const;
     /// The line with this text in it, from 0; nothing when there is none.
     std::optional<std::size_t> lineWith(std::string_view part) const;
     /// That line's text; empty when there is none.
