@@ -2,6 +2,7 @@
 #include "hosts/linux/confined_open.h"
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
@@ -47,6 +48,13 @@ Descriptor openConfined(FileCalls& calls, int root, std::string_view path, int f
 Descriptor openEntry(FileCalls& calls, const Descriptor& folder, const std::string& name, int flags, mode_t mode) {
     return Descriptor{uninterrupted([&] { return calls.openIn(folder.get(), name.c_str(), flags | O_CLOEXEC, mode); }),
                       calls};
+}
+
+std::string machinePath(const Descriptor& file) {
+    const std::string name = "/proc/self/fd/" + std::to_string(file.get());
+    char path[PATH_MAX];
+    const ssize_t length = file.isOpen() ? ::readlink(name.c_str(), path, sizeof path) : -1;
+    return length < 0 ? std::string{} : std::string{path, static_cast<std::size_t>(length)};
 }
 
 }  // namespace hosts

@@ -29,4 +29,7 @@ Descriptor openConfined(FileCalls& calls, int root, std::string_view path, int f
 /// Opens the entry `name` of an open folder, likewise. A file that is made gets the permissions `mode`.
 Descriptor openEntry(FileCalls& calls, const Descriptor& folder, const std::string& name, int flags, mode_t mode = 0);
 
+/// The path on this machine of what is open. Empty when none can be told.
+std::string machinePath(const Descriptor& file);
+
 }  // namespace hosts

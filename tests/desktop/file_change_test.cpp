@@ -1,11 +1,44 @@
 // SPDX-License-Identifier: MIT
+#include <sys/stat.h>
+
 #include <QSignalSpy>
 #include <QTest>
+#include <filesystem>
 #include <fstream>
+#include <set>
+#include <string>
 
 #include "tests/desktop/desk.h"
+#include "tests/kit/temporary_folder.h"
 
 namespace desktop_tests {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+ino_t inodeOf(const fs::path& path) {
+    struct stat status {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
+    return status.st_ino;
+}
+
+// What this process has the kernel watch.
+std::set<ino_t> watchedInodes() {
+    std::set<ino_t> inodes;
+    for (const auto& entry : fs::directory_iterator("/proc/self/fdinfo")) {
+        std::ifstream information(entry.path());
+        for (std::string line; std::getline(information, line);) {
+            const std::size_t place = line.find(" ino:");
+            if (line.starts_with("inotify ") && place != line.npos) {
+                inodes.insert(std::stoull(line.substr(place + 5), nullptr, 16));
+            }
+        }
+    }
+    return inodes;
+}
+
+}  // namespace
 
 class FileChange : public Desk {
 protected:
@@ -39,6 +72,33 @@ TEST_F(FileChange, firstFileInAFolderThatWasMissingIsSeen) {
     QTest::qWait(100);
     writeSettings("<key>HotCorners</key><false/>");
     EXPECT_TRUE(waitFor([this] { return !isOn("Hot Corners"); }));
+}
+
+// On many a phone "/var" is a link. An absolute one starts at the phone's root, not at this machine's.
+TEST_F(FileChange, behindALinkOnThePhoneIsSeen) {
+    fs::rename(phoneFolder + "/var", phoneFolder + "/private");
+    fs::create_directory_symlink("/private", phoneFolder + "/var");
+    open();
+    session->watchFiles();
+    const std::string file = phoneFolder + "/private/mobile/Library/Preferences/com.fenwary.trivel3.plist";
+    fs::create_directories(fs::path(file).parent_path());
+    std::ofstream(file) << "<plist version=\"1.0\"><dict><key>QuickSwitcher</key><false/></dict></plist>";
+    EXPECT_TRUE(waitFor([this] { return !isOn("Quick Switcher"); }));
+}
+
+TEST_F(FileChange, isWatchedForOnThePhoneAlone) {
+    const kit::TemporaryFolder outside;
+    const fs::path file = outside.path() / "com.fenwary.trivel3.plist";
+    std::ofstream(file) << "<plist version=\"1.0\"><dict/></plist>";
+    const fs::path preferences = phoneFolder + "/var/mobile/Library/Preferences";
+    fs::remove_all(preferences);
+    fs::create_directory_symlink(outside.path(), preferences);
+    open();
+    session->watchFiles();
+    const auto watched = watchedInodes();
+    EXPECT_TRUE(watched.contains(inodeOf(preferences.parent_path())));
+    EXPECT_FALSE(watched.contains(inodeOf(outside.path())));
+    EXPECT_FALSE(watched.contains(inodeOf(file)));
 }
 
 TEST_F(FileChange, leavesThePagesOwnRulesAlone) {

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -75,7 +76,7 @@ TEST_F(Program, tellsItsVersionAndItsOptions) {
     EXPECT_TRUE(version.output.startsWith("trivel3-settings ")) << version.output.toStdString();
     const Result help = run({"--help"});
     EXPECT_EQ(help.status, 0);
-    for (const char* option : {"--phone", "--device", "--appearance", "--screenshots"})
+    for (const char* option : {"--phone", "--device", "--appearance", "--screenshots", "--verbose"})
         EXPECT_TRUE(help.output.contains(option)) << option;
 }
 
@@ -124,6 +125,21 @@ TEST_F(Program, leavesThePhoneAloneWhileItDraws) {
     const QString pictures = QString::fromStdString(folder.path() / "pictures");
     ASSERT_EQ(run({"--phone", phone, "--screenshots", pictures}).status, 0);
     EXPECT_FALSE(QFile::exists(phone + "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist"));
+}
+
+TEST_F(Program, saysWhatItPassesOverOnlyWhenAsked) {
+    const std::string root = phone.toStdString();
+    const std::string settings = "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist";
+    std::filesystem::create_directories((root + settings).substr(0, (root + settings).rfind('/')));
+    ASSERT_EQ(::mkfifo((root + settings).c_str(), 0644), 0);
+    std::filesystem::create_directories(root + "/Applications/Evil\x1b[2J.app");
+    const QString pictures = phone + "-pictures";
+    EXPECT_EQ(run({"--phone", phone, "--screenshots", pictures}).errors, "");
+    const QString errors = run({"--phone", phone, "--screenshots", pictures, "--verbose"}).errors;
+    EXPECT_EQ(errors.toStdString(), "trivel3-settings: skipped " + settings +
+                                        ": it is a FIFO, not a regular file\n"
+                                        "trivel3-settings: skipped /Applications/Evil\uFFFD[2J.app: it has no "
+                                        "Info.plist that can be read\n");
 }
 
 TEST_F(Program, saysThatPicturesCannotBeWritten) {

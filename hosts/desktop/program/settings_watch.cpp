@@ -1,25 +1,19 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/program/settings_watch.h"
 
-#include <QDir>
-#include <QFileInfo>
+#include <fcntl.h>
+
+#include "hosts/linux/confined_open.h"
 
 namespace hosts::desktop {
 namespace {
 
 constexpr int gatheringTime = 10;  // ms
 
-// The folder itself or, while there is none, the nearest above it that is there.
-QString existingFolder(QString path, const QString& root) {
-    while (!QFileInfo(path).isDir() && path.size() > root.size())
-        path = QFileInfo(path).path();
-    return path;
-}
-
 }  // namespace
 
-SettingsWatch::SettingsWatch(NotedFiles& files, std::string phoneFolder, std::vector<std::string> paths)
-    : _files(files), _phoneFolder(std::move(phoneFolder)), _paths(std::move(paths)) {
+SettingsWatch::SettingsWatch(NotedFiles& files, const std::string& phoneFolder, std::vector<std::string> paths)
+    : _files(files), _root(::open(phoneFolder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)), _paths(std::move(paths)) {
     for (const std::string& path : _paths)
         _files.noteChange(path);
     _soon.setSingleShot(true);
@@ -32,16 +26,25 @@ SettingsWatch::SettingsWatch(NotedFiles& files, std::string phoneFolder, std::ve
 
 // A file that has been replaced is another file, and a folder that was missing may be there by now.
 void SettingsWatch::watchAll() {
-    for (const std::string& path : _paths)
-        watch(path);
+    for (const std::string& path : _paths) {
+        watchFolderOf(path);
+        watch(path, O_PATH);
+    }
 }
 
-void SettingsWatch::watch(const std::string& path) {
-    const QString root = QString::fromStdString(_phoneFolder);
-    const QString file = root + QString::fromStdString(path);
-    const QString folder = existingFolder(QFileInfo(file).path(), root);
-    if (!_watcher.directories().contains(folder)) _watcher.addPath(folder);
-    if (QFileInfo::exists(file) && !_watcher.files().contains(file)) _watcher.addPath(file);
+// The folder itself or, while there is none, the nearest above it that is there.
+void SettingsWatch::watchFolderOf(std::string path) {
+    do
+        path.resize(path.rfind('/'));
+    while (!watch(path + "/", O_PATH | O_DIRECTORY) && !path.empty());
+}
+
+bool SettingsWatch::watch(const std::string& path, int flags) {
+    const std::string place = machinePath(openConfined(FileCalls::system(), _root.get(), path, flags));
+    if (place.empty()) return false;
+    const QString name = QString::fromStdString(place);
+    if (!_watcher.directories().contains(name) && !_watcher.files().contains(name)) _watcher.addPath(name);
+    return true;
 }
 
 void SettingsWatch::look() {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "hosts/desktop/program/noted_files.h"
+#include "hosts/linux/descriptor.h"
 
 namespace hosts::desktop {
 
@@ -16,20 +17,22 @@ class SettingsWatch : public QObject {
     Q_OBJECT
 
 public:
-    /// `paths` are the phone's; `phoneFolder` is where its root lies on this machine. `files` outlives
-    /// the object.
-    SettingsWatch(NotedFiles& files, std::string phoneFolder, std::vector<std::string> paths);
+    /// `paths` are the phone's; `phoneFolder` is where its root lies on this machine, and nothing
+    /// outside of it is watched. `files` outlives the object.
+    SettingsWatch(NotedFiles& files, const std::string& phoneFolder, std::vector<std::string> paths);
 
 signals:
     void changed();
 
 private:
     void watchAll();
-    void watch(const std::string& path);
+    void watchFolderOf(std::string path);
+    /// False when the path leads to no such thing on the phone.
+    bool watch(const std::string& path, int flags);
     void look();
 
     NotedFiles& _files;
-    std::string _phoneFolder;
+    Descriptor _root;
     std::vector<std::string> _paths;
     QFileSystemWatcher _watcher;
     /// Gathers the several reports that one change of a folder makes.
