@@ -9,6 +9,7 @@
 #include <set>
 #include <string>
 
+#include "binary_file.h"
 #include "tests/property_lists/golden_cases.h"
 #include "tests/property_lists/random_value.h"
 
@@ -73,11 +74,6 @@ TEST(LibplistAgreement, isNotFoundWhereOursReadsSomethingElse) {
     }
 }
 
-std::string binaryOf(const std::string& object) {
-    return "bplist00" + object + '\x08' + std::string(6, '\0') + "\x01\x01"s + std::string(7, '\0') + '\x01' +
-           std::string(15, '\0') + static_cast<char>(8 + object.size());
-}
-
 /// A document for each excuse. In all of them ours and libplist's readings really differ.
 const std::string excusedDocuments[] = {
     inDictionary("<string>a\0b</string>"s),
@@ -88,10 +84,11 @@ const std::string excusedDocuments[] = {
     inDictionary("<data>AwoRGB=mb,XQ=</data>"),
     inDictionary("<date>2020-13-01T00:00:00Z</date>"),
     inDictionary("<date>9999-01-01T00:00:00Z</date>"),
-    binaryOf("\x33\xBF\xF8\0\0\0\0\0\0"s),
-    binaryOf("\x51\xE9"),
-    binaryOf("\x62\0a\xD8\0"s),
-    binaryOf("\xC0"),
+    binaryFileOf(hex("33 BFF8000000000000")),
+    binaryFileOf(hex("51 E9")),
+    binaryFileOf(hex("62 0061 D800")),
+    binaryFileOf(hex("C0")),
+    BinaryFile{.objects = {hex("D2 01 02 03 04"), hex("50"), hex("61 D800"), hex("08"), hex("09")}}.bytes(),
 };
 
 TEST(LibplistAgreement, needsEachOfItsExcuses) {

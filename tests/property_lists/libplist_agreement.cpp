@@ -5,6 +5,7 @@
 #include <array>
 #include <cctype>
 #include <cmath>
+#include <iterator>
 #include <string>
 
 #include "tests/property_lists/libplist_peer.h"
@@ -16,6 +17,9 @@ using namespace platform;
 
 /// More than a file of settings has, and few enough for libplist, which shares nothing.
 constexpr std::size_t mostObjects = 10000;
+
+/// What a surrogate without its partner is read as.
+constexpr std::string_view replacement = "\xEF\xBF\xBD";
 
 constexpr std::string_view digits = "0123456789";
 
@@ -81,7 +85,7 @@ bool isInAnotherEncoding(std::string_view bytes, const Value&) {
 
 bool hasQuotedTagEnd(std::string_view bytes, const Value&) {
     return anyBehind(bytes, "<", [](std::string_view rest) {
-        const std::string_view tag = rest.substr(0, rest.find('>'));
+        const std::string_view tag = rest.substr(0, rest.find(rest.starts_with('?') ? "?>" : ">"));
         return std::count(tag.begin(), tag.end(), '"') % 2 != 0;
     });
 }
@@ -109,14 +113,20 @@ bool hasByteOrderMarkInside(std::string_view bytes, const Value&) {
     return bytes.find(mark, 1) != bytes.npos || anyBehind(bytes, "&#", isReference);
 }
 
-bool hasPaddingInside(std::string_view bytes, const Value&) {
-    return anyBehind(bytes, "<data", [](std::string_view rest) {
-        const std::string_view text = elementText(rest);
-        const std::size_t padding = text.find('=');
-        return padding != text.npos &&
-               std::any_of(text.begin() + static_cast<std::ptrdiff_t>(padding), text.end(),
-                           [](unsigned char byte) { return std::isalnum(byte) || byte == '+' || byte == '/'; });
+/// Whether there is padding, and it does not just fill the last group of four.
+bool isPaddedLoosely(std::string_view text) {
+    std::string characters;
+    std::copy_if(text.begin(), text.end(), std::back_inserter(characters), [](unsigned char byte) {
+        return std::isalnum(byte) != 0 || byte == '+' || byte == '/' || byte == '=';
     });
+    const std::size_t padding = characters.find('=');
+    if (padding == characters.npos) return false;
+    return characters.size() % 4 != 0 || characters.size() - padding > 2 ||
+           characters.find_first_not_of('=', padding) != characters.npos;
+}
+
+bool hasLoosePadding(std::string_view bytes, const Value&) {
+    return anyBehind(bytes, "<data", [](std::string_view rest) { return isPaddedLoosely(elementText(rest)); });
 }
 
 /// Whether the date is written in another way than it was spelled.
@@ -127,6 +137,17 @@ bool rollsOver(std::string_view text) {
 
 bool hasDateThatRollsOver(std::string_view bytes, const Value&) {
     return anyBehind(bytes, "<date", [](std::string_view rest) { return rollsOver(elementText(rest)); });
+}
+
+bool hasReplacementInKey(const Value& value) {
+    const Dictionary* dictionary = value.dictionary();
+    return dictionary && std::any_of(dictionary->begin(), dictionary->end(), [](const Dictionary::Entry& entry) {
+               return entry.key.find(replacement) != std::string::npos;
+           });
+}
+
+bool mayMergeKeys(std::string_view bytes, const Value& ours) {
+    return !isXml(bytes) && holdsAnywhere(ours, hasReplacementInKey);
 }
 
 struct KnownDocument {
@@ -141,7 +162,8 @@ constexpr std::array knownDocuments{
     KnownDocument{"libplist lets no quoted > end a tag", hasQuotedTagEnd},
     KnownDocument{"libplist reads an integer with leading zeros as octal", hasLeadingZero},
     KnownDocument{"libplist keeps a U+FEFF at the start of a text", hasByteOrderMarkInside},
-    KnownDocument{"libplist takes padding inside data for the end of a part", hasPaddingInside},
+    KnownDocument{"libplist takes padding for data where it does not just fill the last group", hasLoosePadding},
+    KnownDocument{"libplist merges keys that only dropped surrogates tell apart", mayMergeKeys, false},
     KnownDocument{"libplist lets no part of a date roll over", hasDateThatRollsOver},
 };
 
@@ -171,26 +193,27 @@ bool isDateWithFraction(const Pair& pair) {
 
 constexpr std::string_view bytesAreUtf8 = "libplist takes the bytes of ASCII strings for UTF-8, not Latin-1";
 
-/// The text with each of its characters as a byte; empty when one is greater than U+00FF.
-std::string latin1(const std::string& utf8) {
-    std::string bytes;
-    for (std::size_t index = 0; index < utf8.size(); ++index) {
-        const auto byte = static_cast<unsigned char>(utf8[index]);
-        if (byte >= 0xC4) return {};
-        bytes += byte < 0x80 ? utf8[index] : static_cast<char>(byte << 6 | (utf8[++index] & 0x3F));
+/// Whether the text has the bytes as its characters.
+bool hasCharacters(std::string_view utf8, std::string_view bytes) {
+    for (const char byte : bytes) {
+        const char character[] = {static_cast<char>(0xC0 | (byte >> 6 & 0x03)),
+                                  static_cast<char>(0x80 | (byte & 0x3F))};
+        const std::string_view expected =
+            (byte & 0x80) == 0 ? std::string_view(&byte, 1) : std::string_view(character, 2);
+        if (!utf8.starts_with(expected)) return false;
+        utf8.remove_prefix(expected.size());
     }
-    return bytes;
+    return utf8.empty();
 }
 
 bool isLatin1(const Pair& pair) {
     return pair.format == PropertyListFormat::binary && pair.ours.string() && pair.theirs.string() &&
-           latin1(*pair.ours.string()) == *pair.theirs.string();
+           hasCharacters(*pair.ours.string(), *pair.theirs.string());
 }
 
 constexpr std::string_view surrogatesAreDropped = "libplist drops a surrogate without its partner";
 
 std::string withoutReplacements(std::string text) {
-    constexpr std::string_view replacement = "\xEF\xBF\xBD";
     for (std::size_t place = 0; (place = text.find(replacement, place)) != text.npos;)
         text.erase(place, replacement.size());
     return text;
@@ -257,9 +280,11 @@ private:
     const Value* find(const Dictionary& theirs, const std::string& key) {
         const Value* exact = theirs.find(key);
         if (exact || _format == PropertyListFormat::xml) return exact;
-        const Value* sameBytes = theirs.find(latin1(key));
-        _excuse = sameBytes ? bytesAreUtf8 : surrogatesAreDropped;
-        return sameBytes ? sameBytes : theirs.find(withoutReplacements(key));
+        const auto sameBytes = std::find_if(theirs.begin(), theirs.end(), [&](const Dictionary::Entry& entry) {
+            return hasCharacters(key, entry.key);
+        });
+        _excuse = sameBytes == theirs.end() ? surrogatesAreDropped : bytesAreUtf8;
+        return sameBytes == theirs.end() ? theirs.find(withoutReplacements(key)) : &sameBytes->value;
     }
 
     bool isKnown(const Pair& pair) {
