@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <optional>
 #include <random>
 #include <span>
@@ -28,6 +29,23 @@ TEST(RoundTrip, throughXmlGivesTheSameValue) {
         ASSERT_TRUE(reading) << reading.error.reason << '\n' << *writing.bytes;
         ASSERT_TRUE(*reading.value == value) << *writing.bytes;
         ASSERT_EQ(writeXmlPropertyList(*reading.value).bytes, writing.bytes);
+    }
+}
+
+/// A double holds no single seconds that far away, so what is read may be a few seconds off; from then
+/// on nothing changes any more.
+TEST(RoundTrip, throughXmlGivesTheSameDateInTheFarthestYears) {
+    std::mt19937_64 random(8);
+    for (int count = 0; count < 20000; ++count) {
+        const auto twoDigits = [&] { return std::to_string(10 + random() % 90); };
+        const std::string year = std::to_string(static_cast<std::int32_t>(random()));
+        const std::string xml = "<date>" + year + '-' + twoDigits() + '-' + twoDigits() + 'T' + twoDigits() + ':' +
+                                twoDigits() + ':' + twoDigits() + "Z</date>";
+        const PropertyListReading reading = readPropertyList(xml);
+        ASSERT_TRUE(reading) << xml;
+        const PropertyListWriting writing = writeXmlPropertyList(*reading.value);
+        if (!writing) continue;
+        ASSERT_EQ(readPropertyList(*writing.bytes).value, reading.value) << xml << '\n' << *writing.bytes;
     }
 }
 

@@ -13,14 +13,15 @@ namespace platform::property_list {
 
 namespace {
 
-constexpr double secondsPerDay = 86400;
+constexpr std::int64_t secondsPerDay = 86400;
+
+std::int64_t floorDivide(std::int64_t number, std::int64_t by) {
+    return number / by - (number % by < 0 ? 1 : 0);
+}
 
 /// Days from 2001-01-01 to the first day of the year, in the Gregorian calendar carried on in both
 /// directions without end.
 std::int64_t daysBeforeYear(std::int64_t year) {
-    const auto floorDivide = [](std::int64_t number, std::int64_t by) {
-        return number / by - (number % by < 0 ? 1 : 0);
-    };
     const std::int64_t before = year - 1;
     const std::int64_t leapDays = floorDivide(before, 4) - floorDivide(before, 100) + floorDivide(before, 400);
     constexpr std::int64_t daysBefore2001 = 2000 * 365 + 500 - 20 + 5;
@@ -92,8 +93,8 @@ std::optional<Parsed<Date>> parseDate(const char* begin, const char* end) {
 
     const int knownMonth = month >= 1 && month <= 13 ? month : 1;
     const std::int64_t days = daysBeforeYear(year) + daysBeforeMonth(knownMonth, isLeapYear(year)) + day - 1;
-    const double seconds = static_cast<double>(days) * secondsPerDay + hour * 3600 + minute * 60 + second;
-    return Parsed<Date>{Date{seconds}, parts.position()};
+    const std::int64_t seconds = days * secondsPerDay + hour * 3600 + minute * 60 + second;
+    return Parsed<Date>{Date{static_cast<double>(seconds)}, parts.position()};
 }
 
 namespace {
@@ -123,10 +124,9 @@ std::int64_t yearOfDay(std::int64_t day) {
 bool appendDate(std::string& text, Date date) {
     constexpr double secondsIn32BitYears = 2147483647.0 * 365.2425 * secondsPerDay;
     if (!(std::abs(date.secondsSince2001) < secondsIn32BitYears)) return false;
-    const double wholeSeconds = std::floor(date.secondsSince2001);
-    const double wholeDays = std::floor(wholeSeconds / secondsPerDay);
-    const auto day = static_cast<std::int64_t>(wholeDays);
-    const auto second = static_cast<std::int64_t>(wholeSeconds - wholeDays * secondsPerDay);
+    const auto wholeSeconds = static_cast<std::int64_t>(std::floor(date.secondsSince2001));
+    const std::int64_t day = floorDivide(wholeSeconds, secondsPerDay);
+    const std::int64_t second = wholeSeconds - day * secondsPerDay;
 
     const std::int64_t year = yearOfDay(day);
     const std::int64_t dayOfYear = day - daysBeforeYear(year);
