@@ -139,6 +139,25 @@ TEST(HostilePropertyList, whoseDictionariesShareUsualKeysIsRead) {
     expectModest(file.bytes(), 200);
 }
 
+/// The file has room to spare, which what is written of it has not.
+TEST(HostilePropertyList, whoseDictionariesShareALongKeyCanBeReadAgainWhenItIsWritten) {
+    BinaryFile file{.objects = {}, .gap = std::string(4096, '\0')};
+    file.referenceSize = 2;
+    const std::size_t count = 400;
+    std::string list = hex("AF 11") + bigEndian(count, 2);
+    for (std::size_t number = 1; number <= count; ++number)
+        list += bigEndian(number, 2);
+    file.objects.push_back(list);
+    for (std::size_t number = 1; number <= count; ++number) {
+        file.objects.push_back("\xD1" + bigEndian(count + 1, 2) + bigEndian(count + 2, 2));
+    }
+    file.objects.push_back(hex("5F 11 03E8") + std::string(1000, 'k'));
+    file.objects.push_back(hex("09"));
+    const PropertyListReading reading = readPropertyList(file.bytes());
+    ASSERT_TRUE(reading);
+    EXPECT_EQ(readPropertyList(*writeBinaryPropertyList(*reading.value).bytes).value, reading.value);
+}
+
 /// Every object is a long text that begins a few bytes behind the last and holds all of the rest.
 TEST(HostilePropertyList, whoseObjectsOverlapOutOfAllProportionIsRejected) {
     const std::size_t count = 20000;

@@ -26,6 +26,10 @@ constexpr std::size_t greatestOverlap = 4;
 /// reference takes a byte at least, and keys are rarely longer than this.
 constexpr std::size_t greatestKeyRepetition = 64;
 
+/// So much repetition does no harm, however small the file. What is read is often written to a smaller
+/// one, in which the same keys are then more of it.
+constexpr std::size_t harmlessKeyBytes = std::size_t{1} << 20;
+
 /// What is known of an object: nothing, that it is being visited, or what came out. The height of a
 /// container says how many containers that hold something nest in it, itself counted.
 class Finding {
@@ -112,7 +116,8 @@ private:
 
     bool accountForRepeatedKey(std::size_t key) {
         _repeatedKeyBytes += _layout.object(key).count;
-        return _repeatedKeyBytes / greatestKeyRepetition <= _layout.fileSize() ||
+        return _repeatedKeyBytes <= harmlessKeyBytes ||
+               _repeatedKeyBytes / greatestKeyRepetition <= _layout.fileSize() ||
                complain("a key that dictionaries share out of all proportion", key);
     }
 
