@@ -104,16 +104,17 @@ void listBare(benchmark::State& state, std::size_t applications) {
 
 void addOpening(const TickPage& kind, std::size_t applications, const std::string& phone) {
     const std::string first = phone + ", first opening";
-    add(first + "/ours", [=, &kind](benchmark::State& state) { openFirst(state, kind, applications); });
-    auto* peer =
-        add(first + "/libplist", [=, &kind](benchmark::State& state) { openWithLibplist(state, kind, applications); });
+    addByProcessorTime(first + "/ours", [=, &kind](benchmark::State& state) { openFirst(state, kind, applications); });
+    auto* peer = addByProcessorTime(
+        first + "/libplist", [=, &kind](benchmark::State& state) { openWithLibplist(state, kind, applications); });
     if (applications == manyApplications) peer->Repetitions(roundsOfLongJobs);
-    add(first + "/list+open+read+close", [=, &kind](benchmark::State& state) { openBare(state, kind, applications); });
+    addByProcessorTime(first + "/list+open+read+close",
+                       [=, &kind](benchmark::State& state) { openBare(state, kind, applications); });
     if (applications == manyApplications) reaches().push_back(Reach::atMostNanoseconds(first, 150e6));
 
     const std::string later = phone + ", later opening";
-    add(later + "/ours", [=, &kind](benchmark::State& state) { openLater(state, kind, applications); });
-    add(later + "/list", [=](benchmark::State& state) { listBare(state, applications); });
+    addByProcessorTime(later + "/ours", [=, &kind](benchmark::State& state) { openLater(state, kind, applications); });
+    addByProcessorTime(later + "/list", [=](benchmark::State& state) { listBare(state, applications); });
 }
 
 // -- One screen, one tick --------------------------------------------------------------------------
@@ -145,11 +146,13 @@ void readScreenBare(benchmark::State& state, const TickPage& kind, std::size_t a
 
 void addScreen(const TickPage& kind, std::size_t applications, const std::string& phone) {
     const std::string job = phone + ", one screen";
-    add(job + "/ours", [=, &kind](benchmark::State& state) { produceOneScreen(state, kind, applications); });
-    auto* peer = add(job + "/libplist",
-                     [=, &kind](benchmark::State& state) { readScreenWithLibplist(state, kind, applications); });
+    addByProcessorTime(job + "/ours",
+                       [=, &kind](benchmark::State& state) { produceOneScreen(state, kind, applications); });
+    auto* peer = addByProcessorTime(
+        job + "/libplist", [=, &kind](benchmark::State& state) { readScreenWithLibplist(state, kind, applications); });
     if (applications == manyApplications) peer->Repetitions(roundsOfLongJobs);
-    add(job + "/open+read+close", [=, &kind](benchmark::State& state) { readScreenBare(state, kind, applications); });
+    addByProcessorTime(job + "/open+read+close",
+                       [=, &kind](benchmark::State& state) { readScreenBare(state, kind, applications); });
 }
 
 TickFlush flushOf(Durability durability) {
@@ -194,11 +197,12 @@ void addTick(const TickPage& kind, std::size_t applications, const std::string& 
     const bool flushed = durability == Durability::flushed;
     const std::string job = phone + (flushed ? ", a tick" : ", a tick, no flush");
     const std::string replacing = flushed ? "temp+fsync+rename+folder fsync" : "temp+rename";
-    add(job + "/ours", [=, &kind](benchmark::State& state) { tick(state, kind, applications, durability); });
-    add(job + "/libplist+" + replacing,
-        [=, &kind](benchmark::State& state) { tickWithLibplist(state, kind, applications, durability); });
-    add(job + "/" + replacing,
-        [=, &kind](benchmark::State& state) { replaceBare(state, kind, applications, durability); });
+    const auto addTimed = flushed ? add : addByProcessorTime;
+    addTimed(job + "/ours", [=, &kind](benchmark::State& state) { tick(state, kind, applications, durability); });
+    addTimed(job + "/libplist+" + replacing,
+             [=, &kind](benchmark::State& state) { tickWithLibplist(state, kind, applications, durability); });
+    addTimed(job + "/" + replacing,
+             [=, &kind](benchmark::State& state) { replaceBare(state, kind, applications, durability); });
 }
 
 }  // namespace

@@ -13,6 +13,13 @@ inline benchmark::internal::Benchmark* add(const std::string& name, std::functio
     return benchmark::RegisterBenchmark(name.c_str(), std::move(run))->UseRealTime();
 }
 
+/// Adds a measurement by processor time: for work that waits for nothing, and whose time in seconds has
+/// to come up to a limit, on a machine that does other things too.
+inline benchmark::internal::Benchmark* addByProcessorTime(const std::string& name,
+                                                          std::function<void(benchmark::State&)> run) {
+    return benchmark::RegisterBenchmark(name.c_str(), std::move(run));
+}
+
 void addSettingsBenchmarks();
 void addPageBenchmarks();
 void addApplicationBenchmarks();

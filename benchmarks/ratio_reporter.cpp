@@ -29,6 +29,13 @@ std::string amountText(double amount, Limit limit) {
     return text;
 }
 
+// By the clock that the measurement was registered for.
+double nanosecondsOf(const benchmark::BenchmarkReporter::Run& run) {
+    const bool isWallClock = !run.run_name.time_type.empty();
+    const double time = isWallClock ? run.GetAdjustedRealTime() : run.GetAdjustedCPUTime();
+    return time * 1e9 / benchmark::GetTimeUnitMultiplier(run.time_unit);
+}
+
 void printVerdict(std::size_t held, std::size_t missed) {
     const std::size_t unmeasured = reaches().size() - held - missed;
     if (missed == 0 && unmeasured == 0) {
@@ -90,8 +97,7 @@ void RatioReporter::ReportRuns(const std::vector<Run>& runs) {
             addRound(job + ", " + figure, side, isTime ? Limit::nanoseconds : Limit::bytes, counter.value);
         }
         if (!run.counters.empty()) continue;
-        const double time = run.GetAdjustedRealTime() * 1e9 / benchmark::GetTimeUnitMultiplier(run.time_unit);
-        addRound(job, side, Limit::nanoseconds, time);
+        addRound(job, side, Limit::nanoseconds, nanosecondsOf(run));
     }
 }
 

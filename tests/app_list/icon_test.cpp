@@ -149,8 +149,10 @@ TEST_F(Icon, isFoundUnderEachKeyOfTheInfo) {
         {{"CFBundleIcons~ipad", primaryIcon(platform::Array{"Icon"})}},
         {{"CFBundleIconFiles", platform::Array{"Icon"}}},
         {{"CFBundleIconFiles~iphone", platform::Array{"Icon"}}},
+        {{"CFBundleIconFiles~ipad", platform::Array{"Icon"}}},
         {{"CFBundleIconFile", "Icon"}},
         {{"CFBundleIconFile~iphone", "Icon"}},
+        {{"CFBundleIconFile~ipad", "Icon"}},
         {{"CFBundleIcons", "odd"}, {"CFBundleIconFiles", 3}, {"CFBundleIconFile", "Icon"}},
     };
     const std::string picture = encodePng(plainPicture(58, {9, 9, 9, opaque}));
