@@ -41,11 +41,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const UniformPhone phone({reinterpret_cast<const char*>(data), size});
     hosts::RationedFiles files(phone, {10, 10, 10 * size + 1});
     std::string problem;
-    const auto application = hosts::readApplication(files, "/Applications/Folder.app", {}, problem);
+    const auto application = hosts::readApplication(files, "/Applications/Folder.app", problem);
     if (!application) return 0;
     if (application->identifier.empty() || application->displayName.empty()) std::abort();
     if (!isOneLine(application->displayName)) std::abort();
-    for (const std::string& name : application->iconNames) {
+    for (const std::string& name : hosts::readIconNames(files, "/Applications/Folder.app", {})) {
         if (name.empty() || name.find('/') != name.npos || name.find("..") != name.npos) std::abort();
         if (hosts::iconFileNames(name, 2, {}).size() != 9) std::abort();
     }

@@ -7,7 +7,7 @@ namespace hosts {
 
 void InstalledApplicationList::refresh() {
     InstalledApplications known = std::exchange(_lastFound, std::nullopt).value_or(InstalledApplications());
-    _lastFound = findInstalledApplications(_platform.files, _platform.device, std::move(known), _platform.skips);
+    _lastFound = findInstalledApplications(_platform.files, std::move(known), _platform.skips);
     _iconRation = usualIconRation;
 }
 

@@ -67,7 +67,7 @@ public:
 private:
     // The first picture of the very size that is wanted. Remembers those of other sizes.
     std::optional<Picture> loadExactFit() {
-        for (const std::string& name : _application.iconNames) {
+        for (const std::string& name : readIconNames(_files, _application.folder, _target.device)) {
             for (const std::string& file : iconFileNames(name, _target.scale, _target.device)) {
                 if (auto picture = loadIfExactFit(_application.folder + "/" + file)) return picture;
             }

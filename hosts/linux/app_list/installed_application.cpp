@@ -5,6 +5,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include "hosts/linux/app_list/icon_names.h"
@@ -21,10 +22,11 @@ constexpr std::size_t longestInfo = std::size_t{1} << 20;
 constexpr std::size_t longestIdentifier = 1024;
 constexpr std::string_view folderEnding = ".app";
 
-// What is read of an Info.plist.
-constexpr auto infoKeys = [] {
-    std::array<std::string_view, 12> keys = {"CFBundleIdentifier", "CFBundleDisplayName", "CFBundleName"};
-    auto next = keys.begin() + 3;
+// What the list of applications needs of an Info.plist, and what their icons need.
+constexpr std::string_view listKeys[] = {"CFBundleIdentifier", "CFBundleDisplayName", "CFBundleName"};
+constexpr auto allIconKeys = [] {
+    std::array<std::string_view, 9> keys;
+    auto next = keys.begin();
     for (const IconKeyForms& forms : iconKeys)
         next = std::ranges::copy(forms, next).out;
     return keys;
@@ -35,10 +37,11 @@ std::string_view textForKey(const platform::Dictionary& dictionary, std::string_
     return value && value->string() ? std::string_view(*value->string()) : std::string_view();
 }
 
-std::optional<platform::Dictionary> readInfo(RationedFiles& files, const std::string& folder) {
+std::optional<platform::Dictionary> readInfo(RationedFiles& files, const std::string& folder,
+                                             std::span<const std::string_view> keys) {
     std::string& bytes = files.room();
     if (!files.readFile(folder + "/Info.plist", bytes, longestInfo)) return {};
-    return platform::readRootKeys(bytes, infoKeys);
+    return platform::readRootKeys(bytes, keys);
 }
 
 platform::Dictionary readEnglishNames(RationedFiles& files, const std::string& folder) {
@@ -88,8 +91,8 @@ std::string displayName(const platform::Dictionary& info, const platform::Dictio
 }  // namespace
 
 std::optional<InstalledApplication> readApplication(RationedFiles& files, const std::string& folder,
-                                                    const platform::UIDevice& device, std::string& problem) {
-    const std::optional<platform::Dictionary> info = readInfo(files, folder);
+                                                    std::string& problem) {
+    const std::optional<platform::Dictionary> info = readInfo(files, folder, listKeys);
     if (!info) {
         problem = "it has no Info.plist that can be read";
         return std::nullopt;
@@ -103,8 +106,13 @@ std::optional<InstalledApplication> readApplication(RationedFiles& files, const 
     application.identifier = identifier;
     application.displayName = displayName(*info, readEnglishNames(files, folder), folder);
     application.folder = folder;
-    application.iconNames = iconNames(*info, device);
     return application;
+}
+
+std::vector<std::string> readIconNames(RationedFiles& files, const std::string& folder,
+                                       const platform::UIDevice& device) {
+    const std::optional<platform::Dictionary> info = readInfo(files, folder, allIconKeys);
+    return info ? iconNames(*info, device) : std::vector<std::string>();
 }
 
 }  // namespace hosts

@@ -15,7 +15,6 @@ struct InstalledApplication {
     std::string identifier;  ///< not empty, and without control characters
     std::string displayName;
     std::string folder;  ///< the phone's path of its ".app" folder
-    std::vector<std::string> iconNames;
     bool isSystem = false;
 };
 
@@ -23,6 +22,12 @@ struct InstalledApplication {
 /// names. Nothing, with one clause in `problem`, when there is no usable identifier; anything else
 /// that is missing or malformed is as if it were not there.
 std::optional<InstalledApplication> readApplication(RationedFiles& files, const std::string& folder,
-                                                    const platform::UIDevice& device, std::string& problem);
+                                                    std::string& problem);
+
+/// The names of its icon, as `iconNames` gives them, from its Info.plist; none when that cannot be
+/// read. Apart from the rest, since making them for every application is much of the work of listing
+/// them, and few icons are looked at.
+std::vector<std::string> readIconNames(RationedFiles& files, const std::string& folder,
+                                       const platform::UIDevice& device);
 
 }  // namespace hosts

@@ -35,9 +35,8 @@ bool isApplicationFolder(std::string_view name) {
 
 class ApplicationFinder {
 public:
-    ApplicationFinder(const platform::FileSystem& files, const platform::UIDevice& device, InstalledApplications known,
-                      platform::SkipListener* skips)
-        : _files(files, ration), _device(device), _known(std::move(known)), _skips(skips) {
+    ApplicationFinder(const platform::FileSystem& files, InstalledApplications known, platform::SkipListener* skips)
+        : _files(files, ration), _known(std::move(known)), _skips(skips) {
         _found.reserve(_known.size());
         _knownByFolder.reserve(_known.size());
         for (InstalledApplication& application : _known) {
@@ -76,7 +75,7 @@ private:
         std::string problem;
         if (const auto known = _knownByFolder.extract(folder)) {
             _found.push_back(std::move(*known.mapped()));
-        } else if (auto application = readApplication(_files, folder, _device, problem)) {
+        } else if (auto application = readApplication(_files, folder, problem)) {
             application->isSystem = isSystem;
             _found.push_back(*std::move(application));
         } else if (!isSpent()) {
@@ -85,7 +84,6 @@ private:
     }
 
     RationedFiles _files;
-    const platform::UIDevice& _device;
     InstalledApplications _known;
     std::unordered_map<std::string_view, InstalledApplication*> _knownByFolder;
     InstalledApplications _found;
@@ -99,9 +97,9 @@ const InstalledApplication* findApplication(const InstalledApplications& applica
     return found != applications.end() && found->identifier == identifier ? &*found : nullptr;
 }
 
-InstalledApplications findInstalledApplications(const platform::FileSystem& files, const platform::UIDevice& device,
-                                                InstalledApplications known, platform::SkipListener* skips) {
-    ApplicationFinder finder(files, device, std::move(known), skips);
+InstalledApplications findInstalledApplications(const platform::FileSystem& files, InstalledApplications known,
+                                                platform::SkipListener* skips) {
+    ApplicationFinder finder(files, std::move(known), skips);
     finder.addFolder(std::string(systemApplications), true);
     for (const std::string_view folder : userApplications) {
         finder.addFoldersBelow(std::string(folder));

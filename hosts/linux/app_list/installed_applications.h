@@ -24,8 +24,7 @@ const InstalledApplication* findApplication(const InstalledApplications& applica
 /// An application of `known`, what was found before, is taken over as it is when its folder is still
 /// there: a phone gives a changed application a new one. `skips`, which may be null, is told of what
 /// is there and is not among them.
-InstalledApplications findInstalledApplications(const platform::FileSystem& files, const platform::UIDevice& device,
-                                                InstalledApplications known = {},
+InstalledApplications findInstalledApplications(const platform::FileSystem& files, InstalledApplications known = {},
                                                 platform::SkipListener* skips = nullptr);
 
 }  // namespace hosts
