@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <string>
 
 #include "fuzz/require.h"
@@ -85,6 +86,24 @@ void checkLookupsIn(std::string_view bytes, const Dictionary& root) {
     checkNestedLookup(bytes, absent, "a", {PropertyListNestedLookup::Verdict::outerAbsent, {}});
 }
 
+/// Says at the end of a run how often libplist had a say in it.
+class AgreementCount {
+public:
+    ~AgreementCount() {
+        std::fprintf(stderr, "Compared with libplist: %zu times, and a known difference %zu times\n", _agreed,
+                     _excused);
+    }
+
+    void add(peers::Agreement::Verdict verdict) {
+        _agreed += verdict == peers::Agreement::Verdict::agreed ? 1u : 0u;
+        _excused += verdict == peers::Agreement::Verdict::excused ? 1u : 0u;
+    }
+
+private:
+    std::size_t _agreed = 0;
+    std::size_t _excused = 0;
+};
+
 Value readAgain(const std::string& bytes) {
     const PropertyListReading reading = readPropertyList(bytes);
     require(reading.value.has_value(), "what is written is read again");
@@ -137,7 +156,9 @@ void checkBinaryForm(const Value& value) {
 }
 
 void checkAgainstLibplist(std::string_view bytes, const PropertyListReading& reading) {
+    static AgreementCount count;
     const peers::Agreement agreement = peers::compareWithLibplist(bytes, reading);
+    count.add(agreement.verdict);
     require(agreement.verdict != peers::Agreement::Verdict::differed, "libplist reads the same");
 }
 
