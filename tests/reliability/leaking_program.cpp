@@ -2,10 +2,15 @@
 // Loses some memory and ends well, as far as it knows.
 #include <cstddef>
 
+namespace {
+
+char* volatile lastAllocated = nullptr;
+
+}  // namespace
+
 int main() {
-    for (std::size_t size = 100; size < 110; ++size) {
-        char* volatile lost = new char[size];
-        lost = nullptr;
-    }
-    return 0;
+    for (std::size_t size = 100; size < 110; ++size)
+        lastAllocated = new char[size];
+    lastAllocated = nullptr;
+    return lastAllocated == nullptr ? 0 : 1;
 }
