@@ -35,22 +35,6 @@ Result withLookup(std::string_view bytes, Find find) {
 using Verdict = PropertyListLookup::Verdict;
 using NestedVerdict = PropertyListNestedLookup::Verdict;
 
-/// The verdict of a nested lookup that one of its two keys decides; `noDictionary` and `absent` are
-/// what these verdicts mean for that key.
-NestedVerdict nestedVerdict(Verdict verdict, NestedVerdict noDictionary, NestedVerdict absent) {
-    switch (verdict) {
-        case Verdict::malformed:
-            return NestedVerdict::malformed;
-        case Verdict::noDictionary:
-            return noDictionary;
-        case Verdict::absent:
-            return absent;
-        case Verdict::found:
-            return NestedVerdict::found;
-    }
-    return NestedVerdict::malformed;
-}
-
 }  // namespace
 
 PropertyListLookup lookUpRootKey(std::string_view bytes, std::string_view key) {
@@ -67,15 +51,9 @@ std::optional<Dictionary> readRootKeys(std::string_view bytes, std::span<const s
 
 PropertyListNestedLookup lookUpNestedKey(std::string_view bytes, std::string_view outerKey, std::string_view innerKey) {
     return withLookup<PropertyListNestedLookup>(bytes, [&](const auto& lookup) -> PropertyListNestedLookup {
-        const auto outer = lookup.locateInRoot(outerKey);
-        if (outer.verdict != Verdict::found) {
-            return {nestedVerdict(outer.verdict, NestedVerdict::noDictionary, NestedVerdict::outerAbsent), {}};
-        }
-        const auto inner = lookup.locateIn(outer.place, innerKey);
-        if (inner.verdict != Verdict::found) {
-            return {nestedVerdict(inner.verdict, NestedVerdict::outerNoDictionary, NestedVerdict::innerAbsent), {}};
-        }
-        return {NestedVerdict::found, lookup.value(inner.place)};
+        const auto located = lookup.locateNested(outerKey, innerKey);
+        if (located.verdict != NestedVerdict::found) return {located.verdict, {}};
+        return {NestedVerdict::found, lookup.value(located.place)};
     });
 }
 

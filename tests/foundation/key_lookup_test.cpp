@@ -115,6 +115,21 @@ TEST(XmlKeyLookup, takesTheLastOfEqualKeys) {
     EXPECT_EQ(Value(*readRootKeys(text, keys)), Value(Dictionary{{"a", Array{"x"}}, {"b", true}}));
 }
 
+TEST(XmlKeyLookup, looksForNestedKeysInTheLastOfEqualDictionaries) {
+    const auto file = [](const std::string& last) {
+        return "<dict><key>a</key><dict><key>x</key><true/></dict><key>b</key><dict><key>x</key><integer>2</integer></"
+               "dict>"
+               "<key>a</key>" +
+               last + "</dict>";
+    };
+    EXPECT_EQ(lookUpNestedKey(file("<dict><key>x</key><integer>3</integer></dict>"), "a", "x").value, Value(3));
+    EXPECT_EQ(lookUpNestedKey(file("<dict><key>y</key><true/></dict>"), "a", "x").verdict, NestedVerdict::innerAbsent);
+    EXPECT_EQ(lookUpNestedKey(file("<dict/>"), "a", "x").verdict, NestedVerdict::innerAbsent);
+    EXPECT_EQ(lookUpNestedKey(file("<true/>"), "a", "x").verdict, NestedVerdict::outerNoDictionary);
+    EXPECT_EQ(lookUpNestedKey(file("<array><dict><key>x</key><true/></dict></array>"), "a", "x").verdict,
+              NestedVerdict::outerNoDictionary);
+}
+
 TEST(XmlKeyLookup, comparesDecodedKeys) {
     EXPECT_EQ(lookUpRootKey("<dict><key>&lt;&#233;<![CDATA[&]]></key><true/></dict>", "<é&").value, Value(true));
     EXPECT_EQ(lookUpRootKey("<dict><key>\xEF\xBB\xBFk</key><true/></dict>", "k").value, Value(true));

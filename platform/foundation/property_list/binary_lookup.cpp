@@ -15,6 +15,7 @@ namespace platform::property_list {
 namespace {
 
 using Verdict = PropertyListLookup::Verdict;
+using NestedVerdict = PropertyListNestedLookup::Verdict;
 
 /// Whether a string object says the text. One that is all ASCII, as keys are, is not copied for it.
 bool says(const BinaryLayout& layout, const BinaryObject& object, std::string_view text) {
@@ -58,6 +59,16 @@ Located<std::size_t> BinaryLookup::locateIn(Place dictionary, std::string_view k
         }
     }
     return {Verdict::absent};
+}
+
+NestedLocated<std::size_t> BinaryLookup::locateNested(std::string_view outerKey, std::string_view innerKey) const {
+    const Located<Place> outer = locateInRoot(outerKey);
+    if (outer.verdict == Verdict::noDictionary) return {NestedVerdict::noDictionary};
+    if (outer.verdict == Verdict::absent) return {NestedVerdict::outerAbsent};
+    const Located<Place> inner = locateIn(outer.place, innerKey);
+    if (inner.verdict == Verdict::noDictionary) return {NestedVerdict::outerNoDictionary};
+    if (inner.verdict == Verdict::absent) return {NestedVerdict::innerAbsent};
+    return {NestedVerdict::found, inner.place};
 }
 
 std::optional<Dictionary> BinaryLookup::readInRoot(std::span<const std::string_view> keys) const {

@@ -22,8 +22,8 @@ public:
     /// The value of a key of the root dictionary.
     Located<Place> locateInRoot(std::string_view key) const { return locateIn(_layout.root(), key); }
 
-    /// The value of a key of a dictionary.
-    Located<Place> locateIn(Place dictionary, std::string_view key) const;
+    /// The value of a key of the dictionary that stands under a key of the root dictionary.
+    NestedLocated<Place> locateNested(std::string_view outerKey, std::string_view innerKey) const;
 
     /// The root dictionary with these of its keys and no others. Nothing when the root is no dictionary.
     std::optional<Dictionary> readInRoot(std::span<const std::string_view> keys) const;
@@ -31,6 +31,8 @@ public:
     Value value(Place place) const;
 
 private:
+    Located<Place> locateIn(Place dictionary, std::string_view key) const;
+
     const BinaryLayout& _layout;
 };
 

@@ -12,4 +12,11 @@ struct Located {
     Place place{};  ///< set exactly when the verdict is `found`
 };
 
+/// The same for a key of a dictionary that stands under a key of the root dictionary.
+template <class Place>
+struct NestedLocated {
+    PropertyListNestedLookup::Verdict verdict = PropertyListNestedLookup::Verdict::malformed;
+    Place place{};  ///< set exactly when the verdict is `found`
+};
+
 }  // namespace platform::property_list

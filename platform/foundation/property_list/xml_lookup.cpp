@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/foundation/property_list/xml_lookup.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -16,10 +17,58 @@ namespace platform::property_list {
 namespace {
 
 using Verdict = PropertyListLookup::Verdict;
+using NestedVerdict = PropertyListNestedLookup::Verdict;
 
-/// Makes nothing, and tells `visit(text, behind)` of each root key and of the place behind its end
-/// tag. Later keys win over earlier ones.
-template <class Visit>
+/// Looks at the keys of one dictionary, and remembers where the values of some of them stand. Later
+/// keys win over earlier ones.
+class DictionaryWatch {
+public:
+    /// `places` has one place for each of the keys: that behind the key's end tag, or a null pointer.
+    DictionaryWatch(std::span<const std::string_view> keys, std::span<const char*> places)
+        : _keys(keys), _places(places) {
+        forget();
+    }
+
+    void open() { _isOpened = true; }
+
+    void forget() {
+        _isOpened = _uidKeys = _otherKeys = _atWantedKey = false;
+        std::ranges::fill(_places, nullptr);
+    }
+
+    void key(std::string_view text, const char* behind) {
+        _atWantedKey = false;
+        for (std::size_t index = 0; index < _keys.size(); ++index) {
+            if (!isSameKey(text, _keys[index])) continue;
+            _places[index] = behind;
+            _atWantedKey = true;
+        }
+        if (!_otherKeys) (text == uidKey ? _uidKeys : _otherKeys) = true;
+    }
+
+    /// Whether the last key was one of those that are looked for.
+    bool atWantedKey() const { return _atWantedKey; }
+
+    /// Whether the object, which is well-formed, is a dictionary; `makeWhole` makes a value of it. One
+    /// of a certain single key may stand for something else, depending on its value.
+    template <class MakeWhole>
+    bool isDictionary(MakeWhole makeWhole) const {
+        if (!_isOpened || _otherKeys || !_uidKeys) return _isOpened;
+        const std::optional<Value> whole = makeWhole();
+        return whole && whole->dictionary();
+    }
+
+private:
+    std::span<const std::string_view> _keys;
+    std::span<const char*> _places;
+    bool _isOpened;
+    bool _uidKeys;
+    bool _otherKeys;
+    bool _atWantedKey;
+};
+
+/// Makes nothing. It shows the keys of the root dictionary to one watch, and to another, if there is
+/// one, those of the dictionary under the key that the first looks for.
 class Finder {
 public:
     struct Node {};
@@ -31,24 +80,27 @@ public:
 
     class Entries {
     public:
-        explicit Entries(Finder* root) : _root(root) {}
+        Entries(DictionaryWatch* watch, DictionaryWatch* below) : _watch(watch), _below(below) {}
         void key(std::string_view text, const char* behind) {
-            if (_root) _root->rootKey(text, behind);
+            if (!_watch) return;
+            _watch->key(text, behind);
+            if (_below && _watch->atWantedKey()) _below->forget();
         }
         void add(Node&&) {}
         Node finish() { return {}; }
 
     private:
-        Finder* _root;  ///< when this is the root dictionary, else a null pointer
+        DictionaryWatch* _watch;  ///< null for a dictionary that is not looked at
+        DictionaryWatch* _below;  ///< what it has seen counts no more when the key comes again
     };
 
-    explicit Finder(Visit visit) : _visit(std::move(visit)) {}
+    explicit Finder(DictionaryWatch& root, DictionaryWatch* nested = nullptr) : _root(root), _nested(nested) {}
 
     Items items() { return {}; }
     Entries entries(std::size_t depth) {
-        if (depth != 1) return Entries(nullptr);
-        _rootIsDictionary = true;
-        return Entries(this);
+        if (depth == 1) return opened(&_root, _nested);
+        const bool isNested = depth == 2 && _nested && _root.atWantedKey();
+        return isNested ? opened(_nested, nullptr) : Entries(nullptr, nullptr);
     }
 
     Node boolean(bool) { return {}; }
@@ -58,36 +110,26 @@ public:
     Node string(std::string_view) { return {}; }
     Node data(std::string_view) { return {}; }
 
-    bool rootIsDictionary() const { return _rootIsDictionary; }
-    /// A root dictionary of this one key may stand for something else, depending on its value.
-    bool rootHoldsOnlyUidKey() const { return _uidKeys && !_otherKeys; }
-
 private:
-    void rootKey(std::string_view text, const char* behind) {
-        _visit(text, behind);
-        if (_otherKeys) return;
-        (text == uidKey ? _uidKeys : _otherKeys) = true;
+    static Entries opened(DictionaryWatch* watch, DictionaryWatch* below) {
+        watch->open();
+        return {watch, below};
     }
 
-    Visit _visit;
-    bool _rootIsDictionary = false;
-    bool _uidKeys = false;
-    bool _otherKeys = false;
+    DictionaryWatch& _root;
+    DictionaryWatch* _nested;
 };
 
-/// Whether a well-formed object that the finder has seen is a dictionary; `makeWhole` makes a value
-/// of it.
-template <class Visit, class MakeWhole>
-bool isDictionary(const Finder<Visit>& finder, std::string_view text, MakeWhole makeWhole) {
-    if (!finder.rootIsDictionary()) return false;
-    if (!finder.rootHoldsOnlyUidKey()) return true;
-    const std::optional<Value> whole = makeWhole(text);
-    return whole && whole->dictionary();
+/// Whether the file is well-formed; the finder has then seen all of it.
+bool scan(std::string_view text, Finder finder) {
+    return XmlScanner(text, finder).document().has_value();
 }
 
-std::optional<Value> readRoot(std::string_view text) {
-    Fault never;
-    return readXml(text, never);
+bool isRootDictionary(const DictionaryWatch& root, std::string_view text) {
+    return root.isDictionary([text] {
+        Fault never;
+        return readXml(text, never);
+    });
 }
 
 /// The text from behind the end tag of a key, which stands at a place in it.
@@ -95,39 +137,36 @@ std::string_view textFrom(const char* place, std::string_view text) {
     return text.substr(static_cast<std::size_t>(place - text.data()));
 }
 
-/// One key of the dictionary that `scan` is to read with the finder that it is given.
-template <class Scan, class MakeWhole>
-Located<std::string_view> locate(std::string_view text, std::string_view key, Scan scan, MakeWhole makeWhole) {
-    const char* place = nullptr;
-    Finder finder([&](std::string_view found, const char* behind) {
-        if (found == key) place = behind;
-    });
-    if (!scan(finder)) return {Verdict::malformed};
-    if (!isDictionary(finder, text, makeWhole)) return {Verdict::noDictionary};
-    if (!place) return {Verdict::absent};
-    return {Verdict::found, textFrom(place, text)};
-}
-
 }  // namespace
 
 Located<std::string_view> XmlLookup::locateInRoot(std::string_view key) const {
-    const auto scan = [this](auto& finder) { return XmlScanner(_text, finder).document().has_value(); };
-    return locate(_text, key, scan, readRoot);
+    const char* place = nullptr;
+    DictionaryWatch root({&key, 1}, {&place, 1});
+    if (!scan(_text, Finder(root))) return {Verdict::malformed};
+    if (!isRootDictionary(root, _text)) return {Verdict::noDictionary};
+    if (!place) return {Verdict::absent};
+    return {Verdict::found, textFrom(place, _text)};
 }
 
-Located<std::string_view> XmlLookup::locateIn(Place dictionary, std::string_view key) const {
-    const auto scan = [&](auto& finder) { return XmlScanner(dictionary, finder).object().has_value(); };
-    return locate(dictionary, key, scan, readXmlObject);
+NestedLocated<std::string_view> XmlLookup::locateNested(std::string_view outerKey, std::string_view innerKey) const {
+    const char* outer = nullptr;
+    const char* inner = nullptr;
+    DictionaryWatch root({&outerKey, 1}, {&outer, 1});
+    DictionaryWatch nested({&innerKey, 1}, {&inner, 1});
+    if (!scan(_text, Finder(root, &nested))) return {NestedVerdict::malformed};
+    if (!isRootDictionary(root, _text)) return {NestedVerdict::noDictionary};
+    if (!outer) return {NestedVerdict::outerAbsent};
+    if (!nested.isDictionary([&] { return readXmlObject(textFrom(outer, _text)); })) {
+        return {NestedVerdict::outerNoDictionary};
+    }
+    if (!inner) return {NestedVerdict::innerAbsent};
+    return {NestedVerdict::found, textFrom(inner, _text)};
 }
 
 std::optional<Dictionary> XmlLookup::readInRoot(std::span<const std::string_view> keys) const {
     std::vector<const char*> places(keys.size());
-    Finder finder([&](std::string_view found, const char* behind) {
-        for (std::size_t index = 0; index < keys.size(); ++index) {
-            if (isSameKey(found, keys[index])) places[index] = behind;
-        }
-    });
-    if (!XmlScanner(_text, finder).document() || !isDictionary(finder, _text, readRoot)) return std::nullopt;
+    DictionaryWatch root(keys, places);
+    if (!scan(_text, Finder(root)) || !isRootDictionary(root, _text)) return std::nullopt;
     std::vector<Dictionary::Entry> entries;
     for (std::size_t index = 0; index < keys.size(); ++index) {
         if (places[index]) entries.push_back({std::string(keys[index]), value(textFrom(places[index], _text))});

@@ -20,8 +20,8 @@ public:
     /// The value of a key of the root dictionary.
     Located<Place> locateInRoot(std::string_view key) const;
 
-    /// The value of a key of a dictionary at a place that was found before.
-    Located<Place> locateIn(Place dictionary, std::string_view key) const;
+    /// The value of a key of the dictionary that stands under a key of the root dictionary.
+    NestedLocated<Place> locateNested(std::string_view outerKey, std::string_view innerKey) const;
 
     /// The root dictionary with these of its keys and no others. Nothing when the file is malformed or
     /// the root no dictionary.
