@@ -45,6 +45,7 @@ std::optional<std::string> readUserFile(const std::string& path, std::string& er
 }  // namespace
 
 bool DeviceInformation::useFile(const std::string& path, std::string& error) {
+    if (path.empty()) return true;
     const auto bytes = readUserFile(path, error);
     auto list = bytes ? readList(path, *bytes, error) : std::nullopt;
     if (!list) return false;

@@ -28,7 +28,8 @@ public:
         : _files(files), _phoneFolder(std::move(phoneFolder)) {}
 
     /// From here on, the file of this machine stands in for the phone's list. It is read now, and
-    /// once. False, with one line in `error` and nothing changed, when it is no list of answers.
+    /// once. An empty path names none, and changes nothing. False, with one line in `error` and nothing
+    /// changed, when the file is no list of answers.
     bool useFile(const std::string& path, std::string& error);
 
     std::optional<platform::Value> copyAnswer(std::string_view key) override;

@@ -38,7 +38,6 @@ private:
         });
     }
 
-    void addCommonOptions();
     void addPageCommands();
     void addSettingCommands();
     void addPlistCommands();
@@ -48,9 +47,7 @@ private:
     int openScreen() const;
 
     CLI::App _app{"The settings of Trivel 3 on a phone's file system"};
-    CLI::Option* _phone = nullptr;
-    CommonOptions _common;
-    std::string _deviceName{usualDeviceShape().name};
+    PhoneOptions _common;
     ShowOptions _show;
     GetOptions _get;
     SetOptions _set;
@@ -75,24 +72,10 @@ CommandLine::CommandLine() {
     _app.footer(
         "Without a subcommand, an interactive screen opens on the terminal.\n"
         "'trivel3ctl SUBCOMMAND --help' tells more of each.");
-    addCommonOptions();
+    _common.addTo(_app);
     addPageCommands();
     addSettingCommands();
     addPlistCommands();
-}
-
-void CommandLine::addCommonOptions() {
-    _phone = _app.add_option("--phone", _common.phone, "Folder that stands for the root of the phone's file system")
-                 ->envname("TRIVEL3_PHONE")
-                 ->type_name("DIR");
-    std::vector<std::string> names;
-    for (const DeviceShape& shape : deviceShapes())
-        names.emplace_back(shape.name);
-    _app.add_option("--device-information", _common.deviceInformation,
-                    "Property list of answers about the device, for the support report")
-        ->type_name("FILE");
-    _app.add_option("--device", _deviceName, "The phone's shape")->check(CLI::IsMember(names))->type_name("NAME");
-    _app.add_flag("--verbose", _common.verbose, "Say on standard error what is passed over on the phone, and why");
 }
 
 CLI::App* CommandLine::addCommand(const char* name, const char* help, std::function<int()> run) {
@@ -192,12 +175,9 @@ int CommandLine::run(int argumentCount, char** arguments) {
         const std::string unknown = unknownSubcommand();
         return refuse(unknown.empty() ? error.what() : unknown);
     }
-    // Taken for the default phone, an empty variable in a script would change the wrong one.
-    if (_phone->count() > 0 && _common.phone.empty()) return refuse("--phone takes a folder, not an empty name");
     if (_app.got_subcommand("reset") && _reset.keys.empty() && !_reset.all) {
         return refuse("name the settings to reset, or give --all");
     }
-    _common.device = findDeviceShape(_deviceName);
     _drive.openableSchemes = {_openableSchemes.begin(), _openableSchemes.end()};
     return _chosen ? _chosen() : openScreen();
 }

@@ -5,7 +5,7 @@
 
 namespace hosts::terminal {
 
-std::optional<ProgramContext> ProgramContext::open(const CommonOptions& options, std::string& error) {
+std::optional<ProgramContext> ProgramContext::open(const PhoneOptions& options, std::string& error) {
     auto phone = openPhone(options.phone, error);
     if (!phone) return std::nullopt;
     auto skips = options.verbose ? std::make_unique<SkipLines>("trivel3ctl") : nullptr;
@@ -13,10 +13,6 @@ std::optional<ProgramContext> ProgramContext::open(const CommonOptions& options,
     return ProgramContext{std::move(phone->installation), std::move(phone->folder),
                           std::move(phone->files),        *options.device,
                           options.deviceInformation,      std::move(skips)};
-}
-
-bool ProgramContext::nameAnswers(DeviceInformation& answers, std::string& error) const {
-    return deviceInformation.empty() || answers.useFile(deviceInformation, error);
 }
 
 }  // namespace hosts::terminal

@@ -5,21 +5,12 @@
 #include <optional>
 #include <string>
 
-#include "hosts/linux/device_information.h"
 #include "hosts/linux/inspected_phone.h"
 #include "hosts/linux/installation.h"
-#include "hosts/session/device_shape.h"
+#include "hosts/session/phone_options.h"
 #include "hosts/session/skip_lines.h"
 
 namespace hosts::terminal {
-
-/// The options that every subcommand takes.
-struct CommonOptions {
-    std::string phone;  ///< empty for the default phone
-    const DeviceShape* device = &usualDeviceShape();
-    std::string deviceInformation;  ///< a list of answers; empty for the phone's own
-    bool verbose = false;           ///< whether to say what is passed over on the phone
-};
 
 /// What a subcommand works on: the installation that the program belongs to, and the phone's folder.
 struct ProgramContext {
@@ -34,11 +25,7 @@ struct ProgramContext {
 
     /// Opens the phone that the options name, or makes the default one on its first use. Nothing,
     /// with one line in `error`, when that does not work.
-    static std::optional<ProgramContext> open(const CommonOptions& options, std::string& error);
-
-    /// Lets the named file, where there is one, answer in place of the phone's. False, with one line
-    /// in `error`, when it is no list of answers.
-    bool nameAnswers(DeviceInformation& answers, std::string& error) const;
+    static std::optional<ProgramContext> open(const PhoneOptions& options, std::string& error);
 };
 
 }  // namespace hosts::terminal

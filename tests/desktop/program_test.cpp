@@ -1,64 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <QDir>
-#include <QElapsedTimer>
+#include <QFile>
 #include <QImage>
-#include <QProcess>
 #include <QTest>
-#include <filesystem>
 
-#include "tests/kit/temporary_folder.h"
+#include "tests/desktop/real_program.h"
 
 namespace desktop_tests {
 namespace {
-
-constexpr int patience = 60000;  // ms
-
-/// The real program, with a home of its own.
-class Program : public testing::Test {
-protected:
-    Program() : phone(QString::fromStdString(folder.path() / "phone")) {
-        std::filesystem::copy(TRIVEL3_SAMPLE_PHONE, phone.toStdString(), std::filesystem::copy_options::recursive);
-        std::filesystem::create_directories(folder.path() / "run");
-        std::filesystem::permissions(folder.path() / "run", std::filesystem::perms::owner_all);
-        environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("HOME", QString::fromStdString(folder.path()));
-        environment.insert("XDG_RUNTIME_DIR", QString::fromStdString(folder.path() / "run"));
-        environment.insert("XDG_CONFIG_HOME", QString::fromStdString(folder.path() / "config"));
-        environment.insert("QT_QPA_PLATFORM", "offscreen");
-        environment.insert("QT_QUICK_BACKEND", "software");
-        environment.remove("DBUS_SESSION_BUS_ADDRESS");
-        environment.remove("TRIVEL3_PHONE");
-    }
-
-    struct Result {
-        int status;
-        QString output;
-        QString errors;
-    };
-
-    void start(QProcess& process, const QStringList& arguments) {
-        process.setProcessEnvironment(environment);
-        process.start(TRIVEL3_PROGRAM, arguments);
-    }
-
-    Result run(const QStringList& arguments) {
-        QProcess process;
-        start(process, arguments);
-        EXPECT_TRUE(process.waitForFinished(patience));
-        return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-    }
-
-    bool isListening() {
-        return !QDir(QString::fromStdString(folder.path() / "run")).entryList(QDir::System).isEmpty();
-    }
-
-    kit::TemporaryFolder folder;
-    QString phone;
-    QProcessEnvironment environment;
-};
 
 // Whether a picture shows more than one colour.
 bool isDrawn(const QImage& image) {
@@ -70,19 +21,31 @@ bool isDrawn(const QImage& image) {
 
 }  // namespace
 
+class Program : public RealProgram {
+protected:
+    QString write(const char* name, const QByteArray& contents) {
+        QFile file(pathOf(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(contents);
+        return file.fileName();
+    }
+};
+
 TEST_F(Program, tellsItsVersionAndItsOptions) {
     const Result version = run({"--version"});
     EXPECT_EQ(version.status, 0);
     EXPECT_TRUE(version.output.startsWith("trivel3-settings ")) << version.output.toStdString();
     const Result help = run({"--help"});
     EXPECT_EQ(help.status, 0);
-    for (const char* option : {"--phone", "--device", "--appearance", "--screenshots", "--verbose"})
+    for (const char* option :
+         {"--phone", "--device", "--device-information", "--appearance", "--screenshots", "--verbose"})
         EXPECT_TRUE(help.output.contains(option)) << option;
 }
 
 TEST_F(Program, refusesAWrongCommandLine) {
     for (const QStringList& arguments :
-         {QStringList{"--device", "toaster"}, QStringList{"--appearance", "pink"}, QStringList{"--nonsense"}}) {
+         {QStringList{"--device", "toaster"}, QStringList{"--appearance", "pink"}, QStringList{"--nonsense"},
+          QStringList{"--phone", ""}, QStringList{"--device-information", ""}}) {
         const Result result = run(arguments);
         EXPECT_EQ(result.status, 2);
         EXPECT_TRUE(result.errors.startsWith("trivel3-settings: ")) << result.errors.toStdString();
@@ -97,10 +60,9 @@ TEST_F(Program, saysThatThereIsNoSuchPhone) {
 }
 
 TEST_F(Program, drawsEveryPageInTheDevicesSize) {
-    const QString pictures = QString::fromStdString(folder.path() / "pictures");
+    const QString pictures = pathOf("pictures");
     const Result result = run({"--phone", phone, "--screenshots", pictures});
     EXPECT_EQ(result.status, 0);
-    EXPECT_EQ(result.errors, "");
     const QStringList files = QDir(pictures).entryList({"*.png"});
     for (const char* name :
          {"trivel-3.png", "trivel-3-mail.png", "trivel-3-post.png", "trivel-3-the-creators.png",
@@ -116,13 +78,13 @@ TEST_F(Program, drawsEveryPageInTheDevicesSize) {
 }
 
 TEST_F(Program, drawsAtTheScaleOfTheDevice) {
-    const QString pictures = QString::fromStdString(folder.path() / "pictures");
+    const QString pictures = pathOf("pictures");
     ASSERT_EQ(run({"--phone", phone, "--device", "phone-5.5", "--screenshots", pictures}).status, 0);
     EXPECT_EQ(QImage(pictures + "/trivel-3.png").size(), QSize(414 * 3, 736 * 3));
 }
 
 TEST_F(Program, leavesThePhoneAloneWhileItDraws) {
-    const QString pictures = QString::fromStdString(folder.path() / "pictures");
+    const QString pictures = pathOf("pictures");
     ASSERT_EQ(run({"--phone", phone, "--screenshots", pictures}).status, 0);
     EXPECT_FALSE(QFile::exists(phone + "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist"));
 }
@@ -148,6 +110,27 @@ TEST_F(Program, saysThatPicturesCannotBeWritten) {
     EXPECT_TRUE(result.errors.contains("/proc/no-such-folder")) << result.errors.toStdString();
 }
 
+TEST_F(Program, saysWhatIsWrongWithTheFileOfAnswersThatTheUserNames) {
+    const QString broken = write("answers.plist", "<plist version=\"1.0\">\n<dict><foo/></dict>\n</plist>");
+    for (const QStringList& way : {QStringList{}, QStringList{"--screenshots", pathOf("pictures")}}) {
+        const Result result = run(QStringList{"--phone", phone, "--device-information", broken} + way);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_TRUE(result.errors.startsWith("trivel3-settings: " + broken + ":2:")) << result.errors.toStdString();
+    }
+}
+
+TEST_F(Program, reportsTheAnswersOfTheFileThatTheUserNames) {
+    const QString plain = pathOf("plain");
+    ASSERT_EQ(run({"--phone", phone, "--screenshots", plain}).status, 0);
+    // So long that the attachment's size, which the sheet tells, is another.
+    const QString answers = write("answers.plist", "<plist version=\"1.0\"><dict><key>DeviceColor</key><string>" +
+                                                       QByteArray(1 << 20, 'x') + "</string></dict></plist>");
+    const QString named = pathOf("named");
+    ASSERT_EQ(run({"--phone", phone, "--device-information", answers, "--screenshots", named}).status, 0);
+    EXPECT_EQ(QImage(plain + "/trivel-3.png"), QImage(named + "/trivel-3.png"));
+    EXPECT_NE(QImage(plain + "/trivel-3-mail.png"), QImage(named + "/trivel-3-mail.png"));
+}
+
 TEST_F(Program, runsOnceForEachPhone) {
     QProcess first;
     start(first, {"--phone", phone});
@@ -155,20 +138,15 @@ TEST_F(Program, runsOnceForEachPhone) {
     // Reached by another path, it is the same phone.
     EXPECT_EQ(run({"--phone", phone + "/../phone/"}).status, 0);
     EXPECT_EQ(first.state(), QProcess::Running);
-    first.terminate();
-    EXPECT_TRUE(first.waitForFinished(patience));
+    end(first);
 }
 
 TEST_F(Program, endsInGoodOrderWhenItIsAskedTo) {
     QProcess process;
     start(process, {"--phone", phone});
     ASSERT_TRUE(QTest::qWaitFor([this] { return isListening(); }, patience));
-    process.terminate();
-    ASSERT_TRUE(process.waitForFinished(patience));
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(process.exitCode(), 0);
-    EXPECT_TRUE(QFile::exists(QString::fromStdString(folder.path() / "config/trivel3/trivel3-settings.ini")))
-        << "the window is remembered";
+    end(process);
+    EXPECT_TRUE(QFile::exists(pathOf("config/trivel3/trivel3-settings.ini"))) << "the window is remembered";
 }
 
 }  // namespace desktop_tests

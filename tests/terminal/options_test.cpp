@@ -86,7 +86,7 @@ TEST(Options, emptyPhoneVariableNamesNone) {
 TEST(Options, emptyPhoneOptionIsRefused) {
     Trivel3ctl ctl;
 
-    expectFailure(ctl.run({"--phone", "", "set", "HotCorners", "off"}), 2, "--phone takes a folder");
+    expectFailure(ctl.run({"--phone", "", "set", "HotCorners", "off"}), 2, "--phone: an empty name is no folder");
     EXPECT_FALSE(fs::exists(ctl.defaultPhone()));
 }
 

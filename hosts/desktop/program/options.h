@@ -4,20 +4,16 @@
 #include <optional>
 #include <string>
 
-#include "hosts/session/device_shape.h"
+#include "hosts/session/phone_options.h"
 
 namespace hosts::desktop {
 
 /// What the command line asks for.
-struct Options {
-    std::string phone;  ///< empty for the default phone
-    const DeviceShape* device = &usualDeviceShape();
+struct Options : PhoneOptions {
     /// Nothing follows the desktop.
     std::optional<bool> dark;
     /// Where every page is to be drawn to; empty for a window.
     std::string screenshots;
-    /// Whether to say what is passed over on the phone.
-    bool verbose = false;
 };
 
 /// Reads the command line. Nothing when the program has done what was asked, or cannot: it then ends

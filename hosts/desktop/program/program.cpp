@@ -82,10 +82,11 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
 
     DesktopTaste taste;
     LiveServices services(phone, skips);
+    std::string error;
+    if (!services.deviceInformation.useFile(options.deviceInformation, error)) return fail(failed, error);
     WindowMemory memory(key, QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
     DesktopSession session({services.files, services.forSession(), services.handOver, phone.installation.systemImage,
                             phone.folder, shapeForScreen(*options.device)});
-    std::string error;
     if (!session.open(startingSize(*options.device, memory), error)) return fail(failed, error);
     session.navigation().follow(memory.path());
     QQuickView& view = session.window().view();

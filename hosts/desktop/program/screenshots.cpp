@@ -167,6 +167,7 @@ bool takeScreenshots(OpenedPhone& phone, const Options& options, platform::SkipL
     QuietNotifyCenter notifications;
     QuietApplication application;
     DeviceInformation deviceInformation(phone.files, phone.folder);
+    if (!deviceInformation.useFile(options.deviceInformation, error)) return false;
     Composers composers;
     NoHandOver handOver;
     const SessionServices services{files, notifications, application, deviceInformation, composers, composers, skips};

@@ -17,7 +17,7 @@ int runDrive(ProgramContext& context, const DriveOptions& options) {
                           context.device, context.skips.get()},
                          options.openableSchemes);
     std::string error;
-    if (!context.nameAnswers(deviceInformation, error)) return fail(failed, error);
+    if (!deviceInformation.useFile(context.deviceInformation, error)) return fail(failed, error);
     if (!session.start(error)) return fail(failed, error);
     std::string line;
     // Nothing is carried out whose answer nobody can read.

@@ -23,7 +23,7 @@ Outside::Outside(ProgramContext& context, Notices& notices)
       _deviceInformation(_files, context.phoneFolder),
       _mail(context.installation.mailModule(), _desktop, _programs) {
     std::string error;
-    if (!context.nameAnswers(_deviceInformation, error)) notices.warn(error);
+    if (!_deviceInformation.useFile(context.deviceInformation, error)) notices.warn(error);
 }
 
 SessionServices Outside::services() {

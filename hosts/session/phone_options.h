@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "hosts/session/device_shape.h"
+
+namespace CLI {
+class App;
+}
+
+namespace hosts {
+
+/// The options of the command line that every program of ours takes.
+struct PhoneOptions {
+    std::string phone;  ///< empty for the default phone
+    const DeviceShape* device = &usualDeviceShape();
+    std::string deviceInformation;  ///< a list of answers about the device; empty for the phone's own
+    bool verbose = false;           ///< whether to say what is passed over on the phone
+
+    /// From here on, `app` fills the options in when it parses, and refuses what they cannot be.
+    void addTo(CLI::App& app);
+};
+
+}  // namespace hosts

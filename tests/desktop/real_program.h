@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QProcess>
+#include <QProcessEnvironment>
+#include <QString>
+#include <QStringList>
+
+#include "tests/kit/temporary_folder.h"
+
+namespace desktop_tests {
+
+/// The real program, with a home and a phone of its own.
+class RealProgram : public testing::Test {
+protected:
+    static constexpr int patience = 60000;  // ms
+
+    RealProgram();
+
+    struct Result {
+        int status;
+        QString output;
+        QString errors;
+    };
+
+    void start(QProcess& process, const QStringList& arguments);
+    /// Runs the program to its end. One that has done what was asked must have complained of nothing,
+    /// unless it was to be verbose.
+    Result run(const QStringList& arguments);
+    /// Asks the program to end, and expects it to do so in good order and to have complained of nothing.
+    static void end(QProcess& process);
+
+    /// Whether a window answers for the phone.
+    bool isListening() const;
+
+    QString pathOf(const char* name) const { return QString::fromStdString(folder.path() / name); }
+
+    kit::TemporaryFolder folder;
+    QString phone;
+    QProcessEnvironment environment;
+};
+
+}  // namespace desktop_tests
