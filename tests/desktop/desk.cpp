@@ -135,7 +135,7 @@ std::vector<QQuickItem*> Desk::lines() {
     if (!table) return found;
     for (QQuickItem* item : table->property("contentItem").value<QQuickItem*>()->childItems()) {
         // Those that are on their way out, or kept for later, are no lines of the table.
-        if (item->property("last").isValid() || item->property("bare").isValid()) {
+        if (item->property("last").isValid() || item->property("bare").isValid() || item->property("first").isValid()) {
             if (isShown(item) && item->height() >= 0) found.push_back(item);
         }
     }

@@ -67,6 +67,22 @@ TEST_F(Scrolling, toAndFroLeavesNoHoles) {
     }
 }
 
+// Coming from below, a section's line is drawn before what stands above it.
+TEST_F(Scrolling, fromTheEndUpLeavesEverySectionItsLine) {
+    open();
+    QMetaObject::invokeMethod(seenTable(), "positionViewAtEnd");
+    settle();
+    const QImage picture = view().grabWindow();
+    int sections = 0;
+    for (QQuickItem* line : lines()) {
+        const int y = static_cast<int>(std::lround(line->mapToScene({0, 0}).y()));
+        if (!line->property("starts").toBool() || y < 50) continue;
+        ++sections;
+        EXPECT_EQ(picture.pixelColor(300, y), QColor("#c8c7cc")) << line->property("text").toString().toStdString();
+    }
+    EXPECT_GE(sections, 4);
+}
+
 TEST_F(Scrolling, wheelMovesTheTable) {
     open();
     openPage({"Advanced Options"});

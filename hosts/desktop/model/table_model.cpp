@@ -59,10 +59,10 @@ int TableModel::rowCount(const QModelIndex& parent) const {
 }
 
 QHash<int, QByteArray> TableModel::roleNames() const {
-    return {{KindRole, "kind"},     {LineIdRole, "lineId"},       {TextRole, "text"},        {PictureRole, "picture"},
-            {UsableRole, "usable"}, {CheckedRole, "marked"},      {OnRole, "isOn"},          {DisclosureRole, "leads"},
-            {InsetRole, "inset"},   {RowHeightRole, "rowHeight"}, {TreeRole, "tree"},        {FirstRole, "first"},
-            {LastRole, "last"},     {BareRole, "bare"},           {AnimatedRole, "animated"}};
+    return {{KindRole, "kind"},     {LineIdRole, "lineId"},       {TextRole, "text"}, {PictureRole, "picture"},
+            {UsableRole, "usable"}, {CheckedRole, "marked"},      {OnRole, "isOn"},   {DisclosureRole, "leads"},
+            {InsetRole, "inset"},   {RowHeightRole, "rowHeight"}, {TreeRole, "tree"}, {FirstRole, "first"},
+            {StartsRole, "starts"}, {LastRole, "last"},           {BareRole, "bare"}, {AnimatedRole, "animated"}};
 }
 
 QVariant TableModel::data(const QModelIndex& index, int role) const {
@@ -76,6 +76,8 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
             return line.id;
         case FirstRole:
             return line.path.section == 0;
+        case StartsRole:
+            return isStart(position);
         case LastRole:
             return isLast(position);
         case BareRole:
@@ -123,12 +125,15 @@ QString TableModel::sectionText(const TableLine& line) const {
     return QString::fromStdString(text.value_or(std::string()));
 }
 
+bool TableModel::isStart(std::size_t line) const {
+    return _lines[line].isRow() && !isRowAt(line - 1);
+}
+
 bool TableModel::isLast(std::size_t line) const {
     return _lines[line].isRow() && !isRowAt(line + 1);
 }
 
 bool TableModel::isBare(std::size_t line) const {
-    if (_lines[line].kind == Kind::header) return !isRowAt(line + 1);
     return _lines[line].kind == Kind::footer && !isRowAt(line - 1);
 }
 
@@ -252,9 +257,9 @@ void TableModel::rebuild(bool animated) {
     insertLines(change.first, lines, change.lastAfter);
     adoptPlaces(lines);
     if (_lines.empty()) return;
-    // Rows beside the change may have become the last of their section, or no longer be.
+    // Rows beside the change may have become the first or last of their section, or no longer be.
     const std::size_t before = change.first > 0 ? change.first - 1 : 0;
-    notify(before, std::min(change.lastAfter, _lines.size() - 1), {LastRole, BareRole});
+    notify(before, std::min(change.lastAfter, _lines.size() - 1), {StartsRole, LastRole, BareRole});
 }
 
 TableModel::Change TableModel::changeTo(const std::vector<TableLine>& lines) const {

@@ -34,8 +34,9 @@ public:
         RowHeightRole,
         TreeRole,
         FirstRole,    ///< a line of the first section
+        StartsRole,   ///< the first row of its section
         LastRole,     ///< the last row of its section
-        BareRole,     ///< a header or footer of a section without rows
+        BareRole,     ///< a footer of a section without rows
         AnimatedRole  ///< whether the last change is to be seen happening
     };
 
@@ -106,6 +107,7 @@ private:
 
     QVariant rowData(TableLine& line, int role) const;
     QString sectionText(const TableLine& line) const;
+    bool isStart(std::size_t line) const;
     bool isLast(std::size_t line) const;
     bool isBare(std::size_t line) const;
     bool isRowAt(std::size_t line) const;

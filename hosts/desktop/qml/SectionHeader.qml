@@ -7,7 +7,6 @@ Item {
 
     required property string text
     required property bool first
-    required property bool bare
 
     width: ListView.view ? ListView.view.width : 0
     height: text === "" ? (first ? Theme.firstGap : 0) : (first ? Theme.firstTitleGap : Theme.titleGap) + Theme.textGap
@@ -38,10 +37,5 @@ Item {
         font.capitalization: Font.AllUppercase
         color: Theme.secondary
         Accessible.ignored: true
-    }
-    Hairline {
-        anchors.bottom: parent.bottom
-        width: parent.width
-        visible: !header.bare
     }
 }

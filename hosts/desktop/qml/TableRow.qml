@@ -11,6 +11,7 @@ Item {
     required property int lineId
     required property string text
     required property bool usable
+    required property bool starts
     required property bool last
     required property real inset
     required property real rowHeight
@@ -53,6 +54,11 @@ Item {
         }
     }
 
+    // Within the row: what lies above it may be drawn after it.
+    Hairline {
+        visible: row.starts
+        width: parent.width
+    }
     Hairline {
         visible: !row.last
         anchors.bottom: parent.bottom
