@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <stdexcept>
 
+#include "tests/desktop/settings_text.h"
+
 namespace desktop_tests {
 namespace {
 
@@ -101,12 +103,7 @@ std::string Desk::settings() const {
 }
 
 bool Desk::settingIs(const std::string& key, const std::string& element) const {
-    const std::string contents = settings();
-    const std::string name = "<key>" + key + "</key>";
-    const std::size_t found = contents.find(name);
-    if (found == std::string::npos) return false;
-    const std::size_t value = contents.find_first_not_of(" \t\n", found + name.size());
-    return value != std::string::npos && contents.compare(value, element.size(), element) == 0;
+    return holdsSetting(settings(), key, element);
 }
 
 bool Desk::waitFor(const std::function<bool()>& condition) {

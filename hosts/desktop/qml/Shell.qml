@@ -59,7 +59,11 @@ FocusScope {
         onWantedChanged: {
             if (wanted) return setSource("ComposerSheet.qml", { navigation: shell.navigation })
             source = ""
-            if (!message.wanted) pages.forceActiveFocus()
+        }
+        // As soon as it is on its way out: keys are for the pages from then on.
+        Connections {
+            target: shell.navigation
+            function onComposerShownChanged() { if (!shell.navigation.composerShown) Qt.callLater(shell.giveBack) }
         }
     }
     Loader {
@@ -69,12 +73,17 @@ FocusScope {
         onWantedChanged: {
             if (wanted) return setSource("MessageBox.qml", { text: shell.navigation.message })
             source = ""
-            pages.forceActiveFocus()
+            shell.giveBack()
         }
         Connections {
             target: message.item
             function onRead() { shell.navigation.messageRead() }
         }
+    }
+
+    /// The keyboard is the pages' again, unless there is a message to read.
+    function giveBack() {
+        if (!message.wanted) pages.forceActiveFocus()
     }
 
     Shortcut {

@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: MIT
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+#include "tests/desktop/real_program.h"
+#include "tests/desktop/settings_text.h"
+#include "tests/desktop/virtual_display.h"
+
+namespace desktop_tests {
+namespace {
+
+using Display = VirtualDisplay;
+
+// The switches that are on, from top to bottom: they have the one colour that nothing else has.
+std::vector<QRect> switchesOn(const QImage& picture) {
+    constexpr QRgb green = qRgb(0x4c, 0xd9, 0x64);
+    std::vector<QRect> found;
+    for (int y = 0; y < picture.height(); ++y) {
+        QRect inked;
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixel(x, y) == green) inked |= QRect(x, y, 1, 1);
+        }
+        if (inked.isEmpty()) continue;
+        if (found.empty() || found.back().bottom() != y - 1) found.emplace_back();
+        found.back() |= inked;
+    }
+    return found;
+}
+
+}  // namespace
+
+/// The real program in a window of a real display, used with mouse and keys. Nobody but what is seen
+/// and what lies in the file tells the tests what has come of it.
+class RealEvents : public RealProgram {
+protected:
+    static constexpr std::size_t onAtFirst = 3;
+
+    void SetUp() override {
+        ASSERT_TRUE(display.start()) << "no display could be started";
+        environment.insert("DISPLAY", display.name());
+        environment.insert("QT_QPA_PLATFORM", "xcb");
+    }
+
+    void TearDown() override {
+        if (HasFailure()) keepPicture();
+        if (program.state() == QProcess::Running) end(program);
+    }
+
+    // Opens the window and waits until it shows so many switches that are on.
+    void open(std::size_t expected = onAtFirst) {
+        start(program, {"--phone", phone, "--appearance", "light"});
+        waitForWindow();
+        ASSERT_TRUE(showsSwitchesOn(expected)) << switchesOn(display.picture()).size() << " are on";
+    }
+
+    void waitForWindow() {
+        const auto hasEnded = [this] { return program.state() == QProcess::NotRunning; };
+        ASSERT_TRUE(waitFor([&] { return !display.window().isEmpty() || hasEnded(); })) << "no window has come";
+        ASSERT_FALSE(hasEnded()) << program.readAllStandardError().toStdString();
+        display.focusWindow();
+    }
+
+    static bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, patience); }
+
+    bool showsSwitchesOn(std::size_t count) {
+        return waitFor([this, count] { return switchesOn(display.picture()).size() == count; });
+    }
+
+    QByteArray settings() {
+        QFile file(phone + "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist");
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    bool settingBecomes(const char* key, const char* element) {
+        return waitFor([&] { return holdsSetting(settings().toStdString(), key, element); });
+    }
+
+    // With the pane's own keys: three rows below the first lies the link to the options.
+    void openOptions() {
+        display.press(Display::Home);
+        for (int i = 0; i < 3; ++i)
+            display.press(Display::Down);
+        display.press(Display::Return);
+        ASSERT_TRUE(waitFor([this] { return switchesOn(display.picture()).size() != onAtFirst; }));
+    }
+
+    VirtualDisplay display;
+    QProcess program;
+
+private:
+    void keepPicture() {
+        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+        QDir().mkpath(TEST_PICTURES);
+        const QString file = QString(TEST_PICTURES "/%1.png").arg(test->name());
+        if (display.picture().save(file)) std::cerr << "What was seen: " << file.toStdString() << std::endl;
+    }
+};
+
+TEST_F(RealEvents, switchThatIsClickedWritesTheFile) {
+    open();
+    display.click(switchesOn(display.picture()).front().center());
+    EXPECT_TRUE(settingBecomes("MultiCenter", "<false/>")) << settings().toStdString();
+    ASSERT_TRUE(showsSwitchesOn(onAtFirst - 1));
+    display.click(switchesOn(display.picture()).back().center());
+    EXPECT_TRUE(settingBecomes("HotCorners", "<false/>")) << settings().toStdString();
+    EXPECT_TRUE(showsSwitchesOn(onAtFirst - 2));
+}
+
+TEST_F(RealEvents, keysOpenAPageMoveASwitchAndGoBack) {
+    open();
+    openOptions();
+    display.press(Display::Home);
+    display.press(Display::Space);
+    ASSERT_TRUE(settingBecomes("ReachabilityMode", "<false/>")) << settings().toStdString();
+    display.press(Display::Escape);
+    ASSERT_TRUE(showsSwitchesOn(onAtFirst));
+    display.press(Display::Home);
+    display.press(Display::Return);
+    EXPECT_TRUE(settingBecomes("MultiCenter", "<false/>")) << settings().toStdString();
+}
+
+TEST_F(RealEvents, mouseAndKeysBothLeadBack) {
+    open();
+    openOptions();
+    display.click(display.window().center(), Display::BackButton);
+    ASSERT_TRUE(showsSwitchesOn(onAtFirst));
+    openOptions();
+    display.press(Display::Left, {Display::Alt});
+    EXPECT_TRUE(showsSwitchesOn(onAtFirst));
+}
+
+TEST_F(RealEvents, mailIsOpenedAndCancelled) {
+    open();
+    display.press(Display::End);
+    display.press(Display::Return);
+    ASSERT_TRUE(showsSwitchesOn(0)) << "the sheet lies over the page";
+    display.press(Display::Escape);
+    ASSERT_TRUE(waitFor([this] { return !switchesOn(display.picture()).empty(); }));
+    display.press(Display::Home);
+    display.press(Display::Space);
+    EXPECT_TRUE(settingBecomes("MultiCenter", "<false/>")) << "the page has the keys again";
+}
+
+TEST_F(RealEvents, postIsOpenedAndCancelled) {
+    open();
+    constexpr QPoint heart(-30, 22);
+    display.click(display.window().topRight() + heart);
+    ASSERT_TRUE(showsSwitchesOn(0)) << "the page lies in the shade";
+    display.press(Display::Escape);
+    EXPECT_TRUE(showsSwitchesOn(onAtFirst));
+}
+
+TEST_F(RealEvents, wheelScrollsThePage) {
+    open();
+    for (int i = 0; i < 20; ++i)
+        display.click(display.window().center(), Display::WheelDown);
+    const int top = display.window().top() + 44;
+    EXPECT_TRUE(waitFor([&] {
+        const auto switches = switchesOn(display.picture());
+        return switches.empty() || switches.front().top() < top + 100;
+    }));
+}
+
+TEST_F(RealEvents, changeByAnotherProgramIsSeenAtOnce) {
+    open();
+    const QString preferences = phone + "/var/mobile/Library/Preferences/";
+    ASSERT_TRUE(QDir().mkpath(preferences));
+    QFile file(preferences + "new.plist");
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("<plist version=\"1.0\"><dict><key>QuickSwitcher</key><false/></dict></plist>");
+    file.close();
+    ASSERT_TRUE(file.rename(preferences + "com.fenwary.trivel3.plist"));
+    EXPECT_TRUE(showsSwitchesOn(onAtFirst - 1));
+}
+
+TEST_F(RealEvents, lastPageIsThereAgain) {
+    open();
+    openOptions();
+    display.press(Display::LetterQ, {Display::Control});
+    ASSERT_TRUE(program.waitForFinished(patience));
+    EXPECT_EQ(program.exitCode(), 0);
+    start(program, {"--phone", phone, "--appearance", "light"});
+    waitForWindow();
+    ASSERT_TRUE(waitFor([this] { return !switchesOn(display.picture()).empty(); }));
+    display.press(Display::Home);
+    display.press(Display::Space);
+    EXPECT_TRUE(settingBecomes("ReachabilityMode", "<false/>")) << settings().toStdString();
+}
+
+}  // namespace desktop_tests

@@ -1,0 +1,128 @@
+// SPDX-License-Identifier: MIT
+#include "tests/desktop/virtual_display.h"
+
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
+
+#include <cstdlib>
+
+namespace desktop_tests {
+namespace {
+
+constexpr int patience = 30000;  // ms
+constexpr auto size = "800x900x24";
+
+struct Freer {
+    void operator()(void* reply) const { std::free(reply); }
+};
+template <class Reply>
+using Answer = std::unique_ptr<Reply, Freer>;
+
+template <class Reply>
+Answer<Reply> answer(Reply* reply) {
+    return Answer<Reply>(reply);
+}
+
+}  // namespace
+
+void VirtualDisplay::Closer::operator()(xcb_connection_t* connection) const {
+    xcb_disconnect(connection);
+}
+
+VirtualDisplay::VirtualDisplay() = default;
+
+VirtualDisplay::~VirtualDisplay() {
+    _connection.reset();
+    _server.terminate();
+    _server.waitForFinished(patience);
+}
+
+bool VirtualDisplay::start() {
+    // It tells the number that it has found free.
+    _server.start(TEST_XVFB, {"-displayfd", "1", "-screen", "0", size, "-nolisten", "tcp", "-noreset"});
+    while (!_server.canReadLine()) {
+        if (!_server.waitForReadyRead(patience)) return false;
+    }
+    _name = u':' + QString::fromLatin1(_server.readLine().trimmed());
+    _connection.reset(xcb_connect(_name.toLatin1().constData(), nullptr));
+    return xcb_connection_has_error(_connection.get()) == 0;
+}
+
+quint32 VirtualDisplay::root() const {
+    return xcb_setup_roots_iterator(xcb_get_setup(_connection.get())).data->root;
+}
+
+QImage VirtualDisplay::picture() const {
+    xcb_connection_t* x = _connection.get();
+    const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(x)).data;
+    const auto request = xcb_get_image(x, XCB_IMAGE_FORMAT_Z_PIXMAP, screen->root, 0, 0, screen->width_in_pixels,
+                                       screen->height_in_pixels, ~quint32{0});
+    const auto image = answer(xcb_get_image_reply(x, request, nullptr));
+    if (!image) return {};
+    return QImage(xcb_get_image_data(image.get()), screen->width_in_pixels, screen->height_in_pixels,
+                  QImage::Format_RGB32)
+        .copy();
+}
+
+// The topmost of those that are shown: programs have others, to talk to one another.
+quint32 VirtualDisplay::topWindow() const {
+    xcb_connection_t* x = _connection.get();
+    const auto tree = answer(xcb_query_tree_reply(x, xcb_query_tree(x, root()), nullptr));
+    const xcb_window_t* windows = tree ? xcb_query_tree_children(tree.get()) : nullptr;
+    for (int i = tree ? xcb_query_tree_children_length(tree.get()) : 0; i > 0; --i) {
+        const auto looks =
+            answer(xcb_get_window_attributes_reply(x, xcb_get_window_attributes(x, windows[i - 1]), nullptr));
+        if (looks && looks->map_state == XCB_MAP_STATE_VIEWABLE) return windows[i - 1];
+    }
+    return XCB_WINDOW_NONE;
+}
+
+QRect VirtualDisplay::window() const {
+    xcb_connection_t* x = _connection.get();
+    const quint32 window = topWindow();
+    if (window == XCB_WINDOW_NONE) return {};
+    const auto place = answer(xcb_get_geometry_reply(x, xcb_get_geometry(x, window), nullptr));
+    return place ? QRect(place->x, place->y, place->width, place->height) : QRect();
+}
+
+void VirtualDisplay::focusWindow() {
+    xcb_set_input_focus(_connection.get(), XCB_INPUT_FOCUS_PARENT, topWindow(), XCB_CURRENT_TIME);
+    xcb_flush(_connection.get());
+}
+
+void VirtualDisplay::send(quint8 kind, quint8 detail, QPoint at) {
+    xcb_test_fake_input(_connection.get(), kind, detail, XCB_CURRENT_TIME, root(), static_cast<qint16>(at.x()),
+                        static_cast<qint16>(at.y()), 0);
+    xcb_flush(_connection.get());
+}
+
+void VirtualDisplay::click(QPoint at, Button button) {
+    send(XCB_MOTION_NOTIFY, 0, at);
+    send(XCB_BUTTON_PRESS, button);
+    send(XCB_BUTTON_RELEASE, button);
+}
+
+quint8 VirtualDisplay::codeOf(Key key) const {
+    xcb_connection_t* x = _connection.get();
+    const xcb_setup_t* setup = xcb_get_setup(x);
+    const auto count = static_cast<quint8>(setup->max_keycode - setup->min_keycode + 1);
+    const auto map =
+        answer(xcb_get_keyboard_mapping_reply(x, xcb_get_keyboard_mapping(x, setup->min_keycode, count), nullptr));
+    if (!map) return 0;
+    const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(map.get());
+    for (int i = 0; i < count; ++i) {
+        if (symbols[i * map->keysyms_per_keycode] == key) return static_cast<quint8>(setup->min_keycode + i);
+    }
+    return 0;
+}
+
+void VirtualDisplay::press(Key key, std::vector<Key> modifiers) {
+    for (Key modifier : modifiers)
+        send(XCB_KEY_PRESS, codeOf(modifier));
+    send(XCB_KEY_PRESS, codeOf(key));
+    send(XCB_KEY_RELEASE, codeOf(key));
+    for (Key modifier : modifiers)
+        send(XCB_KEY_RELEASE, codeOf(modifier));
+}
+
+}  // namespace desktop_tests

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <QImage>
+#include <QPoint>
+#include <QProcess>
+#include <QRect>
+#include <QString>
+#include <memory>
+#include <vector>
+
+struct xcb_connection_t;
+
+namespace desktop_tests {
+
+/// An X display in memory, without a window manager, and a user before it. What the user does comes
+/// to programs as from a real mouse and real keys.
+class VirtualDisplay {
+public:
+    /// The keys that tests press, by their X names' values.
+    enum Key : quint32 {
+        Space = 0x20,
+        LetterQ = 0x71,
+        Home = 0xff50,
+        Up = 0xff52,
+        Down = 0xff54,
+        End = 0xff57,
+        Return = 0xff0d,
+        Escape = 0xff1b,
+        Left = 0xff51,
+        Control = 0xffe3,
+        Alt = 0xffe9
+    };
+    enum Button : quint8 { LeftButton = 1, WheelDown = 5, BackButton = 8 };
+
+    VirtualDisplay();
+    ~VirtualDisplay();
+
+    /// Starts the display under a number that is free. False when that does not work.
+    bool start();
+
+    /// What DISPLAY has to be.
+    const QString& name() const { return _name; }
+
+    /// What can be seen.
+    QImage picture() const;
+    /// Where the one window is; empty while there is none.
+    QRect window() const;
+    /// Gives the window the keyboard, as a window manager would.
+    void focusWindow();
+
+    void click(QPoint at, Button button = LeftButton);
+    void press(Key key, std::vector<Key> modifiers = {});
+
+private:
+    struct Closer {
+        void operator()(xcb_connection_t* connection) const;
+    };
+
+    quint32 root() const;
+    quint32 topWindow() const;
+    quint8 codeOf(Key key) const;
+    void send(quint8 kind, quint8 detail, QPoint at = {});
+
+    QProcess _server;
+    QString _name;
+    std::unique_ptr<xcb_connection_t, Closer> _connection;
+};
+
+}  // namespace desktop_tests
