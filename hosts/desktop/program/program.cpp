@@ -28,12 +28,19 @@ namespace {
 
 constexpr double usualFontSize = 17;
 
+// The system's own drawing is the crisper one, but places letters on whole pixels: where a point is a
+// broken number of them, the gaps become uneven.
+QQuickWindow::TextRenderType textRendering() {
+    const double scale = qGuiApp->devicePixelRatio();
+    return scale == std::floor(scale) ? QQuickWindow::NativeTextRendering : QQuickWindow::QtTextRendering;
+}
+
 void setUpApplication() {
     QGuiApplication::setApplicationName(QStringLiteral("trivel3-settings"));
     QGuiApplication::setApplicationVersion(QStringLiteral(TRIVEL3_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("com.fenwary.trivel3.Settings"));
     QGuiApplication::setFont(systemFont(usualFontSize));
-    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    QQuickWindow::setTextRenderType(textRendering());
 }
 
 int runScreenshots(OpenedPhone& phone, const Options& options, platform::SkipListener* skips) {
