@@ -36,7 +36,7 @@ PictureItem::PictureItem(QQuickItem* parent) : QQuickItem(parent) {
 void PictureItem::setPicture(const ImageHandle& picture) {
     if (_picture == picture) return;
     _picture = picture;
-    takePixels();
+    polish();
     setImplicitSize(picture.image ? picture.image->size().width : 0, picture.image ? picture.image->size().height : 0);
     emit pictureChanged();
 }
@@ -44,11 +44,12 @@ void PictureItem::setPicture(const ImageHandle& picture) {
 void PictureItem::setRadius(qreal radius) {
     if (qFuzzyCompare(_radius, radius)) return;
     _radius = radius;
-    takePixels();
+    polish();
     emit radiusChanged();
 }
 
-void PictureItem::takePixels() {
+// Once for all that has been set since the last picture.
+void PictureItem::updatePolish() {
     _pixels = _picture.image ? decoded(*_picture.image) : QImage();
     if (!_pixels.isNull() && _radius > 0) roundCorners(_pixels, _radius);
     _isNew = true;

@@ -30,11 +30,10 @@ signals:
     void radiusChanged();
 
 protected:
+    void updatePolish() override;
     QSGNode* updatePaintNode(QSGNode* old, UpdatePaintNodeData* data) override;
 
 private:
-    void takePixels();
-
     ImageHandle _picture;
     qreal _radius = 0;
     QImage _pixels;

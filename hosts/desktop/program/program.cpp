@@ -3,7 +3,6 @@
 
 #include <QGuiApplication>
 #include <QIcon>
-#include <QQuickWindow>
 #include <QScreen>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -17,6 +16,7 @@
 #include "hosts/desktop/program/folder_key.h"
 #include "hosts/desktop/program/live_services.h"
 #include "hosts/desktop/program/options.h"
+#include "hosts/desktop/program/renderer.h"
 #include "hosts/desktop/program/screenshots.h"
 #include "hosts/desktop/program/single_instance.h"
 #include "hosts/desktop/program/window_memory.h"
@@ -28,19 +28,12 @@ namespace {
 
 constexpr double usualFontSize = 17;
 
-// The system's own drawing is the crisper one, but places letters on whole pixels: where a point is a
-// broken number of them, the gaps become uneven.
-QQuickWindow::TextRenderType textRendering() {
-    const double scale = qGuiApp->devicePixelRatio();
-    return scale == std::floor(scale) ? QQuickWindow::NativeTextRendering : QQuickWindow::QtTextRendering;
-}
-
 void setUpApplication() {
     QGuiApplication::setApplicationName(QStringLiteral("trivel3-settings"));
     QGuiApplication::setApplicationVersion(QStringLiteral(TRIVEL3_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("com.fenwary.trivel3.Settings"));
     QGuiApplication::setFont(systemFont(usualFontSize));
-    QQuickWindow::setTextRenderType(textRendering());
+    chooseRenderer();
 }
 
 int runScreenshots(OpenedPhone& phone, const Options& options, platform::SkipListener* skips) {
