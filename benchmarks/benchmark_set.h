@@ -24,6 +24,8 @@ void addSettingsBenchmarks();
 void addPageBenchmarks();
 void addApplicationBenchmarks();
 void addProcessBenchmarks();
+/// Nothing where the window is not built.
+void addWindowBenchmarks();
 
 /// Prints how often the settings file is parsed and written in each step on a page: exact numbers,
 /// which no run changes.

@@ -18,6 +18,7 @@ int main(int argumentCount, char** arguments) {
     benchmarks::addPageBenchmarks();
     benchmarks::addApplicationBenchmarks();
     benchmarks::addProcessBenchmarks();
+    benchmarks::addWindowBenchmarks();
     benchmarks::RatioReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();

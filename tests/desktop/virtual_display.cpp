@@ -64,6 +64,16 @@ QImage VirtualDisplay::picture() const {
         .copy();
 }
 
+QRgb VirtualDisplay::pixel(QPoint at) const {
+    xcb_connection_t* x = _connection.get();
+    const auto request = xcb_get_image(x, XCB_IMAGE_FORMAT_Z_PIXMAP, root(), static_cast<qint16>(at.x()),
+                                       static_cast<qint16>(at.y()), 1, 1, ~quint32{0});
+    const auto image = answer(xcb_get_image_reply(x, request, nullptr));
+    if (!image) return qRgb(0, 0, 0);
+    const quint8* bytes = xcb_get_image_data(image.get());
+    return qRgb(bytes[2], bytes[1], bytes[0]);
+}
+
 // The topmost of those that are shown: programs have others, to talk to one another.
 quint32 VirtualDisplay::topWindow() const {
     xcb_connection_t* x = _connection.get();

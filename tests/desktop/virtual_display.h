@@ -44,6 +44,8 @@ public:
 
     /// What can be seen.
     QImage picture() const;
+    /// The colour of one pixel of it; black where there is nothing.
+    QRgb pixel(QPoint at) const;
     /// Where the one window is; empty while there is none.
     QRect window() const;
     /// Gives the window the keyboard, as a window manager would.

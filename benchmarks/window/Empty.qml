@@ -1,0 +1,6 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+
+Rectangle {
+    color: "#efeff4"
+}
