@@ -131,16 +131,6 @@ TEST_F(Program, reportsTheAnswersOfTheFileThatTheUserNames) {
     EXPECT_NE(QImage(plain + "/trivel-3-mail.png"), QImage(named + "/trivel-3-mail.png"));
 }
 
-TEST_F(Program, runsOnceForEachPhone) {
-    QProcess first;
-    start(first, {"--phone", phone});
-    ASSERT_TRUE(QTest::qWaitFor([this] { return isListening(); }, patience));
-    // Reached by another path, it is the same phone.
-    EXPECT_EQ(run({"--phone", phone + "/../phone/"}).status, 0);
-    EXPECT_EQ(first.state(), QProcess::Running);
-    end(first);
-}
-
 TEST_F(Program, endsInGoodOrderWhenItIsAskedTo) {
     QProcess process;
     start(process, {"--phone", phone});

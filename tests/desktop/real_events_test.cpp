@@ -174,6 +174,15 @@ TEST_F(RealEvents, changeByAnotherProgramIsSeenAtOnce) {
     EXPECT_TRUE(showsSwitchesOn(onAtFirst - 1));
 }
 
+// Not on the platform without a display, which complains when a window is to come forward.
+TEST_F(RealEvents, windowOfAPhoneThatIsOpenIsTheOnlyOne) {
+    open();
+    // Reached by another path, it is the same phone.
+    EXPECT_EQ(run({"--phone", phone + "/../phone/"}).status, 0);
+    EXPECT_EQ(program.state(), QProcess::Running);
+    EXPECT_TRUE(showsSwitchesOn(onAtFirst));
+}
+
 TEST_F(RealEvents, lastPageIsThereAgain) {
     open();
     openOptions();
