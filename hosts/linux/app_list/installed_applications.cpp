@@ -24,9 +24,11 @@ constexpr FileRation ration = {
     .names = 1'000'000,
     .bytes = std::size_t{512} << 20,
 };
-constexpr std::string_view rationSpent =
-    "this and what comes after it is not looked at: the search for applications may ask for 400000 files and "
-    "folders, list 1000000 names and read 512 MB";
+std::string rationSpent() {
+    return "this and what comes after it is not looked at: the search for applications may ask for " +
+           std::to_string(ration.calls) + " files and folders, list " + std::to_string(ration.names) +
+           " names and read " + std::to_string(ration.bytes >> 20) + " MB";
+}
 
 bool isApplicationFolder(std::string_view name) {
     constexpr std::string_view ending = ".app";
@@ -64,7 +66,7 @@ public:
             return true;
         };
         _found.erase(std::unique(_found.begin(), _found.end(), repeats), _found.end());
-        if (isSpent()) platform::tellSkipped(_skips, _files.firstRefused(), rationSpent);
+        if (isSpent()) platform::tellSkipped(_skips, _files.firstRefused(), rationSpent());
         return std::move(_found);
     }
 
