@@ -183,6 +183,14 @@ TEST_F(RealEvents, windowOfAPhoneThatIsOpenIsTheOnlyOne) {
     EXPECT_TRUE(showsSwitchesOn(onAtFirst));
 }
 
+TEST_F(RealEvents, openWindowTakesNoOtherOptionsAndSaysSo) {
+    open();
+    const Result second = run({"--phone", phone, "--appearance", "dark"});
+    EXPECT_EQ(second.status, 1);
+    EXPECT_TRUE(second.errors.contains("this phone's window is open already")) << second.errors.toStdString();
+    EXPECT_TRUE(showsSwitchesOn(onAtFirst));
+}
+
 TEST_F(RealEvents, lastPageIsThereAgain) {
     open();
     openOptions();

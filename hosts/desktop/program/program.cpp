@@ -73,11 +73,21 @@ void comeForward(QQuickView& view, const QByteArray& token) {
     view.requestActivate();
 }
 
+// What was asked of a window that is open already, and came to nothing, must not go unnoticed.
+int leaveToOpenWindow(const Options& options) {
+    const bool wantsAnother =
+        options.device != &usualDeviceShape() || options.dark || !options.deviceInformation.empty() || options.verbose;
+    if (!wantsAnother) return done;
+    return fail(failed,
+                "this phone's window is open already, and has come to the front as it is; close it first, for other "
+                "options than --phone to count");
+}
+
 int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone& phone, const Options& options,
               platform::SkipListener* skips) {
     const QString key = folderKey(phone.folder);
     SingleInstance instance(key);
-    if (instance.wakeOther()) return done;
+    if (instance.wakeOther()) return leaveToOpenWindow(options);
     instance.claim();
 
     DesktopTaste taste;
