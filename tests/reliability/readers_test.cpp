@@ -8,6 +8,7 @@
 #include "forked.h"
 #include "phone.h"
 #include "settings_count.h"
+#include "tests/kit/document_tables.h"
 #include "tests/kit/shared_counter.h"
 #include "tried_table.h"
 
@@ -79,7 +80,7 @@ int readAll(const Phone& phone, int reader, Readings& readings) {
 }
 
 void addFigures(Readings& readings) {
-    addToTables(
+    kit::addToTables(
         "**Readers while others write**\n\n"
         "| writers | readers | writes | readings | partial, empty or missing files |\n|--:|--:|--:|--:|--:|\n| " +
         std::to_string(writers) + " | " + std::to_string(readers) + " | " + std::to_string(writers * writesPerWriter) +

@@ -2,10 +2,10 @@
 #include "tried_table.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <fstream>
 #include <numeric>
 #include <sstream>
+
+#include "tests/kit/document_tables.h"
 
 namespace test {
 
@@ -20,7 +20,7 @@ std::size_t total(const Lines& lines, Member member) {
 }  // namespace
 
 TriedTable::~TriedTable() {
-    addToTables(text());
+    kit::addToTables(text());
 }
 
 void TriedTable::add(const std::string& line, Outcome outcome) {
@@ -52,10 +52,6 @@ std::string TriedTable::text() const {
     if (_lines.size() > 1) addLine({"*together*", tried(), total(_lines, &Line::isNew), lost()});
     text << '\n';
     return text.str();
-}
-
-void addToTables(const std::string& text) {
-    if (const char* file = std::getenv("TRIVEL3_TABLES")) std::ofstream(file, std::ios::app) << text;
 }
 
 }  // namespace test

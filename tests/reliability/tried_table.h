@@ -7,8 +7,8 @@
 
 namespace test {
 
-/// Counts what became of writes that met a fault, fault by fault. At its end it adds its lines to the file
-/// that the environment variable TRIVEL3_TABLES names, as a table for docs/reliability.md.
+/// Counts what became of writes that met a fault, fault by fault. At its end it adds its lines, as a
+/// table, to those for docs/reliability.md.
 class TriedTable {
 public:
     /// What became of one try.
@@ -41,8 +41,5 @@ private:
     std::string _firstColumn;
     std::vector<Line> _lines;
 };
-
-/// Adds text to that file, where one is named.
-void addToTables(const std::string& text);
 
 }  // namespace test

@@ -6,13 +6,18 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <iomanip>
 #include <map>
+#include <optional>
+#include <sstream>
 
 #include "drive.h"
 #include "expectations.h"
 #include "png_maker.h"
 #include "settings_files.h"
+#include "tests/kit/document_tables.h"
 
 namespace test {
 namespace {
@@ -37,7 +42,40 @@ std::string pictureWithoutItsLastRow(std::uint32_t side) {
     return std::string(pngSignature) + headerChunk(side, side) + chunk("IDAT", rows) + chunk("IEND", {});
 }
 
+// What the programs that a test has run took at most, test by test.
+class Figures {
+public:
+    void note(const std::string& test, const Outcome& outcome) {
+        Most& most = _byTest[test];
+        most.seconds = std::max(most.seconds, outcome.processorTime);
+        most.bytes = std::max(most.bytes, outcome.peakMemory);
+    }
+
+    std::string table() const {
+        std::ostringstream text;
+        text << std::fixed << std::setprecision(1)
+             << "**One run of `trivel3ctl` on a phone that attacks**\n\n"
+                "| phone | processor time, s | memory at the peak, MB |\n|---|--:|--:|\n";
+        for (const auto& [test, most] : _byTest) {
+            text << "| `" << test << "` | " << most.seconds << " | "
+                 << static_cast<double>(most.bytes) / static_cast<double>(megabyte) << " |\n";
+        }
+        return text.str() + "\n";
+    }
+
+private:
+    struct Most {
+        double seconds = 0;
+        std::size_t bytes = 0;
+    };
+
+    std::map<std::string, Most> _byTest;
+};
+
 struct AttackingPhone : testing::Test {
+    static void SetUpTestSuite() { figures.emplace(); }
+    static void TearDownTestSuite() { kit::addToTables(figures->table()); }
+
     AttackingPhone() {
         ctl.usePhone(phone.folder);
         fs::create_directories(phone.preferencesFolder());
@@ -45,6 +83,7 @@ struct AttackingPhone : testing::Test {
 
     // What sanitizers need for themselves is not the program's.
     static void expectPeakBelow(const Outcome& outcome, std::size_t bytes) {
+        figures->note(testing::UnitTest::GetInstance()->current_test_info()->name(), outcome);
 #ifndef TRIVEL3_SANITIZED
         EXPECT_LT(outcome.peakMemory, bytes);
 #endif
@@ -81,6 +120,7 @@ struct AttackingPhone : testing::Test {
         return lines;
     }
 
+    inline static std::optional<Figures> figures;
     Trivel3ctl ctl;
     Phone phone;
 };

@@ -36,6 +36,10 @@ Pipe makePipe() {
     return {Descriptor{ends[0]}, Descriptor{ends[1]}};
 }
 
+double secondsOf(const timeval& time) {
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+}
+
 std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
     std::vector<char*> pointers;
     for (const std::string& text : texts)
@@ -182,6 +186,7 @@ void RunningProgram::waitForEnd() {
         std::this_thread::sleep_for(std::chrono::milliseconds{1});
     }
     _peakMemory = static_cast<std::size_t>(usage.ru_maxrss) * 1024;
+    _processorTime = secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime);
     _status = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
 }
 
@@ -191,7 +196,8 @@ Outcome RunningProgram::finish() {
     while (_output.pipe.isOpen() || _errors.pipe.isOpen())
         exchange(false, deadline);
     if (!_status) waitForEnd();
-    return {*_status, std::exchange(_output.pending, {}), std::exchange(_errors.pending, {}), _peakMemory};
+    return {*_status, std::exchange(_output.pending, {}), std::exchange(_errors.pending, {}), _peakMemory,
+            _processorTime};
 }
 
 }  // namespace test

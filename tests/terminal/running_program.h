@@ -20,6 +20,7 @@ struct Outcome {
     std::string output;
     std::string errors;
     std::size_t peakMemory = 0;  ///< the most that it had, in bytes
+    double processorTime = 0;    ///< in seconds, the kernel's work for it included
 };
 
 /// A program at work, with pipes to its standard streams. Both of its outputs are taken in whenever
@@ -79,6 +80,7 @@ private:
     pid_t _process = -1;
     std::optional<int> _status;
     std::size_t _peakMemory = 0;
+    double _processorTime = 0;
     hosts::Descriptor _input;
     Stream _output;
     Stream _errors;
