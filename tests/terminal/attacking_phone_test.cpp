@@ -82,7 +82,7 @@ struct AttackingPhone : testing::Test {
     }
 
     // What sanitizers need for themselves is not the program's.
-    static void expectPeakBelow(const Outcome& outcome, std::size_t bytes) {
+    static void expectPeakBelow(const Outcome& outcome, [[maybe_unused]] std::size_t bytes) {
         figures->note(testing::UnitTest::GetInstance()->current_test_info()->name(), outcome);
 #ifndef TRIVEL3_SANITIZED
         EXPECT_LT(outcome.peakMemory, bytes);
