@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "hosts/linux/file_calls.h"
+#include "hosts/system/file_calls.h"
 #include "store/preference_store.h"
 
 namespace benchmarks {

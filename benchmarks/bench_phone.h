@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "benchmarks/temporary_folder.h"
-#include "hosts/linux/phone_file_system.h"
+#include "hosts/phones/phone_file_system.h"
 #include "hosts/session/composers.h"
 #include "hosts/session/quiet_services.h"
 #include "hosts/session/settings_session.h"

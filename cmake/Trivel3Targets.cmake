@@ -61,3 +61,13 @@ function(trivel3_folder target folder)
     target_include_directories(${target} PUBLIC ${visible})
     target_link_libraries(${target} PRIVATE trivel3_compile_options)
 endfunction()
+
+# trivel3_module(TARGET FOLDER SOURCES): a module of the sources in FOLDER/SOURCES that a program loads
+# when it first needs the library that the module brings in.
+function(trivel3_module target folder sources)
+    file(GLOB module_sources CONFIGURE_DEPENDS ${sources}/*.cpp)
+    add_library(${target} MODULE ${module_sources})
+    trivel3_folder(${target} ${folder})
+    set_target_properties(${target} PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${TRIVEL3_STAGING}/${TRIVEL3_MODULES})
+    install(TARGETS ${target} LIBRARY DESTINATION ${TRIVEL3_MODULES})
+endfunction()

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "hosts/desktop/program/desktop_session.h"
-#include "hosts/linux/phone_file_system.h"
+#include "hosts/phones/phone_file_system.h"
 #include "hosts/session/composers.h"
 #include "hosts/session/quiet_services.h"
 

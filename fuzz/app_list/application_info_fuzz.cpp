@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/linux/app_list/icon_names.h"
-#include "hosts/linux/app_list/installed_application.h"
-#include "hosts/linux/app_list/one_line_name.h"
+#include "hosts/app_list/icon_names.h"
+#include "hosts/app_list/installed_application.h"
+#include "hosts/app_list/one_line_name.h"
 #include "platform/foundation/utf8.h"
 
 namespace {

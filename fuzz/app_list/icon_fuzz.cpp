@@ -9,8 +9,8 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/linux/app_list/picture_scaling.h"
-#include "hosts/linux/app_list/png_picture.h"
+#include "hosts/app_list/picture_scaling.h"
+#include "hosts/app_list/png_picture.h"
 
 namespace {
 

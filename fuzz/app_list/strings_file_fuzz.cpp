@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "hosts/linux/app_list/strings_file.h"
+#include "hosts/app_list/strings_file.h"
 #include "platform/foundation/utf8.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -5,7 +5,7 @@
 
 #include "fuzz/require.h"
 #include "fuzz/session/page_rows.h"
-#include "hosts/linux/app_list/application_list.h"
+#include "hosts/app_list/application_list.h"
 #include "hosts/session/device_shape.h"
 #include "platform/foundation/property_list.h"
 #include "store/exceptions_file.h"

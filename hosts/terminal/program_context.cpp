@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/program_context.h"
 
-#include "hosts/linux/opened_phone.h"
+#include "hosts/session/opened_phone.h"
 
 namespace hosts::terminal {
 

@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
-#include "hosts/linux/inspected_phone.h"
-#include "hosts/linux/installation.h"
+#include "hosts/phones/inspected_phone.h"
+#include "hosts/session/installation.h"
 #include "hosts/session/phone_options.h"
 #include "hosts/session/skip_lines.h"
 

@@ -10,8 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "hosts/linux/app_list/png_file.h"
-#include "hosts/linux/app_list/png_picture.h"
+#include "hosts/app_list/png_file.h"
+#include "hosts/app_list/png_picture.h"
 #include "png_maker.h"
 
 namespace app_list_test {

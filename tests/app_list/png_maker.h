@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/linux/app_list/picture.h"
+#include "hosts/app_list/picture.h"
 
 namespace app_list_test {
 

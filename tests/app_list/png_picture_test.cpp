@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/linux/app_list/png_picture.h"
+#include "hosts/app_list/png_picture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/linux/app_list/png_file.h"
+#include "hosts/app_list/png_file.h"
 #include "png_maker.h"
 
 namespace app_list_test {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/linux/app_list/strings_file.h"
+#include "hosts/app_list/strings_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "hosts/desktop/program/desktop_session.h"
-#include "hosts/linux/phone_file_system.h"
+#include "hosts/phones/phone_file_system.h"
 #include "hosts/session/composers.h"
 #include "hosts/session/quiet_services.h"
 #include "tests/kit/temporary_folder.h"

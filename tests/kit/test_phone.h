@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/linux/file_calls.h"
-#include "hosts/linux/phone_file_system.h"
+#include "hosts/phones/phone_file_system.h"
+#include "hosts/system/file_calls.h"
 #include "platform/foundation/value.h"
 #include "platform/services/file_system.h"
 #include "tests/kit/event.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/linux/default_phone.h"
+#include "hosts/phones/default_phone.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/linux/installation.h"
+#include "hosts/session/installation.h"
 
 #include <gtest/gtest.h>
 #include <stdlib.h>

@@ -4,8 +4,8 @@
 // Usage: notification_listener MODULE
 #include <cstdio>
 
-#include "hosts/linux/session_notify_center.h"
-#include "hosts/linux/stop_signals.h"
+#include "hosts/notifications/session_notify_center.h"
+#include "hosts/system/stop_signals.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 // Usage: notification_poster MODULE NAME…
 #include <cstdio>
 
-#include "hosts/linux/session_notify_center.h"
+#include "hosts/notifications/session_notify_center.h"
 
 int main(int argc, char** argv) {
     if (argc < 2) return 2;

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "hosts/linux/phone_file_system.h"
+#include "hosts/phones/phone_file_system.h"
 #include "temporary_folder.h"
 
 namespace test {

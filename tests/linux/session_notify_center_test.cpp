@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/linux/session_notify_center.h"
+#include "hosts/notifications/session_notify_center.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -8,7 +8,7 @@
 #include <string>
 #include <system_error>
 
-#include "hosts/linux/descriptor.h"
+#include "hosts/system/descriptor.h"
 
 namespace test {
 

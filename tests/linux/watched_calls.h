@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/linux/file_calls.h"
+#include "hosts/system/file_calls.h"
 
 namespace test {
 

@@ -12,9 +12,9 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/linux/mail_sender.h"
-#include "hosts/linux/post_link.h"
-#include "hosts/linux/url_opener.h"
+#include "hosts/hand_over/mail_sender.h"
+#include "hosts/hand_over/post_link.h"
+#include "hosts/hand_over/url_opener.h"
 #include "tests/kit/test_platform.h"
 
 namespace {

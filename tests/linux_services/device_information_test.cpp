@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/linux/device_information.h"
+#include "hosts/phones/device_information.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 
-#include "hosts/linux/phone_file_system.h"
+#include "hosts/phones/phone_file_system.h"
 #include "platform/foundation/property_list.h"
 #include "temporary_folder.h"
 #include "tests/kit/test_phone.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What reaches the user's mail program.
-#include "hosts/linux/mail_sender.h"
+#include "hosts/hand_over/mail_sender.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/linux/module_function.h"
+#include "hosts/system/module_function.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "hosts/linux/mail/message_writer.h"
+#include "hosts/hand_over/message_writer.h"
 #include "temporary_folder.h"
 
 namespace {

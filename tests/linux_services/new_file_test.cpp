@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/linux/new_file.h"
+#include "hosts/hand_over/new_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/linux/post_link.h"
+#include "hosts/hand_over/post_link.h"
 
 #include <gtest/gtest.h>
 

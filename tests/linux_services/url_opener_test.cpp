@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/linux/url_opener.h"
+#include "hosts/hand_over/url_opener.h"
 
 #include <fcntl.h>
 #include <gmock/gmock.h>
@@ -7,7 +7,7 @@
 
 #include <chrono>
 
-#include "hosts/linux/descriptor.h"
+#include "hosts/system/descriptor.h"
 #include "test_desktop.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <cerrno>
 
 #include "expectations.h"
-#include "hosts/linux/error_text.h"
+#include "hosts/system/error_text.h"
 #include "platform/foundation/property_list.h"
 #include "settings_count.h"
 #include "traced_set.h"

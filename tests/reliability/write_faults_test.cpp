@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <set>
 
-#include "hosts/linux/error_text.h"
+#include "hosts/system/error_text.h"
 #include "tried_table.h"
 #include "watched_calls.h"
 #include "write_situations.h"

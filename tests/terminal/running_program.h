@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/linux/descriptor.h"
+#include "hosts/system/descriptor.h"
 
 namespace test {
 

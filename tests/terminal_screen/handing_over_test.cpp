@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "hosts/linux/session_notify_center.h"
+#include "hosts/notifications/session_notify_center.h"
 #include "private_bus.h"
 #include "tests/terminal_screen/opened_screen.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/program/linux_hand_over.h"
 
-#include "hosts/linux/post_link.h"
+#include "hosts/hand_over/post_link.h"
 
 namespace hosts::desktop {
 namespace {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "hosts/desktop/model/hand_over.h"
-#include "hosts/linux/mail_sender.h"
-#include "hosts/linux/url_opener.h"
+#include "hosts/hand_over/mail_sender.h"
+#include "hosts/hand_over/url_opener.h"
 
 namespace hosts::desktop {
 

@@ -3,11 +3,11 @@
 
 #include "hosts/desktop/program/linux_hand_over.h"
 #include "hosts/desktop/program/noted_files.h"
-#include "hosts/linux/desktop.h"
-#include "hosts/linux/device_information.h"
-#include "hosts/linux/opened_phone.h"
-#include "hosts/linux/session_notify_center.h"
+#include "hosts/hand_over/desktop.h"
+#include "hosts/notifications/session_notify_center.h"
+#include "hosts/phones/device_information.h"
 #include "hosts/session/composers.h"
+#include "hosts/session/opened_phone.h"
 #include "hosts/session/settings_session.h"
 
 namespace hosts::desktop {

@@ -20,8 +20,8 @@
 #include "hosts/desktop/program/screenshots.h"
 #include "hosts/desktop/program/single_instance.h"
 #include "hosts/desktop/program/window_memory.h"
-#include "hosts/linux/stop_signals.h"
 #include "hosts/session/skip_lines.h"
+#include "hosts/system/stop_signals.h"
 
 namespace hosts::desktop {
 namespace {

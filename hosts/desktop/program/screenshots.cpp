@@ -8,7 +8,7 @@
 #include <QRegularExpression>
 
 #include "hosts/desktop/program/desktop_session.h"
-#include "hosts/linux/device_information.h"
+#include "hosts/phones/device_information.h"
 #include "hosts/session/composers.h"
 #include "hosts/session/page_snapshot.h"
 #include "hosts/session/quiet_services.h"

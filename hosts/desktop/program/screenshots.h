@@ -4,7 +4,7 @@
 #include <string>
 
 #include "hosts/desktop/program/options.h"
-#include "hosts/linux/opened_phone.h"
+#include "hosts/session/opened_phone.h"
 
 namespace hosts::desktop {
 

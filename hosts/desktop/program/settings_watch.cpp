@@ -3,7 +3,7 @@
 
 #include <fcntl.h>
 
-#include "hosts/linux/confined_open.h"
+#include "hosts/phones/confined_open.h"
 
 namespace hosts::desktop {
 namespace {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "hosts/desktop/program/noted_files.h"
-#include "hosts/linux/descriptor.h"
+#include "hosts/system/descriptor.h"
 
 namespace hosts::desktop {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <iostream>
 
-#include "hosts/linux/device_information.h"
-#include "hosts/linux/session_notify_center.h"
+#include "hosts/notifications/session_notify_center.h"
+#include "hosts/phones/device_information.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/drive/drive_session.h"
 #include "hosts/terminal/exit_status.h"

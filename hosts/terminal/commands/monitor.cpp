@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <cstdio>
 
-#include "hosts/linux/notification_stream.h"
-#include "hosts/linux/stop_signals.h"
+#include "hosts/notifications/notification_stream.h"
+#include "hosts/system/stop_signals.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/observed_content.h"
 #include "hosts/terminal/commands/settings_command.h"

@@ -7,8 +7,8 @@
 #include <memory>
 #include <system_error>
 
-#include "hosts/linux/error_text.h"
-#include "hosts/linux/phone_file_system.h"
+#include "hosts/phones/phone_file_system.h"
+#include "hosts/system/error_text.h"
 
 namespace hosts::terminal {
 namespace {

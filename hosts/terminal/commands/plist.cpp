@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <cerrno>
 
-#include "hosts/linux/error_text.h"
-#include "hosts/linux/fault_place.h"
+#include "hosts/phones/fault_place.h"
+#include "hosts/system/error_text.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/output_file.h"
 #include "hosts/terminal/exit_status.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/linux/session_notify_center.h"
+#include "hosts/notifications/session_notify_center.h"
 #include "hosts/session/composers.h"
 #include "hosts/session/quiet_services.h"
 #include "hosts/session/settings_session.h"

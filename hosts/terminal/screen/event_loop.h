@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "hosts/linux/notification_stream.h"
+#include "hosts/notifications/notification_stream.h"
 #include "hosts/terminal/screen/curses_terminal.h"
 #include "hosts/terminal/screen/file_watch.h"
 #include "hosts/terminal/screen/screen_signals.h"

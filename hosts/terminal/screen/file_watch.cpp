@@ -5,7 +5,7 @@
 
 #include <utility>
 
-#include "hosts/linux/confined_open.h"
+#include "hosts/phones/confined_open.h"
 
 namespace hosts::terminal::screen {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/linux/descriptor.h"
+#include "hosts/system/descriptor.h"
 
 namespace hosts::terminal::screen {
 

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "hosts/linux/mail_sender.h"
+#include "hosts/hand_over/mail_sender.h"
 #include "hosts/terminal/screen/button_row.h"
 #include "hosts/terminal/screen/notices.h"
 #include "hosts/terminal/screen/screen_text.h"

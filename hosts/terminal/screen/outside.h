@@ -4,12 +4,12 @@
 #include <optional>
 #include <string>
 
-#include "hosts/linux/desktop.h"
-#include "hosts/linux/device_information.h"
-#include "hosts/linux/mail_sender.h"
-#include "hosts/linux/session_notify_center.h"
-#include "hosts/linux/url_opener.h"
-#include "hosts/linux/xdg_programs.h"
+#include "hosts/hand_over/desktop.h"
+#include "hosts/hand_over/mail_sender.h"
+#include "hosts/hand_over/url_opener.h"
+#include "hosts/hand_over/xdg_programs.h"
+#include "hosts/notifications/session_notify_center.h"
+#include "hosts/phones/device_information.h"
 #include "hosts/session/composers.h"
 #include "hosts/session/settings_session.h"
 #include "hosts/terminal/commands/watched_writes.h"

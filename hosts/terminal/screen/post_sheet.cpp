@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/screen/post_sheet.h"
 
-#include "hosts/linux/post_link.h"
+#include "hosts/hand_over/post_link.h"
 #include "hosts/terminal/screen/text_field.h"
 
 namespace hosts::terminal::screen {

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "hosts/linux/url_opener.h"
+#include "hosts/hand_over/url_opener.h"
 #include "hosts/terminal/screen/button_row.h"
 #include "hosts/terminal/screen/line_editor.h"
 #include "hosts/terminal/screen/notices.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/linux/arriving_signals.h"
+#include "hosts/system/arriving_signals.h"
 
 namespace hosts::terminal::screen {
 

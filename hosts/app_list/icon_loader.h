@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+
+#include "hosts/app_list/installed_application.h"
+#include "hosts/app_list/rationed_files.h"
+#include "platform/services/file_system.h"
+#include "platform/services/skip_listener.h"
+#include "platform/ui/device.h"
+#include "platform/ui/image.h"
+
+namespace hosts {
+
+/// The device that an icon is for.
+struct IconTarget {
+    int points = 0;
+    double scale = 1;
+    platform::UIDevice device;
+};
+
+/// What all icons together may cost from one look at the applications to the next. A phone may have
+/// very many applications, each with an icon that takes long to read.
+struct IconRation {
+    FileRation files;
+    std::uint64_t pixels;  ///< of all pictures that are decoded
+};
+
+/// Enough for a hundred thousand applications whose icons are what icons are.
+inline constexpr IconRation usualIconRation = {
+    .files = {.calls = 2'000'000, .names = 0, .bytes = std::size_t{2} << 30},
+    .pixels = std::uint64_t{1} << 29,
+};
+
+/// Where icons come from.
+struct IconSource {
+    const platform::FileSystem& files;
+    IconRation& ration;  ///< what is left of it
+    platform::SkipListener* skips = nullptr;
+};
+
+/// Reads an application's icon: of the files that its names stand for, the one that fits the wanted
+/// size best, made smaller where it is larger. The image is named by the application's identifier and
+/// measures `points` on each side; it has fewer pixels than the device could show when there is no
+/// larger file. Null when no file holds a picture that can be read, or the ration has run out.
+std::shared_ptr<const platform::UIImage> loadIcon(const IconSource& source, const InstalledApplication& application,
+                                                  const IconTarget& target);
+
+}  // namespace hosts

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/hand_over/url_opener.h"
+
+#include <algorithm>
+#include <array>
+
+namespace hosts {
+
+namespace {
+
+constexpr std::array<std::string_view, 5> openedSchemes{"https", "tweetbot", "twitter", "cydia", "mailto"};
+
+// Schemes count the same in capital letters.
+std::string schemeOf(std::string_view url) {
+    std::string scheme{url.substr(0, std::min(url.find(':'), url.size()))};
+    for (char& letter : scheme) {
+        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+    }
+    return url.find(':') == std::string_view::npos ? std::string{} : scheme;
+}
+
+bool isOpened(std::string_view scheme) {
+    return std::ranges::find(openedSchemes, scheme) != openedSchemes.end();
+}
+
+bool hasBlankOrControl(std::string_view url) {
+    return std::ranges::any_of(url, [](char letter) { return static_cast<unsigned char>(letter) <= ' '; });
+}
+
+}  // namespace
+
+bool UrlOpener::canOpenURL(std::string_view url) {
+    const std::string scheme = schemeOf(url);
+    return isOpened(scheme) && _desktop.handlerOfScheme(scheme).has_value();
+}
+
+bool UrlOpener::openURL(std::string_view url) {
+    _lastError.clear();
+    if (!isOpened(schemeOf(url))) {
+        _lastError = "addresses of this kind are not opened: " + schemeOf(url) + ":";
+        return false;
+    }
+    if (hasBlankOrControl(url)) {
+        _lastError = "an address has neither blanks nor control characters in it";
+        return false;
+    }
+    return _programs.run({"xdg-open", std::string{url}}, _lastError);
+}
+
+}  // namespace hosts

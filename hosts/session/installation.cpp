@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/session/installation.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
+
+#include "hosts/system/error_text.h"
+
+namespace hosts {
+
+namespace {
+
+std::string absolutePath(std::string_view path) {
+    std::error_code ignored;
+    return std::filesystem::absolute(path, ignored).lexically_normal().string();
+}
+
+}  // namespace
+
+Installation installationAround(std::string_view executable, std::string_view systemImage) {
+    const std::filesystem::path prefix = std::filesystem::path{executable}.parent_path().parent_path();
+    Installation installation;
+    installation.modules = (prefix / "lib/trivel3").string();
+    installation.data = (prefix / "share/trivel3").string();
+    installation.systemImage = systemImage.empty() ? installation.modules + "/system" : absolutePath(systemImage);
+    return installation;
+}
+
+std::optional<Installation> findInstallation(std::string& error) {
+    std::array<char, PATH_MAX> executable;
+    const ssize_t length = ::readlink("/proc/self/exe", executable.data(), executable.size());
+    if (length < 0) {
+        error = "cannot tell where this program is installed: /proc/self/exe: " + errorText(errno);
+        return std::nullopt;
+    }
+    const char* systemImage = ::secure_getenv("TRIVEL3_SYSTEM_IMAGE");
+    return installationAround({executable.data(), static_cast<std::size_t>(length)},
+                              systemImage == nullptr ? "" : systemImage);
+}
+
+}  // namespace hosts

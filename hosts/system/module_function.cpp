@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/system/module_function.h"
+
+#include <dlfcn.h>
+
+namespace hosts {
+
+void* loadSymbol(const std::string& module, const char* name, const char* purpose, std::string& error) {
+    void* const loaded = ::dlopen(module.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    void* const symbol = loaded == nullptr ? nullptr : ::dlsym(loaded, name);
+    if (symbol == nullptr) {
+        const char* const reason = ::dlerror();
+        error = std::string{"cannot load "} + purpose + ": " + (reason == nullptr ? module : reason);
+    }
+    return symbol;
+}
+
+}  // namespace hosts
