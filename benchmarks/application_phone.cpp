@@ -35,8 +35,8 @@ ApplicationPhone::ApplicationPhone(std::size_t applications, Durability durabili
     installSampleApplications(folder(), applications);
     BenchPhone program(BenchPhone::Existing{folder()}, durability);
     for (const TickPage* kind : {&closeAllAppsPage, &exceptionsPage}) {
-        const platform::Value content(kind->content(applications));
-        program.files().writeFileAtomically(kind->file, *platform::writeXmlPropertyList(content).bytes);
+        program.platform().dictionaries.edit(
+            kind->file, [content = kind->content(applications)](const platform::Dictionary&) { return content; });
     }
 }
 

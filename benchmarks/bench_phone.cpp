@@ -18,9 +18,38 @@ public:
 
 }  // namespace
 
+platform::Result<platform::Stamp> CountingFileSystem::readFile(std::string_view path, std::string& contents,
+                                                               std::size_t limit) const {
+    auto stamp = _files.readFile(path, contents, limit);
+    noteRead(path, contents);
+    return stamp;
+}
+
+platform::Result<platform::Stamp> CountingFileSystem::changeFile(std::string_view path,
+                                                                 const platform::Change& change) {
+    ++counts.writes;
+    return _files.changeFile(path, [&](std::optional<std::string_view> held) {
+        noteRead(path, held.value_or(""));
+        return change(held);
+    });
+}
+
+void CountingFileSystem::noteRead(std::string_view path, std::string_view contents) const {
+    ++counts.readings;
+    std::string& last = _lastRead[std::string(path)];
+    if (last == contents) return;
+    ++counts.parsings;
+    last = contents;
+}
+
 BenchPhone::BenchPhone(std::string_view settings, Durability durability)
     : BenchPhone(std::make_unique<TemporaryFolder>(durability), durability) {
-    if (!settings.empty()) _files->writeFileAtomically(trivel3::PreferenceStore::settingsFile, settings);
+    if (settings.empty()) return;
+    const auto made = _files->changeFile(trivel3::PreferenceStore::settingsFile,
+                                         [settings = std::string(settings)](std::optional<std::string_view>) {
+                                             return platform::Result<std::string>(settings);
+                                         });
+    if (!made) throw std::runtime_error(made.error().text());
 }
 
 BenchPhone::BenchPhone(std::unique_ptr<TemporaryFolder> made, Durability durability)
@@ -31,15 +60,15 @@ BenchPhone::BenchPhone(std::unique_ptr<TemporaryFolder> made, Durability durabil
 BenchPhone::BenchPhone(const Existing& phone, Durability durability) : _folder(phone.folder) {
     _calls = durability == Durability::flushed ? std::make_unique<hosts::FileCalls>()
                                                : std::make_unique<UnflushedFileCalls>();
-    std::string error;
-    auto files = hosts::PhoneFileSystem::open(_folder, error, *_calls);
-    if (!files) throw std::runtime_error(error);
+    auto files = hosts::PhoneFileSystem::open(_folder, *_calls);
+    if (!files) throw std::runtime_error(files.error().text());
     _files = std::make_unique<hosts::PhoneFileSystem>(*std::move(files));
     _counting = std::make_unique<CountingFileSystem>(*_files);
-    _session = std::make_unique<hosts::SettingsSession>(
-        hosts::SessionServices{*_counting, _notifications, _application, _deviceQuery, _composers, _composers},
-        TRIVEL3_STAGING "/lib/trivel3/system", hosts::usualDeviceShape());
-    if (!_session->loadPane(error)) throw std::runtime_error(error);
+    _device = std::make_unique<hosts::DeviceInformation>(*_counting, _folder);
+    auto session = hosts::SettingsSession::load({*_counting, _notifications, _application, *_device},
+                                                TRIVEL3_STAGING "/lib/trivel3/system", hosts::usualDeviceShape());
+    if (!session) throw std::runtime_error(session.error().text());
+    _session = *std::move(session);
 }
 
 std::string BenchPhone::settingsPath() const {

@@ -2,14 +2,15 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 
 #include "benchmarks/temporary_folder.h"
+#include "hosts/phones/device_information.h"
 #include "hosts/phones/phone_file_system.h"
-#include "hosts/session/composers.h"
-#include "hosts/session/quiet_services.h"
+#include "hosts/session/services.h"
 #include "hosts/session/settings_session.h"
 
 namespace benchmarks {
@@ -20,21 +21,30 @@ public:
     explicit CountingFileSystem(platform::FileSystem& files) : _files(files) {}
 
     using platform::FileSystem::readFile;
-    bool readFile(std::string_view path, std::string& contents, std::size_t limit) const override {
-        ++reads;
-        return _files.readFile(path, contents, limit);
+    platform::Result<platform::Stamp> look(std::string_view path) const override {
+        ++counts.looks;
+        return _files.look(path);
     }
-    std::vector<std::string> listFolder(std::string_view path) const override { return _files.listFolder(path); }
-    bool writeFileAtomically(std::string_view path, std::string_view contents) override {
-        ++writes;
-        return _files.writeFileAtomically(path, contents);
+    platform::Result<platform::Stamp> readFile(std::string_view path, std::string& contents,
+                                               std::size_t limit) const override;
+    platform::Result<std::vector<std::string>> listFolder(std::string_view path) const override {
+        return _files.listFolder(path);
     }
+    platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change& change) override;
 
-    mutable std::size_t reads = 0;
-    std::size_t writes = 0;
+    struct Counts {
+        std::size_t looks = 0;     ///< questions for a file's stamp alone
+        std::size_t readings = 0;  ///< those for a change included
+        std::size_t parsings = 0;  ///< readings that gave something else than the one before
+        std::size_t writes = 0;
+    };
+    mutable Counts counts;
 
 private:
+    void noteRead(std::string_view path, std::string_view contents) const;
+
     platform::FileSystem& _files;
+    mutable std::map<std::string, std::string, std::less<>> _lastRead;
 };
 
 /// A phone and a platform to run pages on it. Nobody listens to its notifications.
@@ -57,6 +67,9 @@ public:
     platform::Platform& platform() { return _session->platform(); }
     CountingFileSystem& files() { return *_counting; }
 
+    /// What follows is another turn.
+    void drawn() { _session->drawn(); }
+
 private:
     BenchPhone(std::unique_ptr<TemporaryFolder> made, Durability durability);
 
@@ -67,8 +80,7 @@ private:
     std::unique_ptr<CountingFileSystem> _counting;
     hosts::QuietNotifyCenter _notifications;
     hosts::QuietApplication _application;
-    hosts::QuietDeviceQuery _deviceQuery;
-    hosts::Composers _composers;
+    std::unique_ptr<hosts::DeviceInformation> _device;
     std::unique_ptr<hosts::SettingsSession> _session;
 };
 

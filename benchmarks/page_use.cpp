@@ -26,6 +26,7 @@ std::shared_ptr<platform::PSListController> openPage(BenchPhone& phone, const ch
     page->view();
     page->viewWillAppear(false);
     produceScreen(*page);
+    phone.drawn();
     return page;
 }
 

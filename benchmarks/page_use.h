@@ -18,7 +18,7 @@ std::shared_ptr<platform::PSListController> makePage(BenchPhone& phone, const ch
 /// Produces the cells of one screen, from this section on, and keeps none. Says how many.
 std::size_t produceScreen(platform::PSListController& page, std::size_t firstSection = 0);
 
-/// What a user waits for: the page made, loaded and its first screen produced.
+/// What a user waits for: the page made, loaded and its first screen produced, which ends the turn.
 std::shared_ptr<platform::PSListController> openPage(BenchPhone& phone, const char* className);
 
 }  // namespace benchmarks

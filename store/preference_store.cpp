@@ -1,45 +1,47 @@
 // SPDX-License-Identifier: MIT
 #include "store/preference_store.h"
 
+#include <string>
 #include <utility>
 
-#include "store/phone_property_list.h"
 #include "store/settings_catalogue.h"
 
 namespace trivel3 {
+namespace {
 
-std::optional<platform::Value> PreferenceStore::storedValueForKey(std::string_view key) const {
-    return readPhoneDictionaryEntry(_platform.files, settingsFile, key);
+using platform::Dictionary;
+using platform::Value;
+
+std::optional<Value> entryOf(const Dictionary& content, std::string_view key) {
+    const Value* value = content.find(key);
+    return value ? std::optional(*value) : std::nullopt;
 }
 
-platform::PropertyListNestedLookup PreferenceStore::storedEntryForKey(std::string_view key,
-                                                                      std::string_view entry) const {
-    return lookUpPhoneDictionaryEntry(_platform.files, settingsFile, key, entry);
+}  // namespace
+
+std::optional<Value> PreferenceStore::storedValueForKey(std::string_view key) const {
+    const auto content = _platform.dictionaries.read(settingsFile);
+    return content ? entryOf(*content, key) : std::nullopt;
 }
 
-std::optional<platform::Value> PreferenceStore::preferenceForKey(std::string_view key) const {
+std::optional<Value> PreferenceStore::preferenceForKey(std::string_view key) const {
     auto stored = storedValueForKey(key);
     return stored ? stored : SettingsCatalogue::defaultForKey(key);
 }
 
-void PreferenceStore::setPreferenceForKey(platform::Value value, std::string_view key) {
-    platform::Dictionary content = currentContent();
-    content.set(key, std::move(value));
-    replaceContent(content);
+void PreferenceStore::setPreferenceForKey(Value value, std::string_view key) {
+    changePreferenceForKey(key, [value = std::move(value)](const std::optional<Value>&) { return value; });
 }
 
-void PreferenceStore::removePreferenceForKey(std::string_view key) {
-    platform::Dictionary content = currentContent();
-    content.remove(key);
-    replaceContent(content);
-}
-
-platform::Dictionary PreferenceStore::currentContent() const {
-    return readPhoneDictionary(_platform.files, settingsFile).value_or(platform::Dictionary());
-}
-
-void PreferenceStore::replaceContent(const platform::Dictionary& content) {
-    writePhoneDictionary(_platform.files, settingsFile, content);
+void PreferenceStore::changePreferenceForKey(std::string_view key, const ValueChange& change) {
+    _platform.dictionaries.edit(settingsFile, [key = std::string(key), change](Dictionary held) {
+        if (auto value = change(entryOf(held, key))) {
+            held.set(key, *std::move(value));
+        } else {
+            held.remove(key);
+        }
+        return held;
+    });
     _platform.notifications.postNotification(changeNotification);
 }
 

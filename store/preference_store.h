@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string_view>
 
-#include "platform/foundation/property_list.h"
 #include "platform/foundation/value.h"
 #include "platform/services/platform.h"
 
@@ -27,20 +27,17 @@ public:
     /// is replaced by one that holds just this key.
     void setPreferenceForKey(platform::Value value, std::string_view key);
 
-    /// As `setPreferenceForKey`, but takes the key out.
-    void removePreferenceForKey(std::string_view key);
+    /// What is to become of a key's value: nothing stands for a key that the file does not hold.
+    using ValueChange = std::function<std::optional<platform::Value>(std::optional<platform::Value> held)>;
+
+    /// As `setPreferenceForKey`, for a value that depends on the one that is there: `change` makes it from what the
+    /// newest file holds. It captures by value, and may be called again. Nothing takes the key out.
+    void changePreferenceForKey(std::string_view key, const ValueChange& change);
 
     /// The file's value, without a default.
     std::optional<platform::Value> storedValueForKey(std::string_view key) const;
 
-    /// What the file holds under `entry` of the dictionary that it holds under `key`, for dictionaries
-    /// that are too large to be made for the sake of one entry.
-    platform::PropertyListNestedLookup storedEntryForKey(std::string_view key, std::string_view entry) const;
-
 private:
-    platform::Dictionary currentContent() const;
-    void replaceContent(const platform::Dictionary& content);
-
     platform::Platform& _platform;
 };
 

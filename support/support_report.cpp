@@ -7,7 +7,6 @@
 
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/utf8.h"
-#include "store/phone_property_list.h"
 #include "store/preference_store.h"
 
 namespace trivel3 {
@@ -32,9 +31,9 @@ platform::Value packages(const platform::FileSystem& files) {
     return platform::Value(std::move(text));
 }
 
-platform::Value storedPreferences(const platform::FileSystem& files) {
-    auto content = readPhoneDictionary(files, PreferenceStore::settingsFile);
-    return content ? platform::Value(*std::move(content)) : platform::Value(platform::Null());
+platform::Value storedPreferences(platform::Platform& platform) {
+    // A null pointer gives the null object.
+    return platform::Value(platform.dictionaries.read(PreferenceStore::settingsFile));
 }
 
 }  // namespace
@@ -44,7 +43,7 @@ std::optional<std::string> encodedSupportReport(platform::Platform& platform) {
     for (std::string_view key : deviceKeys)
         report.set(key, valueOrNull(platform.deviceQuery.copyAnswer(key)));
     report.set("Packages", packages(platform.files));
-    report.set("Preferences", storedPreferences(platform.files));
+    report.set("Preferences", storedPreferences(platform));
     return platform::writeBinaryPropertyList(platform::Value(std::move(report))).bytes;
 }
 

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-Rectangle {
-    color: "#efeff4"
-}
+    Rectangle{color: "#efeff4" }

@@ -17,21 +17,21 @@ QQuickItem* enabledTable(QQuickItem* within) {
 
 }  // namespace
 
-MeteredWindow::MeteredWindow(std::string phoneFolder)
-    : _folder(std::move(phoneFolder)), _phone(hosts::PhoneFileSystem::open(_folder, _error)) {}
+MeteredWindow::MeteredWindow(std::string phoneFolder) {
+    _options.phone = std::move(phoneFolder);
+    if (auto phone = hosts::OpenedPhone::open(_options, "benchmark")) _phone.emplace(*std::move(phone));
+}
 
 bool MeteredWindow::open(const QStringList& path) {
     if (!_phone) return false;
-    _files = std::make_unique<hosts::desktop::NotedFiles>(*_phone);
+    hosts::Phone& phone = *_phone->phone;
     _session = std::make_unique<hosts::desktop::DesktopSession>(hosts::desktop::DesktopSession::Outside{
-        *_files,
-        {*_files, _notifications, _application, _deviceQuery, _composers, _composers},
+        *_phone,
+        {phone.files(), _notifications, _application, phone.device(), _phone->outcomes.get()},
         _handOver,
-        TRIVEL3_SYSTEM_IMAGE,
-        _folder,
         hosts::usualDeviceShape()});
     const platform::CGSize size = hosts::usualDeviceShape().screen.bounds.size();
-    if (!_session->open(QSizeF(size.width, size.height).toSize(), _error)) return false;
+    if (!_session->open(QSizeF(size.width, size.height).toSize())) return false;
     _session->window().setReducedMotion(true);
     _session->navigation().follow(path);
     drawAfter([this] { view().show(); });

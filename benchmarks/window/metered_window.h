@@ -8,9 +8,7 @@
 #include <string>
 
 #include "hosts/desktop/program/desktop_session.h"
-#include "hosts/phones/phone_file_system.h"
-#include "hosts/session/composers.h"
-#include "hosts/session/quiet_services.h"
+#include "hosts/session/services.h"
 
 namespace benchmarks {
 
@@ -37,14 +35,10 @@ private:
         Outcome post(const platform::SLComposeViewController&, const std::string&) override { return {}; }
     };
 
-    std::string _folder;
-    std::string _error;
-    std::optional<hosts::PhoneFileSystem> _phone;
-    std::unique_ptr<hosts::desktop::NotedFiles> _files;
+    hosts::PhoneOptions _options;
+    std::optional<hosts::OpenedPhone> _phone;
     hosts::QuietNotifyCenter _notifications;
     hosts::QuietApplication _application;
-    hosts::QuietDeviceQuery _deviceQuery;
-    hosts::Composers _composers;
     NoHandOver _handOver;
     std::unique_ptr<hosts::desktop::DesktopSession> _session;
 };

@@ -19,12 +19,19 @@ class UniformPhone final : public platform::FileSystem {
 public:
     explicit UniformPhone(std::string_view content) : _content(content) {}
 
-    bool readFile(std::string_view, std::string& contents, std::size_t limit) const override {
-        contents = _content.size() <= limit ? _content : std::string_view();
-        return _content.size() <= limit;
+    platform::Result<platform::Stamp> look(std::string_view) const override {
+        return platform::Stamp{.size = _content.size(), .isSettled = true};
     }
-    std::vector<std::string> listFolder(std::string_view) const override { return {}; }
-    bool writeFileAtomically(std::string_view, std::string_view) override { std::abort(); }
+    platform::Result<platform::Stamp> readFile(std::string_view path, std::string& contents,
+                                               std::size_t limit) const override {
+        contents = _content.size() <= limit ? _content : std::string_view();
+        if (_content.size() > limit) return platform::Problem{};
+        return look(path);
+    }
+    platform::Result<std::vector<std::string>> listFolder(std::string_view) const override {
+        return std::vector<std::string>();
+    }
+    platform::Result<platform::Stamp> changeFile(std::string_view, const platform::Change&) override { std::abort(); }
 
 private:
     std::string_view _content;

@@ -40,30 +40,47 @@ void checkChange(const Dictionary& before, const Dictionary& after) {
 
 }  // namespace
 
-bool CheckedPhone::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
+Result<Stamp> CheckedPhone::look(std::string_view path) const {
     const auto found = _files.find(path);
-    const bool isThere = found != _files.end() && found->second.size() <= limit;
-    contents = isThere ? found->second : std::string();
-    return isThere;
+    if (found == _files.end()) return Problem{std::string(path), "cannot read", "it is not there"};
+    // Nothing else writes these files.
+    return Stamp{.inode = _writes, .size = found->second.size(), .isSettled = true};
 }
 
-std::vector<std::string> CheckedPhone::listFolder(std::string_view path) const {
+Result<Stamp> CheckedPhone::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
+    contents.clear();
+    auto stamp = look(path);
+    if (stamp && stamp->size > limit) return Problem{std::string(path), "cannot read", "it is too long"};
+    if (stamp) contents = _files.find(path)->second;
+    return stamp;
+}
+
+Result<std::vector<std::string>> CheckedPhone::listFolder(std::string_view path) const {
     const std::string folder = std::string(path) + '/';
     std::set<std::string> names;
     for (auto file = _files.lower_bound(folder); file != _files.end() && file->first.starts_with(folder); ++file)
         names.insert(file->first.substr(folder.size(), file->first.find('/', folder.size()) - folder.size()));
-    return {names.begin(), names.end()};
+    return std::vector<std::string>(names.begin(), names.end());
 }
 
-bool CheckedPhone::writeFileAtomically(std::string_view path, std::string_view contents) {
-    const Dictionary before = dictionary(path).value_or(Dictionary());
-    put(path, std::string(contents));
+Result<Stamp> CheckedPhone::changeFile(std::string_view path, const Change& change) {
+    std::string held;
+    const bool isThere = readFile(path, held).has_value();
+    auto contents = change(isThere ? std::optional<std::string_view>(held) : std::nullopt);
+    if (!contents) return contents.error();
+    const auto before = dictionary(path);
+    require(readPropertyList(*contents).value.has_value(), "a file that is written can be read");
+    put(path, *std::move(contents));
     ++_writes;
-    require(readPropertyList(contents).value.has_value(), "a file that is written can be read");
+    check(before, path);
+    return look(path);
+}
+
+void CheckedPhone::check(const std::optional<Dictionary>& held, std::string_view path) const {
+    const Dictionary before = held.value_or(Dictionary());
     const auto after = dictionary(path);
     require(after || before.contains("CF$UID"), "a file that is written is a dictionary");
     if (after && !hasMarkedKey(before)) checkChange(before, *after);
-    return true;
 }
 
 std::optional<Dictionary> CheckedPhone::dictionary(std::string_view path) const {

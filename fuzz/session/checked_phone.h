@@ -19,9 +19,11 @@ public:
     void put(std::string_view path, std::string bytes) { _files.insert_or_assign(std::string(path), std::move(bytes)); }
 
     using platform::FileSystem::readFile;
-    bool readFile(std::string_view path, std::string& contents, std::size_t limit) const override;
-    std::vector<std::string> listFolder(std::string_view path) const override;
-    bool writeFileAtomically(std::string_view path, std::string_view contents) override;
+    platform::Result<platform::Stamp> look(std::string_view path) const override;
+    platform::Result<platform::Stamp> readFile(std::string_view path, std::string& contents,
+                                               std::size_t limit) const override;
+    platform::Result<std::vector<std::string>> listFolder(std::string_view path) const override;
+    platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change& change) override;
 
     /// What the file holds; nothing when it is missing or no dictionary.
     std::optional<platform::Dictionary> dictionary(std::string_view path) const;
@@ -30,6 +32,8 @@ public:
     std::size_t writes() const { return _writes; }
 
 private:
+    void check(const std::optional<platform::Dictionary>& before, std::string_view path) const;
+
     std::map<std::string, std::string, std::less<>> _files;
     std::size_t _writes = 0;
 };

@@ -7,7 +7,7 @@ namespace hosts {
 
 void InstalledApplicationList::refresh() {
     InstalledApplications known = std::exchange(_lastFound, std::nullopt).value_or(InstalledApplications());
-    _lastFound = findInstalledApplications(_platform.files, std::move(known), _platform.skips);
+    _lastFound = findInstalledApplications(_platform.files, std::move(known), _platform.listener);
     _iconRation = usualIconRation;
 }
 
@@ -40,7 +40,7 @@ std::shared_ptr<const platform::UIImage> InstalledApplicationList::iconOfSize_fo
     const InstalledApplication* application = findApplication(lastFound(), identifier);
     if (!application) return nullptr;
     const IconTarget target{size, _platform.screen.scale, _platform.device};
-    return loadIcon({_platform.files, _iconRation, _platform.skips}, *application, target);
+    return loadIcon({_platform.files, _iconRation, _platform.listener}, *application, target);
 }
 
 }  // namespace hosts

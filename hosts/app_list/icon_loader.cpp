@@ -126,7 +126,7 @@ private:
     }
 
     void skip(std::string_view path, std::string_view reason) const {
-        platform::tellSkipped(_source.skips, path, reason);
+        platform::tellPassedOver(_source.skips, path, reason);
     }
 
     const IconSource& _source;

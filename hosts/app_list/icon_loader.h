@@ -8,7 +8,7 @@
 #include "hosts/app_list/installed_application.h"
 #include "hosts/app_list/rationed_files.h"
 #include "platform/services/file_system.h"
-#include "platform/services/skip_listener.h"
+#include "platform/services/file_listener.h"
 #include "platform/ui/device.h"
 #include "platform/ui/image.h"
 
@@ -38,7 +38,7 @@ inline constexpr IconRation usualIconRation = {
 struct IconSource {
     const platform::FileSystem& files;
     IconRation& ration;  ///< what is left of it
-    platform::SkipListener* skips = nullptr;
+    platform::FileListener* skips = nullptr;
 };
 
 /// Reads an application's icon: of the files that its names stand for, the one that fits the wanted

@@ -37,7 +37,7 @@ bool isApplicationFolder(std::string_view name) {
 
 class ApplicationFinder {
 public:
-    ApplicationFinder(const platform::FileSystem& files, InstalledApplications known, platform::SkipListener* skips)
+    ApplicationFinder(const platform::FileSystem& files, InstalledApplications known, platform::FileListener* skips)
         : _files(files, ration), _known(std::move(known)), _skips(skips) {
         _found.reserve(_known.size());
         _knownByFolder.reserve(_known.size());
@@ -62,11 +62,11 @@ public:
         std::ranges::stable_sort(_found, {}, &InstalledApplication::identifier);
         const auto repeats = [this](const InstalledApplication& one, const InstalledApplication& next) {
             if (one.identifier != next.identifier) return false;
-            platform::tellSkipped(_skips, next.folder, one.folder + " has the same identifier, " + one.identifier);
+            platform::tellPassedOver(_skips, next.folder, one.folder + " has the same identifier, " + one.identifier);
             return true;
         };
         _found.erase(std::unique(_found.begin(), _found.end(), repeats), _found.end());
-        if (isSpent()) platform::tellSkipped(_skips, _files.firstRefused(), rationSpent());
+        if (isSpent()) platform::tellPassedOver(_skips, _files.firstRefused(), rationSpent());
         return std::move(_found);
     }
 
@@ -81,7 +81,7 @@ private:
             application->isSystem = isSystem;
             _found.push_back(*std::move(application));
         } else if (!isSpent()) {
-            platform::tellSkipped(_skips, folder, problem);
+            platform::tellPassedOver(_skips, folder, problem);
         }
     }
 
@@ -89,7 +89,7 @@ private:
     InstalledApplications _known;
     std::unordered_map<std::string_view, InstalledApplication*> _knownByFolder;
     InstalledApplications _found;
-    platform::SkipListener* _skips;
+    platform::FileListener* _skips;
 };
 
 }  // namespace
@@ -100,7 +100,7 @@ const InstalledApplication* findApplication(const InstalledApplications& applica
 }
 
 InstalledApplications findInstalledApplications(const platform::FileSystem& files, InstalledApplications known,
-                                                platform::SkipListener* skips) {
+                                                platform::FileListener* skips) {
     ApplicationFinder finder(files, std::move(known), skips);
     finder.addFolder(std::string(systemApplications), true);
     for (const std::string_view folder : userApplications) {

@@ -6,7 +6,7 @@
 
 #include "hosts/app_list/installed_application.h"
 #include "platform/services/file_system.h"
-#include "platform/services/skip_listener.h"
+#include "platform/services/file_listener.h"
 
 namespace hosts {
 
@@ -25,6 +25,6 @@ const InstalledApplication* findApplication(const InstalledApplications& applica
 /// there: a phone gives a changed application a new one. `skips`, which may be null, is told of what
 /// is there and is not among them.
 InstalledApplications findInstalledApplications(const platform::FileSystem& files, InstalledApplications known = {},
-                                                platform::SkipListener* skips = nullptr);
+                                                platform::FileListener* skips = nullptr);
 
 }  // namespace hosts

@@ -31,7 +31,7 @@ bool RationedFiles::readFile(std::string_view path, std::string& contents, std::
 
 std::vector<std::string> RationedFiles::listFolder(std::string_view path) {
     if (!takeCall(path)) return {};
-    std::vector<std::string> names = _files.listFolder(path);
+    std::vector<std::string> names = _files.listFolder(path).value_or({});
     if (names.size() > _left.names) {
         noteRefused(path);
         return {};

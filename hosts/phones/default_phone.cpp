@@ -21,6 +21,8 @@ namespace hosts {
 namespace {
 
 namespace fs = std::filesystem;
+using platform::Problem;
+using platform::Result;
 
 // A copy under way is a sibling of the phone's folder named ".phone.XXXXXX".
 constexpr std::string_view copyPrefix = ".phone.";
@@ -141,28 +143,25 @@ void makePhone(const fs::path& phone, const fs::path& sample) {
 
 }  // namespace
 
-std::optional<std::string> defaultPhonePath(std::string& error) {
+Result<std::string> defaultPhonePath() {
     constexpr std::string_view below = "/trivel3/phone";
     if (const auto data = environment("XDG_DATA_HOME"); isAbsolute(data)) return std::string{data}.append(below);
     if (const auto home = environment("HOME"); isAbsolute(home)) {
         return std::string{home}.append("/.local/share").append(below);
     }
-    error = "cannot tell where the default phone is: neither XDG_DATA_HOME nor HOME is an absolute path";
-    return std::nullopt;
+    return Problem{{}, "cannot tell where the default phone is", "neither XDG_DATA_HOME nor HOME is an absolute path"};
 }
 
-bool ensurePhone(const std::string& phone, const std::string& sample, std::string& error) {
+Result<platform::Done> ensurePhone(const std::string& phone, const std::string& sample) {
     std::error_code ignored;
-    if (fs::is_directory(phone, ignored)) return true;
+    if (fs::is_directory(phone, ignored)) return platform::Done();
     try {
         makePhone(phone, sample);
     } catch (const fs::filesystem_error& failure) {
-        error = "cannot make the phone " + phone + ": " + failure.path1().string() + ": " + failure.code().message();
-        return false;
+        return Problem{phone, "cannot make the phone", failure.path1().string() + ": " + failure.code().message()};
     }
-    if (fs::is_directory(phone, ignored)) return true;
-    error = phone + " is not a folder";
-    return false;
+    if (fs::is_directory(phone, ignored)) return platform::Done();
+    return Problem{{}, {}, phone + " is not a folder"};
 }
 
 }  // namespace hosts

@@ -16,41 +16,57 @@ namespace hosts {
 
 namespace {
 
+using platform::Problem;
+using platform::Result;
+
 constexpr std::string_view systemVersionFile = "/System/Library/CoreServices/SystemVersion.plist";
 
 // Where a property list is wrong, as editors and compilers say it.
-std::string faultIn(const std::string& path, const platform::PropertyListError& error) {
-    return path + (error.line > 0 ? ":" : ": ") + faultPlace(error) + ": " + error.reason;
+Problem faultIn(const std::string& path, const platform::PropertyListError& error) {
+    return {{}, path + (error.line > 0 ? ":" : ": ") + faultPlace(error), error.reason};
 }
 
-std::optional<platform::Dictionary> readList(const std::string& path, std::string_view bytes, std::string& error) {
+Result<platform::Dictionary> readList(const std::string& path, std::string_view bytes) {
     const platform::PropertyListReading reading = platform::readPropertyList(bytes);
-    if (reading && reading.value->dictionary() != nullptr) return *reading.value->dictionary();
-    error = reading ? path + ": the root is no dictionary" : faultIn(path, reading.error);
-    return std::nullopt;
+    if (!reading) return faultIn(path, reading.error);
+    if (reading.value->dictionary() != nullptr) return *reading.value->dictionary();
+    return Problem{path, {}, "the root is no dictionary"};
 }
 
-std::optional<std::string> readUserFile(const std::string& path, std::string& error) {
+Result<std::string> readUserFile(const std::string& path) {
     errno = 0;
     auto bytes = platform::readSystemFile(path, DeviceInformation::fileLimit + 1);
-    if (!bytes) {
-        error = "cannot read " + path + (errno == 0 ? "" : ": " + errorText(errno));
-    } else if (bytes->size() > DeviceInformation::fileLimit) {
-        error = path + ": too large for a list of device information";
-        bytes.reset();
+    if (!bytes) return Problem{path, "cannot read", errno == 0 ? "" : errorText(errno)};
+    if (bytes->size() > DeviceInformation::fileLimit) {
+        return Problem{path, {}, "too large for a list of device information"};
     }
-    return bytes;
+    return *std::move(bytes);
+}
+
+// The storage of the file system that the folder lies on, in bytes and under the platform's names.
+std::optional<platform::Dictionary> diskUsage(const std::string& folder) {
+    struct statvfs status;
+    if (::statvfs(folder.c_str(), &status) != 0) return std::nullopt;
+    const fsblkcnt_t reserved = std::max(status.f_bfree, status.f_bavail) - status.f_bavail;
+    const auto bytes = [&](fsblkcnt_t blocks) { return platform::Value{std::uint64_t{blocks} * status.f_frsize}; };
+    // One file system holds both of what a phone keeps apart, system and data.
+    return platform::Dictionary{
+        {"TotalDiskCapacity", bytes(status.f_blocks)}, {"TotalDataCapacity", bytes(status.f_blocks)},
+        {"TotalDataAvailable", bytes(status.f_bfree)}, {"AmountDataAvailable", bytes(status.f_bavail)},
+        {"AmountDataReserved", bytes(reserved)},
+    };
 }
 
 }  // namespace
 
-bool DeviceInformation::useFile(const std::string& path, std::string& error) {
-    if (path.empty()) return true;
-    const auto bytes = readUserFile(path, error);
-    auto list = bytes ? readList(path, *bytes, error) : std::nullopt;
-    if (!list) return false;
-    _userList = std::move(list);
-    return true;
+Result<platform::Done> DeviceInformation::useFile(const std::string& path) {
+    if (path.empty()) return platform::Done();
+    const auto bytes = readUserFile(path);
+    if (!bytes) return bytes.error();
+    auto list = readList(path, *bytes);
+    if (!list) return list.error();
+    _userList = *std::move(list);
+    return platform::Done();
 }
 
 std::optional<platform::Value> DeviceInformation::copyAnswer(std::string_view key) {
@@ -68,31 +84,10 @@ std::optional<platform::Value> DeviceInformation::listedAnswer(std::string_view 
     return value == nullptr ? std::nullopt : std::optional{*value};
 }
 
-std::optional<std::string> DeviceInformation::listProblem() const {
-    std::string bytes;
-    std::string problem;
-    if (_userList || !_files.readFile(phoneFile, bytes, fileLimit)) return std::nullopt;
-    if (readList(std::string{phoneFile}, bytes, problem)) return std::nullopt;
-    return problem;
-}
-
 std::optional<platform::Value> DeviceInformation::phoneFileEntry(std::string_view path, std::string_view key) const {
     std::string bytes;
     if (!_files.readFile(path, bytes, fileLimit)) return std::nullopt;
     return platform::lookUpRootKey(bytes, key).value;
-}
-
-std::optional<platform::Dictionary> diskUsage(const std::string& folder) {
-    struct statvfs status;
-    if (::statvfs(folder.c_str(), &status) != 0) return std::nullopt;
-    const fsblkcnt_t reserved = std::max(status.f_bfree, status.f_bavail) - status.f_bavail;
-    const auto bytes = [&](fsblkcnt_t blocks) { return platform::Value{std::uint64_t{blocks} * status.f_frsize}; };
-    // One file system holds both of what a phone keeps apart, system and data.
-    return platform::Dictionary{
-        {"TotalDiskCapacity", bytes(status.f_blocks)}, {"TotalDataCapacity", bytes(status.f_blocks)},
-        {"TotalDataAvailable", bytes(status.f_bfree)}, {"AmountDataAvailable", bytes(status.f_bavail)},
-        {"AmountDataReserved", bytes(reserved)},
-    };
 }
 
 }  // namespace hosts

@@ -28,15 +28,11 @@ public:
         : _files(files), _phoneFolder(std::move(phoneFolder)) {}
 
     /// From here on, the file of this machine stands in for the phone's list. It is read now, and
-    /// once. An empty path names none, and changes nothing. False, with one line in `error` and nothing
-    /// changed, when the file is no list of answers.
-    bool useFile(const std::string& path, std::string& error);
+    /// once. An empty path names none, and changes nothing. A problem, with nothing changed, when the
+    /// file is no list of answers.
+    platform::Result<platform::Done> useFile(const std::string& path);
 
     std::optional<platform::Value> copyAnswer(std::string_view key) override;
-
-    /// What is wrong with the phone's list, in one line; nothing when it is sound, not there, or out
-    /// of use. The answers themselves are silent about it.
-    std::optional<std::string> listProblem() const;
 
 private:
     std::optional<platform::Value> listedAnswer(std::string_view key) const;
@@ -46,9 +42,5 @@ private:
     std::string _phoneFolder;
     std::optional<platform::Dictionary> _userList;
 };
-
-/// The storage of the file system that the folder lies on, in bytes and under the platform's names;
-/// nothing when it cannot be told.
-std::optional<platform::Dictionary> diskUsage(const std::string& folder);
 
 }  // namespace hosts

@@ -2,6 +2,9 @@
 #include "hosts/phones/phone_file_system.h"
 
 #include <fcntl.h>
+#include <linux/magic.h>
+#include <sys/vfs.h>
+#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,12 +14,66 @@
 
 #include "hosts/phones/atomic_writer.h"
 #include "hosts/phones/confined_open.h"
+#include "hosts/phones/fault_place.h"
 #include "hosts/phones/folder_listing.h"
 #include "hosts/system/error_text.h"
+#include "platform/foundation/property_list.h"
 
 namespace hosts {
 
 namespace {
+
+using platform::Problem;
+using platform::Result;
+using platform::Stamp;
+
+constexpr std::int64_t nanoseconds = 1'000'000'000;
+// Files are stamped with the time of the last tick of the kernel's clock, of which there are a hundred a second at
+// least.
+constexpr std::int64_t longestTick = nanoseconds / 50;
+
+std::int64_t inNanoseconds(const timespec& time) {
+    return time.tv_sec * nanoseconds + time.tv_nsec;
+}
+
+bool isSettled(int file, const struct stat& status) {
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
+    return inNanoseconds(now) - inNanoseconds(status.st_ctim) > longestTick && isFileSystemOfKernel(file);
+}
+
+Stamp stampOf(const struct stat& status, bool isSettled) {
+    return {status.st_dev,
+            status.st_ino,
+            static_cast<std::uint64_t>(status.st_size),
+            inNanoseconds(status.st_mtim),
+            inNanoseconds(status.st_ctim),
+            isSettled};
+}
+
+std::string kindName(mode_t mode) {
+    if (S_ISREG(mode)) return "a regular file";
+    if (S_ISDIR(mode)) return "a folder";
+    if (S_ISFIFO(mode)) return "a FIFO";
+    if (S_ISSOCK(mode)) return "a socket";
+    return "a device";
+}
+
+std::string notAFile(mode_t mode) {
+    return "it is " + kindName(mode) + ", not a regular file";
+}
+
+std::string tooLarge(std::uint64_t size, std::size_t limit) {
+    return "it holds " + std::to_string(size) + " bytes, and at most " + std::to_string(limit) + " are read";
+}
+
+bool statusOf(const Descriptor& file, struct stat& status) {
+    return file.isOpen() && uninterrupted([&] { return ::fstat(file.get(), &status); }) == 0;
+}
+
+Problem unreadable(std::string_view path, std::string reason) {
+    return {std::string(path), "cannot read", std::move(reason)};
+}
 
 // Makes `contents` `size` bytes long. Bytes up to `kept` matter; the rest is about to be overwritten.
 bool makeRoom(std::string& contents, std::size_t size, std::size_t kept) {
@@ -46,80 +103,94 @@ bool readWhole(int file, std::size_t expected, std::size_t limit, std::string& c
     return true;
 }
 
-std::string kindName(mode_t mode) {
-    if (S_ISREG(mode)) return "a regular file";
-    if (S_ISDIR(mode)) return "a folder";
-    if (S_ISFIFO(mode)) return "a FIFO";
-    if (S_ISSOCK(mode)) return "a socket";
-    return "a device";
-}
-
-PhoneFileSystem::FileKind kindOf(mode_t mode) {
-    if (S_ISREG(mode)) return PhoneFileSystem::FileKind::regularFile;
-    if (S_ISDIR(mode)) return PhoneFileSystem::FileKind::folder;
-    return PhoneFileSystem::FileKind::other;
-}
-
-// Sandboxes that do not know the call may refuse it with EPERM.
-std::string confinementError(const std::string& folder, int error) {
-    if (error == ENOSYS || error == EPERM) {
-        return "cannot keep look-ups inside " + folder +
-               ": the system call openat2 is missing (it needs Linux 5.6 or later)";
-    }
-    return "cannot open " + folder + ": " + errorText(error);
+// Every property list that is read from a phone is to hold a dictionary.
+std::optional<std::string> faultOf(std::string_view path, std::string_view contents) {
+    if (!path.ends_with(".plist")) return std::nullopt;
+    const platform::PropertyListReading reading = platform::readPropertyList(contents);
+    if (!reading) return faultPlace(reading.error) + ": " + reading.error.reason;
+    if (!reading.value->dictionary()) return "its root is no dictionary";
+    return std::nullopt;
 }
 
 }  // namespace
 
+bool isFileSystemOfKernel(int file) {
+    struct statfs system {};
+    if (uninterrupted([&] { return ::fstatfs(file, &system); }) != 0) return false;
+    switch (static_cast<unsigned>(system.f_type)) {
+        case BTRFS_SUPER_MAGIC:
+        case EXT4_SUPER_MAGIC:
+        case F2FS_SUPER_MAGIC:
+        case OVERLAYFS_SUPER_MAGIC:
+        case TMPFS_MAGIC:
+        case XFS_SUPER_MAGIC:
+            return true;
+        default:
+            return false;
+    }
+}
+
 PhoneFileSystem::PhoneFileSystem(Descriptor root, FileCalls& calls) : _root(std::move(root)), _calls(&calls) {}
 
-std::optional<PhoneFileSystem> PhoneFileSystem::open(const std::string& folder, std::string& error, FileCalls& calls) {
+Result<PhoneFileSystem> PhoneFileSystem::open(const std::string& folder, FileCalls& calls) {
     Descriptor root{::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)};
-    if (!root.isOpen()) {
-        error = "cannot open the folder " + folder + ": " + errorText(errno);
-        return std::nullopt;
+    if (!root.isOpen()) return Problem{folder, "cannot open the folder", errorText(errno)};
+    if (openConfined(calls, root.get(), "/", O_PATH | O_DIRECTORY).isOpen()) {
+        return PhoneFileSystem{std::move(root), calls};
     }
-    if (!openConfined(calls, root.get(), "/", O_PATH | O_DIRECTORY).isOpen()) {
-        error = confinementError(folder, errno);
-        return std::nullopt;
-    }
-    return PhoneFileSystem{std::move(root), calls};
+    // Sandboxes that do not know the call may refuse it with EPERM.
+    if (errno != ENOSYS && errno != EPERM) return Problem{folder, "cannot open", errorText(errno)};
+    return Problem{folder, "cannot keep look-ups inside",
+                   "the system call openat2 is missing (it needs Linux 5.6 or later)"};
 }
 
 Descriptor PhoneFileSystem::openPath(std::string_view path, int flags) const {
     return openConfined(*_calls, _root.get(), path, flags);
 }
 
-bool PhoneFileSystem::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
-    const Descriptor file = openPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
-    struct stat status;
-    const bool read = file.isOpen() && uninterrupted([&] { return ::fstat(file.get(), &status); }) == 0 &&
-                      S_ISREG(status.st_mode) && static_cast<std::uint64_t>(status.st_size) <= limit &&
-                      readWhole(file.get(), static_cast<std::size_t>(status.st_size), limit, contents);
-    if (!read) contents.clear();
-    return read;
-}
-
-std::vector<std::string> PhoneFileSystem::listFolder(std::string_view path) const {
-    return listNames(openPath(path, O_RDONLY | O_DIRECTORY)).value_or(std::vector<std::string>{});
-}
-
-PhoneFileSystem::FileKind PhoneFileSystem::fileKind(std::string_view path) const {
+Result<Stamp> PhoneFileSystem::look(std::string_view path) const {
     const Descriptor file = openPath(path, O_PATH);
     struct stat status;
-    if (!file.isOpen() || ::fstat(file.get(), &status) != 0) return FileKind::nothing;
-    return kindOf(status.st_mode);
+    if (!statusOf(file, status)) return unreadable(path, errorText(errno));
+    if (!S_ISREG(status.st_mode)) return unreadable(path, notAFile(status.st_mode));
+    return stampOf(status, false);
+}
+
+Result<Stamp> PhoneFileSystem::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
+    const auto failed = [&](std::string reason) {
+        contents.clear();
+        tellUnread(path, limit);
+        return unreadable(path, std::move(reason));
+    };
+    const Descriptor file = openPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    struct stat status;
+    if (!statusOf(file, status)) return failed(errorText(errno));
+    if (!S_ISREG(status.st_mode)) return failed(notAFile(status.st_mode));
+    const auto size = static_cast<std::uint64_t>(status.st_size);
+    if (size > limit) return failed(tooLarge(size, limit));
+    const Stamp stamp = stampOf(status, isSettled(file.get(), status));
+    if (!readWhole(file.get(), size, limit, contents)) return failed("it cannot be read");
+    if (_listener) {
+        if (const auto fault = faultOf(path, contents)) tellPassedOver(_listener, path, *fault);
+    }
+    return stamp;
+}
+
+Result<std::vector<std::string>> PhoneFileSystem::listFolder(std::string_view path) const {
+    if (auto names = listNames(openPath(path, O_RDONLY | O_DIRECTORY))) return *std::move(names);
+    const int error = errno;
+    const auto reason = _listener ? whyUnlisted(path) : std::nullopt;
+    if (reason) tellPassedOver(_listener, path, *reason);
+    return Problem{std::string(path), "cannot list", reason.value_or(errorText(error))};
 }
 
 std::optional<std::string> PhoneFileSystem::whyUnread(std::string_view path, std::size_t limit) const {
     const Descriptor thing = openPath(path, O_PATH);
     struct stat status;
-    if (!thing.isOpen() || ::fstat(thing.get(), &status) != 0) return whyUnreached(path);
-    if (!S_ISREG(status.st_mode)) return "it is " + kindName(status.st_mode) + ", not a regular file";
-    if (static_cast<std::uint64_t>(status.st_size) > limit) {
-        return "it holds " + std::to_string(status.st_size) + " bytes, and at most " + std::to_string(limit) +
-               " are read";
-    }
+    if (!statusOf(thing, status)) return whyUnreached(path);
+    if (!S_ISREG(status.st_mode)) return notAFile(status.st_mode);
+    const auto size = static_cast<std::uint64_t>(status.st_size);
+    if (size > limit) return tooLarge(size, limit);
     if (!openPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY).isOpen()) return errorText(errno);
     return "it cannot be read";
 }
@@ -127,7 +198,7 @@ std::optional<std::string> PhoneFileSystem::whyUnread(std::string_view path, std
 std::optional<std::string> PhoneFileSystem::whyUnlisted(std::string_view path) const {
     const Descriptor thing = openPath(path, O_PATH);
     struct stat status;
-    if (!thing.isOpen() || ::fstat(thing.get(), &status) != 0) return whyUnreached(path);
+    if (!statusOf(thing, status)) return whyUnreached(path);
     if (!S_ISDIR(status.st_mode)) return "it is " + kindName(status.st_mode) + ", not a folder";
     Descriptor folder = openPath(path, O_RDONLY | O_DIRECTORY);
     if (!folder.isOpen()) return errorText(errno);
@@ -153,13 +224,22 @@ std::optional<std::string> PhoneFileSystem::whyUnreached(std::string_view path) 
     return std::nullopt;
 }
 
-bool PhoneFileSystem::writeFileAtomically(std::string_view path, std::string_view contents) {
-    const auto failure = AtomicWriter{*_calls, _root.get()}.write(path, contents);
-    _lastError.clear();
-    if (failure) {
-        _lastError = "cannot write " + std::string{path} + ": " + failure->step + ": " + errorText(failure->error);
+void PhoneFileSystem::tellUnread(std::string_view path, std::size_t limit) const {
+    if (!_listener) return;
+    if (const auto reason = whyUnread(path, limit)) tellPassedOver(_listener, path, *reason);
+}
+
+Result<Stamp> PhoneFileSystem::changeFile(std::string_view path, const platform::Change& change) {
+    std::string held;
+    const Result<Stamp> before = readFile(path, held);
+    Result<std::string> wanted = change(before ? std::optional<std::string_view>(held) : std::nullopt);
+    if (!wanted) return std::move(wanted).error();
+    if (before && *wanted == held) return before;
+    if (const auto failure = AtomicWriter{*_calls, _root.get()}.write(path, *wanted)) {
+        return Problem{std::string(path), "cannot write",
+                       std::string(failure->step) + ": " + errorText(failure->error)};
     }
-    return !failure;
+    return look(path);
 }
 
 }  // namespace hosts

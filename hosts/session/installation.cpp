@@ -32,12 +32,11 @@ Installation installationAround(std::string_view executable, std::string_view sy
     return installation;
 }
 
-std::optional<Installation> findInstallation(std::string& error) {
+platform::Result<Installation> findInstallation() {
     std::array<char, PATH_MAX> executable;
     const ssize_t length = ::readlink("/proc/self/exe", executable.data(), executable.size());
     if (length < 0) {
-        error = "cannot tell where this program is installed: /proc/self/exe: " + errorText(errno);
-        return std::nullopt;
+        return platform::Problem{"/proc/self/exe", "cannot tell where this program is installed:", errorText(errno)};
     }
     const char* systemImage = ::secure_getenv("TRIVEL3_SYSTEM_IMAGE");
     return installationAround({executable.data(), static_cast<std::size_t>(length)},

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
+
+#include "platform/foundation/result.h"
 
 namespace hosts {
 
@@ -25,8 +26,8 @@ Installation installationAround(std::string_view executable, std::string_view sy
 
 /// The installation of the running program. The environment variable TRIVEL3_SYSTEM_IMAGE names
 /// another system image, for those who work on a bundle; a program that runs with more rights than
-/// its user's ignores it. Nothing, with one line in `error`, when the system does not tell where the
+/// its user's ignores it. A problem when the system does not tell where the
 /// program lies.
-std::optional<Installation> findInstallation(std::string& error);
+platform::Result<Installation> findInstallation();
 
 }  // namespace hosts

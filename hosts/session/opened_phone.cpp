@@ -1,28 +1,38 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/session/opened_phone.h"
 
+#include <utility>
+
 #include "hosts/phones/default_phone.h"
+#include "hosts/phones/folder_phone.h"
 
 namespace hosts {
 namespace {
 
-std::optional<std::string> usablePhone(const std::string& named, const Installation& installation, std::string& error) {
+using platform::Result;
+
+Result<std::string> usablePhone(const std::string& named, const Installation& installation) {
     if (!named.empty()) return named;
-    auto usual = defaultPhonePath(error);
-    if (!usual || !ensurePhone(*usual, installation.samplePhone(), error)) return std::nullopt;
-    return usual;
+    auto usual = defaultPhonePath();
+    if (!usual) return usual;
+    const auto made = ensurePhone(*usual, installation.samplePhone());
+    return made ? std::move(usual) : Result<std::string>(made.error());
 }
 
 }  // namespace
 
-std::optional<OpenedPhone> openPhone(const std::string& named, std::string& error) {
-    auto installation = findInstallation(error);
-    if (!installation) return std::nullopt;
-    auto folder = usablePhone(named, *installation, error);
-    if (!folder) return std::nullopt;
-    auto files = PhoneFileSystem::open(*folder, error);
-    if (!files) return std::nullopt;
-    return OpenedPhone{*std::move(installation), *std::move(folder), InspectedPhone{*std::move(files)}};
+Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string program) {
+    auto installation = findInstallation();
+    if (!installation) return std::move(installation).error();
+    const auto folder = usablePhone(options.phone, *installation);
+    if (!folder) return folder.error();
+    auto phone = FolderPhone::open(*folder, installation->sessionBusModule());
+    if (!phone) return std::move(phone).error();
+    auto outcomes = std::make_unique<Outcomes>(std::move(program), options.verbose);
+    // What is passed over is looked into only for those who want to know.
+    if (options.verbose) (*phone)->tell(outcomes.get());
+    return OpenedPhone{*std::move(installation), *std::move(phone), std::move(outcomes), *options.device,
+                       options.deviceInformation};
 }
 
 }  // namespace hosts

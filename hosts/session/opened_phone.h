@@ -1,23 +1,28 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <optional>
-#include <string>
+#include <memory>
 
-#include "hosts/phones/inspected_phone.h"
+#include "hosts/phones/phone.h"
 #include "hosts/session/installation.h"
+#include "hosts/session/outcomes.h"
+#include "hosts/session/phone_options.h"
 
 namespace hosts {
 
-/// What a program works on: the installation that it belongs to, and the phone's folder.
+/// What a program works on: the installation that it belongs to, and the phone that the user has named.
 struct OpenedPhone {
     Installation installation;
-    std::string folder;
-    InspectedPhone files;
-};
+    std::unique_ptr<Phone> phone;
+    /// Told of what cannot be used on the phone.
+    std::unique_ptr<Outcomes> outcomes;
+    const DeviceShape& shape;
+    /// The file of answers about the device that the user has named; empty for the phone's own.
+    std::string deviceInformation;
 
-/// Opens the phone in the folder `named`, or the default one, which is made on its first use, when
-/// the name is empty. Nothing, with one line in `error`, when that does not work.
-std::optional<OpenedPhone> openPhone(const std::string& named, std::string& error);
+    /// Opens the phone that the options name, or makes the default one on its first use. `program` is the name that
+    /// lines on standard error begin with.
+    static platform::Result<OpenedPhone> open(const PhoneOptions& options, std::string program);
+};
 
 }  // namespace hosts

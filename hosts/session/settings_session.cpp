@@ -2,49 +2,65 @@
 #include "hosts/session/settings_session.h"
 
 #include <string_view>
+#include <utility>
 
 namespace hosts {
 namespace {
 
+using platform::Problem;
+using platform::Result;
+
 constexpr std::string_view panePath = "/Library/PreferenceBundles/Trivel3Preferences.bundle";
+constexpr const char* advice = "; install the program again";
 
 }  // namespace
 
-SettingsSession::SettingsSession(const SessionServices& services, const std::string& systemImage,
-                                 const DeviceShape& shape)
-    : _system(systemImage, _classes), _platform{services.files, services.notifications, _classes,
-                                                _system,        services.application,   services.deviceQuery,
-                                                services.mail,  services.posts,         shape.device,
-                                                shape.screen,   services.skips} {}
-
-bool SettingsSession::loadPane(std::string& error) {
-    _pane = _system.bundleWithPath(panePath);
-    if (!_pane) {
-        error = _system.folder() + std::string(panePath) + ": no such bundle; install the program again";
-        return false;
-    }
-    if (_pane->load()) return true;
-    error = _system.lastLoadError() + "; install the program again";
-    return false;
+Result<std::unique_ptr<SettingsSession>> SettingsSession::load(const SessionServices& services,
+                                                               const std::string& systemImage,
+                                                               const DeviceShape& shape) {
+    std::unique_ptr<SettingsSession> session(new SettingsSession(services, systemImage, shape));
+    const auto pane = session->_system.bundleWithPath(panePath);
+    if (!pane) return Problem{systemImage + std::string(panePath), {}, std::string("no such bundle") + advice};
+    if (!pane->load()) return Problem{{}, {}, session->_system.lastLoadError() + advice};
+    session->_pane = std::make_unique<platform::NSBundle>(*pane);
+    return session;
 }
 
-std::shared_ptr<platform::PSViewController> SettingsSession::makeRootPage(std::string& error) {
+SettingsSession::SettingsSession(const SessionServices& services, const std::string& systemImage,
+                                 const DeviceShape& shape)
+    : _system(systemImage, _classes),
+      _platform{services.files,       services.notifications, _classes,         _system,
+                services.application, services.device,        _composers,       _composers,
+                shape.device,         shape.screen,           services.listener} {}
+
+Result<std::shared_ptr<platform::PSViewController>> SettingsSession::makeRootPage() {
     const std::string name = _pane->infoString("NSPrincipalClass");
     auto page = _classes.make<platform::PSViewController>(name, _platform);
-    if (!page) {
-        error = _pane->path() + ": its principal class '" + name + "' is no page";
-        return nullptr;
-    }
+    if (!page) return Problem{_pane->path(), {}, "its principal class '" + name + "' is no page"};
     page->setSpecifier(platform::PSSpecifier::preferenceSpecifierNamed_target_set_get_detail_cell_edit(
         _pane->infoString("CFBundleDisplayName"), nullptr, nullptr, nullptr, name, platform::PSCellType::link, {}));
     return page;
 }
 
-std::shared_ptr<platform::PreferenceAccess> SettingsSession::preferenceAccess(std::string& error) {
+Result<std::shared_ptr<platform::PreferenceAccess>> SettingsSession::preferenceAccess() {
     const std::string name = _pane->infoString(platform::PreferenceAccess::infoKey);
     auto access = _classes.make<platform::PreferenceAccess>(name, _platform);
-    if (!access) error = _pane->path() + ": offers no settings by name (" + platform::PreferenceAccess::infoKey + ")";
-    return access;
+    if (access) return access;
+    return Problem{
+        _pane->path(), {}, std::string("offers no settings by name (") + platform::PreferenceAccess::infoKey + ")"};
+}
+
+void SettingsSession::drawn() {
+    for (auto& [path, content] : _platform.dictionaries.forget())
+        _drawn.insert_or_assign(path, std::move(content));
+}
+
+bool SettingsSession::hasChangedSinceDrawn(std::string_view path) {
+    const auto drawn = _drawn.find(path);
+    if (drawn == _drawn.end()) return true;
+    const auto now = _platform.dictionaries.read(path);
+    const auto& before = drawn->second;
+    return now && before ? !(platform::Value(now) == platform::Value(before)) : now != before;
 }
 
 }  // namespace hosts

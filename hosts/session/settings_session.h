@@ -2,52 +2,55 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 
+#include "hosts/session/composers.h"
 #include "hosts/session/device_shape.h"
+#include "hosts/session/services.h"
 #include "platform/list/page_controller.h"
 #include "platform/services/platform.h"
 #include "platform/services/preference_access.h"
 
 namespace hosts {
 
-/// What a session's pages reach the world by. The services outlive the session.
-struct SessionServices {
-    platform::FileSystem& files;
-    platform::DarwinNotifyCenter& notifications;
-    platform::UIApplication& application;
-    platform::DeviceQuery& deviceQuery;
-    platform::MailService& mail;
-    platform::PostService& posts;
-    /// Null when nobody wants to know.
-    platform::SkipListener* skips = nullptr;
-};
-
 /// A Settings application's process as the pane sees it: its classes, its system image, its services
 /// and its device. It loads the pane from its bundle and knows nothing of it but what the bundle's
 /// Info.plist says.
+///
+/// What the user or the outside does, and all that follows from it until the outcome is drawn or answered, is a turn:
+/// the program closes it with `drawn`.
 class SettingsSession {
 public:
-    SettingsSession(const SessionServices& services, const std::string& systemImage, const DeviceShape& shape);
+    /// Loads the pane's bundle. A problem when it is missing or broken.
+    static platform::Result<std::unique_ptr<SettingsSession>> load(const SessionServices& services,
+                                                                   const std::string& systemImage,
+                                                                   const DeviceShape& shape);
 
-    /// Loads the pane's bundle. False, with one line in `error`, when it is missing or broken.
-    bool loadPane(std::string& error);
+    /// A new root page, named as the bundle's entry in Settings is. A problem when the bundle's principal class is no
+    /// page.
+    platform::Result<std::shared_ptr<platform::PSViewController>> makeRootPage();
 
-    /// A new root page, named as the bundle's entry in Settings is. Null, with one line in `error`,
-    /// when the bundle's principal class is no page.
-    std::shared_ptr<platform::PSViewController> makeRootPage(std::string& error);
-
-    /// The pane's settings by name. Null, with one line in `error`, when the bundle offers none.
-    std::shared_ptr<platform::PreferenceAccess> preferenceAccess(std::string& error);
+    /// The pane's settings by name. A problem when the bundle offers none.
+    platform::Result<std::shared_ptr<platform::PreferenceAccess>> preferenceAccess();
 
     platform::Platform& platform() { return _platform; }
 
+    /// The turn is over: what it has read is dropped, but for the note of what is on the screen now.
+    void drawn();
+
+    /// Whether the file holds something else than what was drawn of it last. A file of which nothing has been drawn
+    /// counts as changed.
+    bool hasChangedSinceDrawn(std::string_view path);
+
 private:
+    SettingsSession(const SessionServices& services, const std::string& systemImage, const DeviceShape& shape);
+
     platform::ClassRegistry _classes;
     platform::SystemImage _system;
+    Composers _composers;
     platform::Platform _platform;
-    std::optional<platform::NSBundle> _pane;
+    platform::DictionaryFiles::Contents _drawn;
+    std::unique_ptr<platform::NSBundle> _pane;
 };
 
 }  // namespace hosts

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
+#include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/nearest_spelling.h"
-#include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/screen/run_screen.h"
 
@@ -24,7 +24,7 @@ public:
 
 private:
     template <class Options>
-    using Command = int (*)(ProgramContext&, const Options&);
+    using Command = int (*)(OpenedPhone&, const Options&);
 
     CLI::App* addCommand(const char* name, const char* help, std::function<int()> run);
 
@@ -32,9 +32,8 @@ private:
     template <class Options>
     CLI::App* addPhoneCommand(const char* name, const char* help, Command<Options> command, const Options& options) {
         return addCommand(name, help, [this, command, &options] {
-            std::string error;
-            auto context = ProgramContext::open(_common, error);
-            return context ? command(*context, options) : fail(failed, error);
+            auto phone = OpenedPhone::open(_common, "trivel3ctl");
+            return phone ? command(*phone, options) : fail(failed, phone.error());
         });
     }
 
@@ -183,9 +182,8 @@ int CommandLine::run(int argumentCount, char** arguments) {
 }
 
 int CommandLine::openScreen() const {
-    std::string error;
-    auto context = ProgramContext::open(_common, error);
-    return context ? runScreen(*context) : fail(failed, error);
+    auto phone = OpenedPhone::open(_common, "trivel3ctl");
+    return phone ? runScreen(*phone) : fail(failed, phone.error());
 }
 
 }  // namespace

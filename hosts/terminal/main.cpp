@@ -5,12 +5,12 @@
 #include <cstdio>
 #include <exception>
 
+#include "hosts/session/exit_status.h"
 #include "hosts/terminal/command_line.h"
-#include "hosts/terminal/exit_status.h"
 
 namespace {
 
-using namespace hosts::terminal;
+using namespace hosts;
 
 // A program may be started with its standard streams closed. What it opens next must not take their
 // place: a message would go into a settings file. Output to such a stream still fails.
@@ -24,7 +24,7 @@ void fillStandardDescriptors() {
 
 int runProgram(int argumentCount, char** arguments) {
     try {
-        return runCommandLine(argumentCount, arguments);
+        return terminal::runCommandLine(argumentCount, arguments);
     } catch (const std::exception& problem) {
         return fail(failed, problem.what());
     }
@@ -37,7 +37,7 @@ int main(int argumentCount, char** arguments) {
     const int status = runProgram(argumentCount, arguments);
     // Output that could not be written, on a full disk say, is a failure too.
     if (std::fflush(stdout) != 0 || std::ferror(stdout)) {
-        return fail(failed, "standard output cannot be written");
+        return hosts::fail(hosts::failed, "standard output cannot be written");
     }
     return status;
 }

@@ -22,6 +22,11 @@ constexpr RowDescription switches[] = {
     switchRow("Exclude Currently Playing", "CloseAllAppsExcludeNowPlaying"),
 };
 
+// Another program may have mended it meanwhile.
+std::optional<platform::Value> withoutMalformed(std::optional<platform::Value> held) {
+    return held && held->dictionary() ? std::move(held) : std::nullopt;
+}
+
 }  // namespace
 
 platform::PSListController::Specifiers KavixPreferencesCloseAllAppsController::buildSpecifiers() {
@@ -36,19 +41,20 @@ std::size_t KavixPreferencesCloseAllAppsController::firstApplicationSection() co
 }
 
 bool KavixPreferencesCloseAllAppsController::isTicked(const std::string& identifier) {
-    const auto tick = store().storedEntryForKey(sparedApplications, identifier);
-    if (tick.verdict == platform::PropertyListNestedLookup::Verdict::outerNoDictionary) {
-        store().removePreferenceForKey(sparedApplications);
-    }
-    return platform::boolValue(tick.value);
+    const auto spared = store().preferenceForKey(sparedApplications);
+    const platform::Dictionary* ticks = spared ? spared->dictionary() : nullptr;
+    if (spared && !ticks) store().changePreferenceForKey(sparedApplications, withoutMalformed);
+    const platform::Value* tick = ticks ? ticks->find(identifier) : nullptr;
+    return tick && platform::boolValue(*tick);
 }
 
 void KavixPreferencesCloseAllAppsController::setTicked(bool ticked, const std::string& identifier) {
-    const auto stored = store().preferenceForKey(sparedApplications);
-    const platform::Dictionary* spared = stored ? stored->dictionary() : nullptr;
-    platform::Dictionary changed = spared ? *spared : platform::Dictionary();
-    changed.set(identifier, ticked);
-    store().setPreferenceForKey(std::move(changed), sparedApplications);
+    store().changePreferenceForKey(
+        sparedApplications, [ticked, identifier](const std::optional<platform::Value>& held) {
+            platform::Dictionary spared = held && held->dictionary() ? *held->dictionary() : platform::Dictionary();
+            spared.set(identifier, ticked);
+            return std::optional<platform::Value>(std::move(spared));
+        });
 }
 
 }  // namespace trivel3

@@ -3,7 +3,6 @@
 
 #include "pages/application_rows.h"
 #include "store/exceptions_file.h"
-#include "store/phone_property_list.h"
 
 namespace trivel3 {
 
@@ -12,13 +11,16 @@ platform::PSListController::Specifiers KavixPreferencesExceptionsController::bui
 }
 
 bool KavixPreferencesExceptionsController::isTicked(const std::string& identifier) {
-    return platform::boolValue(readPhoneDictionaryEntry(platform().files, exceptions::file, identifier));
+    const auto ticks = platform().dictionaries.read(exceptions::file);
+    const platform::Value* tick = ticks ? ticks->find(identifier) : nullptr;
+    return tick && platform::boolValue(*tick);
 }
 
 void KavixPreferencesExceptionsController::setTicked(bool ticked, const std::string& identifier) {
-    auto ticks = readPhoneDictionary(platform().files, exceptions::file).value_or(platform::Dictionary());
-    ticks.set(identifier, ticked);
-    writePhoneDictionary(platform().files, exceptions::file, ticks);
+    platform().dictionaries.edit(exceptions::file, [ticked, identifier](platform::Dictionary ticks) {
+        ticks.set(identifier, ticked);
+        return ticks;
+    });
     platform().notifications.postNotification(exceptions::changeNotification);
 }
 

@@ -2,11 +2,40 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "platform/foundation/result.h"
+
 namespace platform {
+
+/// What tells one state of a file from another without reading it.
+struct Stamp {
+    std::uint64_t device = 0;
+    std::uint64_t inode = 0;
+    std::uint64_t size = 0;          ///< in bytes
+    std::int64_t modified = 0;       ///< in nanoseconds of the file system's clock
+    std::int64_t statusChanged = 0;  ///< likewise
+
+    /// Whether the stamp was old enough, beside the file system's clock, when it was taken: whatever is done to the
+    /// file later then shows in its next stamp. False where that clock cannot be known.
+    bool isSettled = false;
+
+    /// Whether both may be of one state; they are, when one of them is settled.
+    bool isSameAs(const Stamp& other) const {
+        return device == other.device && inode == other.inode && size == other.size && modified == other.modified &&
+               statusChanged == other.statusChanged;
+    }
+};
+
+/// What is to become of a file, as a pure function of what it holds: nothing where there is no such file, or it
+/// cannot be read. It gives the new content, or the problem for which the file stays as it is. It may be called
+/// again on a newer file, so it captures by value and has no other effect than its answer.
+using Change = std::function<Result<std::string>(std::optional<std::string_view> held)>;
 
 /// The phone's file system, as far as the pane needs it. Paths are the phone's own and absolute
 /// ("/var/mobile/Library/Preferences/…"); where they lie on the machine at hand is the host's
@@ -19,24 +48,27 @@ public:
 
     virtual ~FileSystem() = default;
 
-    /// Reads a whole regular file into `contents`, whose capacity is reused. False, with `contents`
-    /// empty, when there is no such file, it is no regular file, it holds more than `limit` bytes,
-    /// or it cannot be read.
-    virtual bool readFile(std::string_view path, std::string& contents, std::size_t limit) const = 0;
+    /// The stamp of a regular file; a problem where there is none or it cannot be reached.
+    virtual Result<Stamp> look(std::string_view path) const = 0;
 
-    bool readFile(std::string_view path, std::string& contents) const {
+    /// Reads a whole regular file into `contents`, whose capacity is reused. The stamp was taken before the reading. A
+    /// problem, with `contents` empty, when there is no such file, it is no regular file, it holds more than `limit`
+    /// bytes, or it cannot be read.
+    virtual Result<Stamp> readFile(std::string_view path, std::string& contents, std::size_t limit) const = 0;
+
+    Result<Stamp> readFile(std::string_view path, std::string& contents) const {
         return readFile(path, contents, usualReadLimit);
     }
 
-    /// The names of a folder's entries, without "." and "..", in byte order. Empty when there is no
+    /// The names of a folder's entries, without "." and "..", in byte order. A problem when there is no
     /// such folder, it cannot be read, or it has more entries than the host is ready to list.
-    virtual std::vector<std::string> listFolder(std::string_view path) const = 0;
+    virtual Result<std::vector<std::string>> listFolder(std::string_view path) const = 0;
 
-    /// Replaces the file, or makes it, in one step: any reader finds either the old content or the
-    /// new one, whole, and so does whoever comes after a crash. False when it did not work: the old
-    /// file then stands as it was, unless all that failed was making the new file's name durable,
-    /// and then the new one stands, whole.
-    virtual bool writeFileAtomically(std::string_view path, std::string_view contents) = 0;
+    /// Reads the file, asks `change` what is to become of it, and replaces it, or makes it, in one step: any reader
+    /// finds either the old content or the new one, whole, and so does whoever comes after a crash. A file that holds
+    /// the new content already is not replaced. On a problem the old file stands as it was, unless all that failed was
+    /// making the new file's name durable, and then the new one stands, whole.
+    virtual Result<Stamp> changeFile(std::string_view path, const Change& change) = 0;
 };
 
 }  // namespace platform

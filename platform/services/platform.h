@@ -6,6 +6,7 @@
 #include "platform/foundation/notification_center.h"
 #include "platform/services/application.h"
 #include "platform/services/device_query.h"
+#include "platform/services/dictionary_files.h"
 #include "platform/services/file_system.h"
 #include "platform/ui/device.h"
 
@@ -13,7 +14,6 @@ namespace platform {
 
 class MailService;
 class PostService;
-class SkipListener;
 
 /// Everything that a page lives in. The host makes one and keeps it for longer than any page; two of
 /// them side by side know nothing of each other.
@@ -28,8 +28,9 @@ struct Platform {
     PostService& posts;
     UIDevice device;
     UIScreen screen;
-    /// Null when nobody wants to know what services pass over.
-    SkipListener* skips = nullptr;
+    /// Null when nobody wants to know what becomes of the phone's files.
+    FileListener* listener = nullptr;
+    DictionaryFiles dictionaries{files, listener};
 };
 
 }  // namespace platform

@@ -50,10 +50,12 @@ hosts::desktop::HandOver::Outcome NotedHandOver::post(const platform::SLComposeV
 
 Desk::Desk() : phoneFolder(folder.path() / "phone") {
     std::filesystem::copy(TRIVEL3_SAMPLE_PHONE, phoneFolder, std::filesystem::copy_options::recursive);
-    std::string error;
-    phone = hosts::PhoneFileSystem::open(phoneFolder, error);
-    EXPECT_TRUE(phone) << error;
-    files = std::make_unique<hosts::desktop::NotedFiles>(*phone);
+    hosts::PhoneOptions options;
+    options.phone = phoneFolder;
+    auto opened = hosts::OpenedPhone::open(options, "desktop_test");
+    if (!opened) throw std::runtime_error(opened.error().text());
+    opened->installation.systemImage = TRIVEL3_SYSTEM_IMAGE;
+    phone.emplace(*std::move(opened));
 }
 
 Desk::~Desk() {
@@ -64,15 +66,13 @@ Desk::~Desk() {
 void Desk::open(bool lessMotion, const char* device) {
     const hosts::DeviceShape* shape = hosts::findDeviceShape(device);
     session = std::make_unique<hosts::desktop::DesktopSession>(hosts::desktop::DesktopSession::Outside{
-        *files,
-        {*files, _notifications, _application, _deviceQuery, _composers, _composers},
+        *phone,
+        {phone->phone->files(), _notifications, _application, phone->phone->device(), phone->outcomes.get()},
         handOver,
-        TRIVEL3_SYSTEM_IMAGE,
-        phoneFolder,
         *shape});
-    std::string error;
     const platform::CGSize size = shape->screen.bounds.size();
-    ASSERT_TRUE(session->open(QSizeF(size.width, size.height).toSize(), error)) << error;
+    const auto isOpen = session->open(QSizeF(size.width, size.height).toSize());
+    ASSERT_TRUE(isOpen) << isOpen.error().text();
     session->window().setReducedMotion(lessMotion);
     view().show();
     view().requestActivate();
@@ -91,14 +91,15 @@ void Desk::openPage(const QStringList& titles) {
 }
 
 void Desk::writeSettings(const std::string& entries) {
-    ASSERT_TRUE(phone->writeFileAtomically(
-        settingsPath,
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>" + entries + "</dict></plist>\n"));
+    const std::string content =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>" + entries + "</dict></plist>\n";
+    ASSERT_TRUE(phone->phone->files().changeFile(
+        settingsPath, [content](std::optional<std::string_view>) { return platform::Result<std::string>(content); }));
 }
 
 std::string Desk::settings() const {
     std::string contents;
-    phone->readFile(settingsPath, contents);
+    if (!phone->phone->files().readFile(settingsPath, contents)) return {};
     return contents;
 }
 

@@ -12,9 +12,7 @@
 #include <vector>
 
 #include "hosts/desktop/program/desktop_session.h"
-#include "hosts/phones/phone_file_system.h"
-#include "hosts/session/composers.h"
-#include "hosts/session/quiet_services.h"
+#include "hosts/session/services.h"
 #include "tests/kit/temporary_folder.h"
 
 namespace desktop_tests {
@@ -83,9 +81,8 @@ protected:
 
     kit::TemporaryFolder folder;
     std::string phoneFolder;
-    std::optional<hosts::PhoneFileSystem> phone;
+    std::optional<hosts::OpenedPhone> phone;
     NotedHandOver handOver;
-    std::unique_ptr<hosts::desktop::NotedFiles> files;
     std::unique_ptr<hosts::desktop::DesktopSession> session;
 
 private:
@@ -93,8 +90,6 @@ private:
 
     hosts::QuietNotifyCenter _notifications;
     hosts::QuietApplication _application;
-    hosts::QuietDeviceQuery _deviceQuery;
-    hosts::Composers _composers;
 };
 
 }  // namespace desktop_tests

@@ -15,9 +15,8 @@ namespace {
 
 hosts::PhoneFileSystem openPhone(const std::filesystem::path& folder, hosts::FileCalls& calls) {
     std::filesystem::create_directories(folder / "var/mobile/Library/Preferences");
-    std::string error;
-    auto files = hosts::PhoneFileSystem::open(folder, error, calls);
-    if (!files) throw std::runtime_error(error);
+    auto files = hosts::PhoneFileSystem::open(folder, calls);
+    if (!files) throw std::runtime_error(files.error().text());
     return *std::move(files);
 }
 
@@ -31,19 +30,30 @@ int TestPhone::Calls::rename(int folder, const char* from, const char* to) {
 
 TestPhone::TestPhone(EventLog& log) : _log(log), _files(openPhone(_folder.path(), _calls)) {}
 
-bool TestPhone::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
+platform::Result<platform::Stamp> TestPhone::look(std::string_view path) const {
+    ++_reads[std::string(path)];
+    return _files.look(path);
+}
+
+platform::Result<platform::Stamp> TestPhone::readFile(std::string_view path, std::string& contents,
+                                                      std::size_t limit) const {
     ++_reads[std::string(path)];
     return _files.readFile(path, contents, limit);
 }
 
-std::vector<std::string> TestPhone::listFolder(std::string_view path) const {
+platform::Result<std::vector<std::string>> TestPhone::listFolder(std::string_view path) const {
     return _files.listFolder(path);
 }
 
-bool TestPhone::writeFileAtomically(std::string_view path, std::string_view contents) {
-    const bool worked = _files.writeFileAtomically(path, contents);
-    _log.add(event::write(std::string(path), worked));
-    return worked;
+platform::Result<platform::Stamp> TestPhone::changeFile(std::string_view path, const platform::Change& change) {
+    bool wasTried = false;
+    const auto outcome = _files.changeFile(path, [&](std::optional<std::string_view> held) {
+        auto wanted = change(held);
+        wasTried = wanted.has_value();
+        return wanted;
+    });
+    if (wasTried) _log.add(event::write(std::string(path), outcome.has_value()));
+    return outcome;
 }
 
 std::size_t TestPhone::takeReads(std::string_view path) {

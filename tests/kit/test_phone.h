@@ -23,9 +23,11 @@ public:
     explicit TestPhone(EventLog& log);
 
     using platform::FileSystem::readFile;
-    bool readFile(std::string_view path, std::string& contents, std::size_t limit) const override;
-    std::vector<std::string> listFolder(std::string_view path) const override;
-    bool writeFileAtomically(std::string_view path, std::string_view contents) override;
+    platform::Result<platform::Stamp> look(std::string_view path) const override;
+    platform::Result<platform::Stamp> readFile(std::string_view path, std::string& contents,
+                                               std::size_t limit) const override;
+    platform::Result<std::vector<std::string>> listFolder(std::string_view path) const override;
+    platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change& change) override;
 
     /// From now on each write fails, or works again: its last step meets a read-only file system.
     void setWritesFail(bool fail) { _calls.fail = fail; }

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <random>
 
-#include "hosts/session/quiet_services.h"
+#include "hosts/session/services.h"
 #include "hosts/terminal/drive/drive_session.h"
 #include "platform/foundation/property_list.h"
 #include "store/preference_store.h"

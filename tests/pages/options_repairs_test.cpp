@@ -80,25 +80,35 @@ class ChangedKeys final : public platform::FileSystem {
 public:
     explicit ChangedKeys(platform::Dictionary content) : _content(std::move(content)) {}
 
-    bool readFile(std::string_view path, std::string& contents, std::size_t) const override {
-        contents = path == settingsFile ? platform::writeXmlPropertyList(_content).bytes.value() : "";
-        return path == settingsFile;
+    platform::Result<platform::Stamp> look(std::string_view path) const override {
+        if (path != settingsFile) return platform::Problem{};
+        return platform::Stamp{.inode = _changes, .isSettled = true};
     }
-    std::vector<std::string> listFolder(std::string_view) const override { return {}; }
-    bool writeFileAtomically(std::string_view, std::string_view contents) override {
+    platform::Result<platform::Stamp> readFile(std::string_view path, std::string& contents,
+                                               std::size_t) const override {
+        contents = path == settingsFile ? platform::writeXmlPropertyList(_content).bytes.value() : "";
+        return look(path);
+    }
+    platform::Result<std::vector<std::string>> listFolder(std::string_view) const override {
+        return std::vector<std::string>();
+    }
+    platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change& change) override {
+        const auto contents = change(platform::writeXmlPropertyList(_content).bytes.value());
+        ++_changes;
         const platform::Dictionary before =
-            std::exchange(_content, *platform::readPropertyList(contents).value->dictionary());
+            std::exchange(_content, *platform::readPropertyList(*contents).value->dictionary());
         for (const auto& [key, value] : _content) {
             const platform::Value* old = before.find(key);
             if (!old || *old != value) keys.push_back(key);
         }
-        return true;
+        return look(path);
     }
 
     std::vector<std::string> keys;
 
 private:
     platform::Dictionary _content;
+    std::uint64_t _changes = 0;
 };
 
 std::vector<std::string> keysRepairedIn(platform::Dictionary settings) {

@@ -58,6 +58,9 @@ public:
     /// What the pages show may have changed on disk.
     void redrawVisibleRows();
 
+    /// Something for the user to read.
+    void tell(const QString& message);
+
     Q_INVOKABLE bool back();
     /// A popped page has been seen to leave, or a dismissed composer.
     Q_INVOKABLE void pageLeft(hosts::desktop::Page* page);
@@ -80,7 +83,6 @@ signals:
     void messageChanged();
 
 private:
-    void tell(const QString& message);
     void publishLater();
     void publish();
     void publishNewPages();

@@ -1,36 +1,70 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/program/desktop_session.h"
 
-namespace hosts::desktop {
+#include <algorithm>
+#include <utility>
 
-DesktopSession::DesktopSession(const Outside& outside)
-    : _outside(outside),
-      _session(_outside.services, _outside.systemImage, _outside.shape),
-      _navigation(_outside.handOver) {}
+namespace hosts::desktop {
+namespace {
+
+constexpr int gatheringTime = 10;  // ms
+
+}  // namespace
 
 DesktopSession::~DesktopSession() = default;
 
-bool DesktopSession::open(QSize size, std::string& error) {
-    if (!_session.loadPane(error)) return false;
-    auto root = _session.makeRootPage(error);
-    if (!root) return false;
+platform::Result<platform::Done> DesktopSession::open(QSize size) {
+    auto session = SettingsSession::load(_outside.services, _outside.phone.installation.systemImage, _outside.shape);
+    if (!session) return std::move(session).error();
+    _session = *std::move(session);
+    auto root = _session->makeRootPage();
+    if (!root) return std::move(root).error();
     _window = std::make_unique<SettingsWindow>(_navigation);
-    if (!_window->load(size, error)) return false;
-    _window->view().setTitle(QString::fromStdString(root->title()));
-    _navigation.open(std::move(root));
-    return true;
+    std::string error;
+    if (!_window->load(size, error)) return platform::Problem{{}, {}, error};
+    _window->view().setTitle(QString::fromStdString((*root)->title()));
+    // The cells of a page are produced after the handler of what has changed them has returned, for the next picture.
+    QObject::connect(&_window->view(), &QQuickWindow::afterAnimating, &_navigation, [this] { closeTurn(); });
+    _navigation.open(*std::move(root));
+    return platform::Done();
+}
+
+// A change that did not come about is told, and the rows show what the file still holds.
+void DesktopSession::closeTurn() {
+    const auto problems = _outside.phone.outcomes->takeProblems();
+    if (!problems.empty()) {
+        _navigation.tell(QString::fromStdString("Not saved: " + problems.front().text()));
+        _navigation.redrawVisibleRows();
+    }
+    _session->drawn();
 }
 
 void DesktopSession::watchFiles() {
-    std::string error;
     // A pane that tells of no files has none to watch.
-    const auto access = _session.preferenceAccess(error);
+    const auto access = _session->preferenceAccess();
     if (!access) return;
-    std::vector<std::string> paths;
-    for (const auto& file : access->observedFiles())
-        paths.push_back(file.path);
-    _watch = std::make_unique<SettingsWatch>(_outside.files, _outside.phoneFolder, std::move(paths));
-    QObject::connect(_watch.get(), &SettingsWatch::changed, &_navigation, &Navigation::redrawVisibleRows);
+    for (auto& file : (*access)->observedFiles())
+        _observedFiles.push_back(std::move(file.path));
+    _events = _outside.phone.phone->observe(_observedFiles);
+    _soon.setSingleShot(true);
+    _soon.setInterval(gatheringTime);
+    QObject::connect(&_soon, &QTimer::timeout, &_soon, [this] { lookAtFiles(); });
+    _eventsReady = std::make_unique<QSocketNotifier>(_events->descriptor(), QSocketNotifier::Read);
+    QObject::connect(_eventsReady.get(), &QSocketNotifier::activated, &_soon, [this] { takePhoneEvents(); });
+    // What has changed between the first picture and now is in no event.
+    _soon.start();
+}
+
+void DesktopSession::takePhoneEvents() {
+    while (_events->next()) {
+    }
+    if (!_soon.isActive()) _soon.start();
+}
+
+void DesktopSession::lookAtFiles() {
+    const bool isChanged =
+        std::ranges::any_of(_observedFiles, [this](const auto& path) { return _session->hasChangedSinceDrawn(path); });
+    if (isChanged) _navigation.redrawVisibleRows();
 }
 
 }  // namespace hosts::desktop

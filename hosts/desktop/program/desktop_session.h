@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QSocketNotifier>
+#include <QTimer>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "hosts/desktop/program/noted_files.h"
-#include "hosts/desktop/program/settings_watch.h"
 #include "hosts/desktop/program/settings_window.h"
 #include "hosts/session/settings_session.h"
 
@@ -16,20 +17,17 @@ class DesktopSession {
 public:
     /// What a session rests on; all of it outlives the session.
     struct Outside {
-        NotedFiles& files;
+        OpenedPhone& phone;
         SessionServices services;
         HandOver& handOver;
-        std::string systemImage;
-        std::string phoneFolder;
         DeviceShape shape;
     };
 
-    explicit DesktopSession(const Outside& outside);
+    explicit DesktopSession(const Outside& outside) : _outside(outside), _navigation(outside.handOver) {}
     ~DesktopSession();
 
-    /// Loads the pane and opens its root page in a window of this size, which is not shown yet. False,
-    /// with one line in `error`, when that fails.
-    bool open(QSize size, std::string& error);
+    /// Loads the pane and opens its root page in a window of this size, which is not shown yet.
+    platform::Result<platform::Done> open(QSize size);
 
     /// Lets changes that other processes make to the pane's files be seen.
     void watchFiles();
@@ -38,11 +36,19 @@ public:
     SettingsWindow& window() { return *_window; }
 
 private:
+    void closeTurn();
+    void takePhoneEvents();
+    void lookAtFiles();
+
     Outside _outside;
-    SettingsSession _session;
+    std::unique_ptr<SettingsSession> _session;
     Navigation _navigation;
     std::unique_ptr<SettingsWindow> _window;
-    std::unique_ptr<SettingsWatch> _watch;
+    std::vector<std::string> _observedFiles;
+    std::unique_ptr<PhoneEvents> _events;
+    std::unique_ptr<QSocketNotifier> _eventsReady;
+    /// Gathers the several events that one change of a folder makes.
+    QTimer _soon;
 };
 
 }  // namespace hosts::desktop

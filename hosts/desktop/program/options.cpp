@@ -4,7 +4,7 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
-#include "hosts/desktop/program/exit_status.h"
+#include "hosts/session/exit_status.h"
 
 namespace hosts::desktop {
 

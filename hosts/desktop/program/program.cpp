@@ -12,15 +12,14 @@
 #include "hosts/desktop/drawing/fonts.h"
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/desktop/program/desktop_taste.h"
-#include "hosts/desktop/program/exit_status.h"
 #include "hosts/desktop/program/folder_key.h"
-#include "hosts/desktop/program/live_services.h"
+#include "hosts/desktop/program/linux_hand_over.h"
 #include "hosts/desktop/program/options.h"
 #include "hosts/desktop/program/renderer.h"
 #include "hosts/desktop/program/screenshots.h"
 #include "hosts/desktop/program/single_instance.h"
 #include "hosts/desktop/program/window_memory.h"
-#include "hosts/session/skip_lines.h"
+#include "hosts/session/exit_status.h"
 #include "hosts/system/stop_signals.h"
 
 namespace hosts::desktop {
@@ -36,9 +35,9 @@ void setUpApplication() {
     chooseRenderer();
 }
 
-int runScreenshots(OpenedPhone& phone, const Options& options, platform::SkipListener* skips) {
-    std::string error;
-    return takeScreenshots(phone, options, skips, error) ? done : fail(failed, error);
+int runScreenshots(OpenedPhone& phone, const Options& options) {
+    const auto taken = takeScreenshots(phone, options);
+    return taken ? done : fail(failed, taken.error());
 }
 
 // The device's own scale, or the screen's where that is finer: pictures are picked by it.
@@ -83,21 +82,21 @@ int leaveToOpenWindow(const Options& options) {
                 "options than --phone to count");
 }
 
-int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone& phone, const Options& options,
-              platform::SkipListener* skips) {
-    const QString key = folderKey(phone.folder);
+int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone& phone, const Options& options) {
+    const QString key = folderKey(phone.phone->identity().place);
     SingleInstance instance(key);
     if (instance.wakeOther()) return leaveToOpenWindow(options);
     instance.claim();
 
     DesktopTaste taste;
-    LiveServices services(phone, skips);
-    std::string error;
-    if (!services.deviceInformation.useFile(options.deviceInformation, error)) return fail(failed, error);
+    const auto informed = phone.phone->useDeviceInformation(phone.deviceInformation);
+    if (!informed) return fail(failed, informed.error());
+    LiveServices services(phone);
+    LinuxHandOver handOver(services.mail, services.opener);
     WindowMemory memory(key, QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
-    DesktopSession session({services.files, services.forSession(), services.handOver, phone.installation.systemImage,
-                            phone.folder, shapeForScreen(*options.device)});
-    if (!session.open(startingSize(*options.device, memory), error)) return fail(failed, error);
+    DesktopSession session({phone, services.forSession(), handOver, shapeForScreen(*options.device)});
+    const auto opened = session.open(startingSize(*options.device, memory));
+    if (!opened) return fail(failed, opened.error());
     session.navigation().follow(memory.path());
     QQuickView& view = session.window().view();
     followTaste(session.window(), taste, options.dark);
@@ -122,22 +121,18 @@ int runProgram(int argumentCount, char** arguments) {
     int status = done;
     const auto options = parseOptions(argumentCount, arguments, status);
     if (!options) return status;
-    std::string error;
-    auto phone = openPhone(options->phone, error);
-    if (!phone) return fail(failed, error);
-    SkipLines lines("trivel3-settings");
-    SkipLines* const skips = options->verbose ? &lines : nullptr;
-    phone->files.tell(skips);
+    auto phone = OpenedPhone::open(*options, "trivel3-settings");
+    if (!phone) return fail(failed, phone.error());
     if (!options->screenshots.empty()) {
         prepareForScreenshots(*options->device);
         QGuiApplication application(argumentCount, arguments);
         setUpApplication();
-        return runScreenshots(*phone, *options, skips);
+        return runScreenshots(*phone, *options);
     }
     const StopSignals stop;
     QGuiApplication application(argumentCount, arguments);
     setUpApplication();
-    return runWindow(application, stop, *phone, *options, skips);
+    return runWindow(application, stop, *phone, *options);
 }
 
 }  // namespace hosts::desktop

@@ -8,11 +8,7 @@
 #include <QRegularExpression>
 
 #include "hosts/desktop/program/desktop_session.h"
-#include "hosts/phones/device_information.h"
-#include "hosts/session/composers.h"
 #include "hosts/session/page_snapshot.h"
-#include "hosts/session/quiet_services.h"
-#include "hosts/session/scratch_file_system.h"
 
 namespace hosts::desktop {
 namespace {
@@ -50,10 +46,10 @@ public:
     Tour(Navigation& navigation, QQuickView& view, QDir folder)
         : _navigation(navigation), _view(view), _folder(std::move(folder)) {}
 
-    bool run(std::string& error) {
+    platform::Result<platform::Done> run() {
         visitPage(fileNameOf(_navigation.current()->title()));
-        if (!_error.isEmpty()) error = _error.toStdString();
-        return _error.isEmpty();
+        if (_error.isEmpty()) return platform::Done();
+        return platform::Problem{{}, {}, _error.toStdString()};
     }
 
 private:
@@ -156,28 +152,23 @@ void prepareForScreenshots(const DeviceShape& device) {
     qputenv("QT_SCALE_FACTOR", QByteArray::number(device.screen.scale));
 }
 
-bool takeScreenshots(OpenedPhone& phone, const Options& options, platform::SkipListener* skips, std::string& error) {
+platform::Result<platform::Done> takeScreenshots(OpenedPhone& phone, const Options& options) {
     const QDir folder(QString::fromStdString(options.screenshots));
     if (!folder.mkpath(QStringLiteral("."))) {
-        error = options.screenshots + ": the folder cannot be made";
-        return false;
+        return platform::Problem{options.screenshots, {}, "the folder cannot be made"};
     }
-    ScratchFileSystem scratch(phone.files);
-    NotedFiles files(scratch);
-    QuietNotifyCenter notifications;
-    QuietApplication application;
-    DeviceInformation deviceInformation(phone.files, phone.folder);
-    if (!deviceInformation.useFile(options.deviceInformation, error)) return false;
-    Composers composers;
+    const auto informed = phone.phone->useDeviceInformation(phone.deviceInformation);
+    if (!informed) return informed;
+    QuietServices services(phone);
     NoHandOver handOver;
-    const SessionServices services{files, notifications, application, deviceInformation, composers, composers, skips};
-    DesktopSession session({files, services, handOver, phone.installation.systemImage, phone.folder, *options.device});
+    DesktopSession session({phone, services.forSession(), handOver, *options.device});
     const platform::CGSize size = options.device->screen.bounds.size();
-    if (!session.open(QSizeF(size.width, size.height).toSize(), error)) return false;
+    const auto opened = session.open(QSizeF(size.width, size.height).toSize());
+    if (!opened) return opened;
     session.window().setReducedMotion(true);
     session.window().setDark(options.dark.value_or(false));
     session.window().view().show();
-    return Tour(session.navigation(), session.window().view(), folder).run(error);
+    return Tour(session.navigation(), session.window().view(), folder).run();
 }
 
 }  // namespace hosts::desktop

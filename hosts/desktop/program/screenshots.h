@@ -14,8 +14,7 @@ void prepareForScreenshots(const DeviceShape& device);
 
 /// Draws every page that a link leads to, and every composer that a page presents, into PNG files of
 /// the device's size in the folder `options.screenshots`, which is made when it is missing. Pages that
-/// are longer than the screen go on in further files. Nothing of the phone is changed. False, with
-/// one line in `error`, when that does not work.
-bool takeScreenshots(OpenedPhone& phone, const Options& options, platform::SkipListener* skips, std::string& error);
+/// are longer than the screen go on in further files. Nothing of the phone is changed.
+platform::Result<platform::Done> takeScreenshots(OpenedPhone& phone, const Options& options);
 
 }  // namespace hosts::desktop

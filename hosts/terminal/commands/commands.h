@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/terminal/program_context.h"
+#include "hosts/session/opened_phone.h"
 
 /// The subcommands. Each gives the program's exit status, and says on standard error what failed.
 namespace hosts::terminal {
@@ -15,40 +15,40 @@ struct ShowOptions {
     std::string page;  ///< titles from the root page, with "/" between; empty for the root page
     bool json = false;
 };
-int runShow(ProgramContext& context, const ShowOptions& options);
+int runShow(OpenedPhone& context, const ShowOptions& options);
 
 struct GetOptions {
     std::string key;
 };
-int runGet(ProgramContext& context, const GetOptions& options);
+int runGet(OpenedPhone& context, const GetOptions& options);
 
 struct SetOptions {
     std::string key;
     std::string value;
     std::string type;  ///< "bool", "int" or "string"; empty for the key's own kind
 };
-int runSet(ProgramContext& context, const SetOptions& options);
+int runSet(OpenedPhone& context, const SetOptions& options);
 
 struct ListOptions {
     bool json = false;
 };
-int runList(ProgramContext& context, const ListOptions& options);
+int runList(OpenedPhone& context, const ListOptions& options);
 
 struct ResetOptions {
     std::vector<std::string> keys;
     bool all = false;
 };
-int runReset(ProgramContext& context, const ResetOptions& options);
+int runReset(OpenedPhone& context, const ResetOptions& options);
 
 struct MonitorOptions {
     bool json = false;
 };
-int runMonitor(ProgramContext& context, const MonitorOptions& options);
+int runMonitor(OpenedPhone& context, const MonitorOptions& options);
 
 struct DriveOptions {
     std::set<std::string> openableSchemes;
 };
-int runDrive(ProgramContext& context, const DriveOptions& options);
+int runDrive(OpenedPhone& context, const DriveOptions& options);
 
 struct LintOptions {
     std::vector<std::string> files;

@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include <unistd.h>
 
+#include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/settings_command.h"
-#include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/value_text.h"
+#include "hosts/terminal/standard_output.h"
 
 namespace hosts::terminal {
 
-int runGet(ProgramContext& context, const GetOptions& options) {
-    SettingsCommand command(context);
-    std::string error;
-    if (!command.load(error)) return fail(failed, error);
-    const auto value = command.settings().preferenceForKey(options.key);
+int runGet(OpenedPhone& context, const GetOptions& options) {
+    auto command = SettingsCommand::open(context);
+    if (!command) return fail(failed, command.error());
+    const auto value = command->settings().preferenceForKey(options.key);
     if (!value) {
-        if (!command.findSetting(options.key)) return fail(failed, command.unknownKey(options.key));
+        if (!command->findSetting(options.key)) return fail(failed, command->unknownKey(options.key));
         return fail(failed, inQuotes(options.key) + " is not set and has no default");
     }
     auto text = valueText(*value);

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include <nlohmann/json.hpp>
 
+#include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/settings_command.h"
-#include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/value_json.h"
 #include "hosts/terminal/render/value_text.h"
+#include "hosts/terminal/standard_output.h"
 
 namespace hosts::terminal {
 namespace {
@@ -46,22 +47,21 @@ std::string settingLine(const Setting& setting, const platform::PreferenceAccess
 
 }  // namespace
 
-int runList(ProgramContext& context, const ListOptions& options) {
-    SettingsCommand command(context);
-    std::string error;
-    if (!command.load(error)) return fail(failed, error);
+int runList(OpenedPhone& context, const ListOptions& options) {
+    auto command = SettingsCommand::open(context);
+    if (!command) return fail(failed, command.error());
     if (options.json) {
         nlohmann::json all = nlohmann::json::array();
-        for (const Setting& setting : command.known())
-            all.push_back(settingJson(setting, command.settings()));
+        for (const Setting& setting : command->known())
+            all.push_back(settingJson(setting, command->settings()));
         print(jsonLine(all) + "\n");
         return done;
     }
     std::size_t keyWidth = 0;
-    for (const Setting& setting : command.known())
+    for (const Setting& setting : command->known())
         keyWidth = std::max(keyWidth, setting.key.size());
-    for (const Setting& setting : command.known())
-        print(settingLine(setting, command.settings(), keyWidth));
+    for (const Setting& setting : command->known())
+        print(settingLine(setting, command->settings(), keyWidth));
     return done;
 }
 

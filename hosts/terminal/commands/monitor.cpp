@@ -1,13 +1,17 @@
 // SPDX-License-Identifier: MIT
-#include <cstdio>
+#include <poll.h>
 
-#include "hosts/notifications/notification_stream.h"
+#include <cerrno>
+#include <cstdio>
+#include <iterator>
+
+#include "hosts/session/exit_status.h"
 #include "hosts/system/stop_signals.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/observed_content.h"
 #include "hosts/terminal/commands/settings_command.h"
-#include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/value_json.h"
+#include "hosts/terminal/standard_output.h"
 
 namespace hosts::terminal {
 namespace {
@@ -27,30 +31,41 @@ bool report(const std::string& notification, const std::vector<Change>& changes,
     return std::fflush(stdout) == 0;
 }
 
+// Waits for it; nothing when a signal asks the program to end, or nothing more will come. What has arrived goes first.
+std::optional<PhoneEvent> nextEvent(PhoneEvents& events, const StopSignals& stop) {
+    while (true) {
+        if (auto event = events.next()) return event;
+        if (events.whyNoNotifications()) return std::nullopt;
+        pollfd watched[] = {{events.descriptor(), POLLIN, 0}, {stop.descriptor(), POLLIN, 0}};
+        const int ready = ::poll(watched, std::size(watched), -1);
+        if (ready < 0 && errno != EINTR) return std::nullopt;
+        if (ready > 0 && watched[1].revents != 0) return std::nullopt;
+    }
+}
+
 }  // namespace
 
-int runMonitor(ProgramContext& context, const MonitorOptions& options) {
-    SettingsCommand command(context);
-    std::string error;
-    if (!command.load(error)) return fail(failed, error);
+int runMonitor(OpenedPhone& context, const MonitorOptions& options) {
+    auto command = SettingsCommand::open(context);
+    if (!command) return fail(failed, command.error());
     StopSignals stop;
-    auto stream = command.notifications().observe();
-    if (!stream) {
-        return fail(failed, command.notifications().lastError() +
-                                "; start the monitor in the session whose changes it is to tell of");
+    const auto events = context.phone->observe({});
+    if (const auto& why = events->whyNoNotifications()) {
+        return fail(failed, why->text() + "; start the monitor in the session whose changes it is to tell of");
     }
     std::vector<ObservedContent> observed;
-    for (auto& file : command.settings().observedFiles())
-        observed.emplace_back(context.files, std::move(file));
+    for (auto& file : command->settings().observedFiles())
+        observed.emplace_back(command->dictionaries(), std::move(file));
     std::fputs("listening\n", stderr);
 
-    while (auto name = waitForNotification(*stream, stop.descriptor())) {
+    while (const auto event = nextEvent(*events, stop)) {
         for (ObservedContent& content : observed) {
-            if (content.notification() != *name) continue;
-            if (!report(*name, content.takeChanges(), options.json)) return failed;
+            if (content.notification() != event->name) continue;
+            if (!report(event->name, content.takeChanges(), options.json)) return failed;
         }
     }
-    return stream->lastError().empty() ? done : fail(failed, stream->lastError());
+    const auto& why = events->whyNoNotifications();
+    return why ? fail(failed, *why) : done;
 }
 
 }  // namespace hosts::terminal

@@ -4,7 +4,6 @@
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/value_json.h"
 #include "hosts/terminal/render/value_text.h"
-#include "platform/foundation/property_list.h"
 
 namespace hosts::terminal {
 namespace {
@@ -24,15 +23,6 @@ std::vector<Change> differences(const platform::Dictionary& before, const platfo
         if (!before.contains(key)) changes.push_back({key, std::nullopt, value});
     }
     return changes;
-}
-
-// A missing or malformed file reads as an empty one, as it does for the pane.
-platform::Dictionary readDictionary(const platform::FileSystem& files, const std::string& path) {
-    std::string bytes;
-    if (!files.readFile(path, bytes)) return {};
-    platform::PropertyListReading reading = platform::readPropertyList(bytes);
-    const platform::Dictionary* content = reading ? reading.value->dictionary() : nullptr;
-    return content ? *content : platform::Dictionary();
 }
 
 std::string changeLine(const Change& change) {
@@ -57,11 +47,17 @@ std::string changeText(const Change& change) {
     return text;
 }
 
-ObservedContent::ObservedContent(const platform::FileSystem& files, platform::PreferenceAccess::ObservedFile file)
-    : _files(&files), _file(std::move(file)), _content(readDictionary(files, _file.path)) {}
+ObservedContent::ObservedContent(platform::DictionaryFiles& dictionaries, platform::PreferenceAccess::ObservedFile file)
+    : _dictionaries(&dictionaries), _file(std::move(file)), _content(read()) {}
+
+// A missing or malformed file reads as an empty one, as it does for the pane.
+platform::Dictionary ObservedContent::read() const {
+    const auto content = _dictionaries->read(_file.path);
+    return content ? *content : platform::Dictionary();
+}
 
 std::vector<Change> ObservedContent::takeChanges() {
-    platform::Dictionary now = readDictionary(*_files, _file.path);
+    platform::Dictionary now = read();
     std::vector<Change> changes = differences(_content, now);
     _content = std::move(now);
     return changes;

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/services/file_system.h"
+#include "platform/services/dictionary_files.h"
 #include "platform/services/preference_access.h"
 
 namespace hosts::terminal {
@@ -27,7 +27,8 @@ std::string changeText(const Change& change);
 /// What one of the pane's files held when it was last read.
 class ObservedContent {
 public:
-    ObservedContent(const platform::FileSystem& files, platform::PreferenceAccess::ObservedFile file);
+    /// `dictionaries` outlives the object.
+    ObservedContent(platform::DictionaryFiles& dictionaries, platform::PreferenceAccess::ObservedFile file);
 
     const std::string& notification() const { return _file.notification; }
 
@@ -35,7 +36,9 @@ public:
     std::vector<Change> takeChanges();
 
 private:
-    const platform::FileSystem* _files;
+    platform::Dictionary read() const;
+
+    platform::DictionaryFiles* _dictionaries;
     platform::PreferenceAccess::ObservedFile _file;
     platform::Dictionary _content;
 };

@@ -4,11 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "platform/foundation/result.h"
+
 namespace hosts::terminal {
 
 /// Writes a file of this machine. A regular file that stands there, or that a link there leads to, is
 /// replaced in one step and keeps its permissions, so that one that is converted in place survives a
-/// full disk. A device or pipe is written into. False, with one line in `error`, when it did not work.
-bool writeOutputFile(const std::string& path, std::string_view bytes, std::string& error);
+/// full disk. A device or pipe is written into.
+platform::Result<platform::Done> writeOutputFile(const std::string& path, std::string_view bytes);
 
 }  // namespace hosts::terminal

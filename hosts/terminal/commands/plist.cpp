@@ -2,12 +2,13 @@
 #include <cerrno>
 
 #include "hosts/phones/fault_place.h"
+#include "hosts/session/exit_status.h"
 #include "hosts/system/error_text.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/output_file.h"
-#include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/value_json.h"
+#include "hosts/terminal/standard_output.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/system_file.h"
 #include "platform/services/file_system.h"
@@ -79,7 +80,8 @@ int runPlistConvert(const ConvertOptions& options) {
         print(*encoded.bytes);
         return done;
     }
-    return writeOutputFile(options.output, *encoded.bytes, error) ? done : fail(failed, error);
+    const auto written = writeOutputFile(options.output, *encoded.bytes);
+    return written ? done : fail(failed, written.error());
 }
 
 }  // namespace hosts::terminal

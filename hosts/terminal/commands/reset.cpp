@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/settings_command.h"
-#include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/printable.h"
 
 namespace hosts::terminal {
@@ -10,21 +10,18 @@ namespace {
 using Setting = platform::PreferenceAccess::Setting;
 
 // The settings that the command names, or why one of them cannot be reset.
-std::optional<std::vector<const Setting*>> namedSettings(const SettingsCommand& command, const ResetOptions& options,
-                                                         std::string& error) {
+platform::Result<std::vector<const Setting*>> namedSettings(const SettingsCommand& command,
+                                                            const ResetOptions& options) {
     std::vector<const Setting*> named;
     for (const Setting& setting : command.known()) {
         if (options.all && setting.defaultValue) named.push_back(&setting);
     }
     for (const std::string& key : options.keys) {
         const Setting* setting = command.findSetting(key);
-        if (!setting) {
-            error = command.unknownKey(key);
-            return std::nullopt;
-        }
+        if (!setting) return platform::Problem{{}, {}, command.unknownKey(key)};
         if (!setting->defaultValue) {
-            error = inQuotes(key) + " has no default to go back to; give it a value with 'trivel3ctl set'";
-            return std::nullopt;
+            return platform::Problem{
+                {}, {}, inQuotes(key) + " has no default to go back to; give it a value with 'trivel3ctl set'"};
         }
         named.push_back(setting);
     }
@@ -33,16 +30,16 @@ std::optional<std::vector<const Setting*>> namedSettings(const SettingsCommand& 
 
 }  // namespace
 
-int runReset(ProgramContext& context, const ResetOptions& options) {
-    SettingsCommand command(context);
-    std::string error;
-    if (!command.load(error)) return fail(failed, error);
-    const auto settings = namedSettings(command, options, error);
-    if (!settings) return fail(wrongUsage, error);
+int runReset(OpenedPhone& context, const ResetOptions& options) {
+    auto command = SettingsCommand::open(context);
+    if (!command) return fail(failed, command.error());
+    const auto settings = namedSettings(*command, options);
+    if (!settings) return fail(wrongUsage, settings.error());
     for (const Setting* setting : *settings) {
         // A key that the file lacks stands at its default already, and writing it would make it stay there.
-        if (!command.settings().storedValueForKey(setting->key)) continue;
-        if (!command.write(setting->key, *setting->defaultValue, error)) return fail(failed, error);
+        if (!command->settings().storedValueForKey(setting->key)) continue;
+        const auto written = command->write(setting->key, *setting->defaultValue);
+        if (!written) return fail(failed, written.error());
     }
     return done;
 }

@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/session/composers.h"
-#include "hosts/session/quiet_services.h"
-#include "hosts/session/scratch_file_system.h"
+#include "hosts/session/exit_status.h"
 #include "hosts/session/settings_session.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/title_path.h"
-#include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/page_json.h"
 #include "hosts/terminal/render/page_text.h"
 #include "hosts/terminal/render/value_json.h"
+#include "hosts/terminal/standard_output.h"
 #include "platform/ui/navigation_controller.h"
 
 namespace hosts::terminal {
@@ -25,23 +23,18 @@ public:
 
 }  // namespace
 
-int runShow(ProgramContext& context, const ShowOptions& options) {
+int runShow(OpenedPhone& context, const ShowOptions& options) {
     // Looking changes nothing: what the page repairs stays in memory, and nobody is told.
-    ScratchFileSystem files(context.files);
-    QuietNotifyCenter notifications;
-    QuietApplication application;
-    QuietDeviceQuery deviceQuery;
-    Composers composers;
-    SettingsSession session({files, notifications, application, deviceQuery, composers, composers, context.skips.get()},
-                            context.installation.systemImage, context.device);
-    std::string error;
-    if (!session.loadPane(error)) return fail(failed, error);
-    auto root = session.makeRootPage(error);
-    if (!root) return fail(failed, error);
+    QuietServices services(context);
+    const auto session = SettingsSession::load(services.forSession(), context.installation.systemImage, context.shape);
+    if (!session) return fail(failed, session.error());
+    auto root = (*session)->makeRootPage();
+    if (!root) return fail(failed, root.error());
 
     StillScreen screen;
     platform::UINavigationController navigation(screen);
-    navigation.pushViewController_animated(std::move(root), false);
+    navigation.pushViewController_animated(*std::move(root), false);
+    std::string error;
     if (!followTitlePath(navigation, options.page, error)) return fail(failed, error);
 
     platform::UIViewController& page = *navigation.topViewController();

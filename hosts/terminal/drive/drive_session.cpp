@@ -41,30 +41,37 @@ std::optional<platform::MFMailComposeResult> mailResult(const std::string& name)
 
 }  // namespace
 
-DriveSession::DriveSession(const Outside& outside, std::set<std::string> openableSchemes)
-    : _files(outside.files, _events),
-      _notifications(outside.notifications, _events),
+DriveSession::DriveSession(OpenedPhone& phone, std::set<std::string> openableSchemes)
+    : _phone(phone),
+      _files(*phone.outcomes, _events),
+      _notifications(phone.phone->notifications(), _events),
       _application(std::move(openableSchemes), _events),
-      _session({_files, _notifications, _application, outside.deviceQuery, _composers, _composers, outside.skips},
-               outside.systemImage, outside.device),
       _recorder(_events),
       _navigation(_recorder) {}
 
-bool DriveSession::start(std::string& error) {
-    if (!_session.loadPane(error)) return false;
-    _access = _session.preferenceAccess(error);
-    auto root = _session.makeRootPage(error);
-    if (!_access || !root) return false;
-    _navigation.pushViewController_animated(std::move(root), false);
-    return true;
+platform::Result<platform::Done> DriveSession::start() {
+    Phone& phone = *_phone.phone;
+    auto session = SettingsSession::load({phone.files(), _notifications, _application, phone.device(), &_files},
+                                         _phone.installation.systemImage, _phone.shape);
+    if (!session) return std::move(session).error();
+    _session = *std::move(session);
+    auto access = _session->preferenceAccess();
+    if (!access) return std::move(access).error();
+    auto root = _session->makeRootPage();
+    if (!root) return std::move(root).error();
+    _access = *std::move(access);
+    _navigation.pushViewController_animated(*std::move(root), false);
+    return platform::Done();
 }
 
 json DriveSession::answer(const std::string& line) {
     const json command = readCommand(line);
     if (!command.is_object()) return refused("the line is no JSON object");
     const std::string verb = textOf(command, "do");
-    if (verb == "get" && command.contains("key") && command["key"].is_string()) return valueAnswer(command["key"]);
-    return pageAnswer(carryOut(command), verb == "view");
+    const bool isQuestion = verb == "get" && command.contains("key") && command["key"].is_string();
+    json answer = isQuestion ? valueAnswer(command["key"]) : pageAnswer(carryOut(command), verb == "view");
+    _session->drawn();
+    return answer;
 }
 
 DriveSession::Refusal DriveSession::carryOut(const json& command) {

@@ -7,11 +7,10 @@
 #include <set>
 #include <string>
 
-#include "hosts/session/composers.h"
 #include "hosts/session/settings_session.h"
 #include "hosts/terminal/drive/event_log.h"
 #include "hosts/terminal/drive/page_recorder.h"
-#include "hosts/terminal/drive/recording_services.h"
+#include "hosts/terminal/drive/recorders.h"
 
 namespace hosts::terminal {
 
@@ -19,20 +18,11 @@ namespace hosts::terminal {
 /// are the phone's own; everything else that a page would do to the outside is an event.
 class DriveSession {
 public:
-    /// What a driven session rests on; all of it outlives the session.
-    struct Outside {
-        platform::FileSystem& files;
-        platform::DarwinNotifyCenter& notifications;
-        platform::DeviceQuery& deviceQuery;
-        std::string systemImage;
-        const DeviceShape& device;
-        platform::SkipListener* skips = nullptr;
-    };
+    /// The phone outlives the session.
+    DriveSession(OpenedPhone& phone, std::set<std::string> openableSchemes);
 
-    DriveSession(const Outside& outside, std::set<std::string> openableSchemes);
-
-    /// Loads the pane and opens its root page. False, with one line in `error`, when that fails.
-    bool start(std::string& error);
+    /// Loads the pane and opens its root page.
+    platform::Result<platform::Done> start();
 
     /// Carries out one command line and gives the answer.
     nlohmann::json answer(const std::string& line);
@@ -55,12 +45,12 @@ private:
 
     platform::UIViewController& page() const { return *_navigation.topViewController(); }
 
+    OpenedPhone& _phone;
     EventLog _events;
-    RecordingFileSystem _files;
-    RecordingNotifyCenter _notifications;
-    RecordingApplication _application;
-    Composers _composers;
-    SettingsSession _session;
+    FileRecorder _files;
+    NotificationRecorder _notifications;
+    UrlRecorder _application;
+    std::unique_ptr<SettingsSession> _session;
     PageRecorder _recorder;
     std::shared_ptr<platform::PreferenceAccess> _access;
     platform::UINavigationController _navigation;

@@ -10,8 +10,7 @@
 namespace hosts::terminal::screen {
 namespace {
 
-// How often the files are looked at, in milliseconds, for changes that nobody tells of.
-constexpr int filePeriod = 250;
+constexpr int forEver = -1;
 
 constexpr short lost = POLLHUP | POLLERR | POLLNVAL;
 
@@ -31,10 +30,9 @@ void EventLoop::paint() {
 }
 
 void EventLoop::wait() {
-    const int notifications = _parts.notifications ? _parts.notifications->descriptor() : -1;
     std::array<pollfd, 3> watched{
-        {{STDIN_FILENO, POLLIN, 0}, {_parts.signals.descriptor(), POLLIN, 0}, {notifications, POLLIN, 0}}};
-    const int ready = ::poll(watched.data(), watched.size(), filePeriod);
+        {{STDIN_FILENO, POLLIN, 0}, {_parts.signals.descriptor(), POLLIN, 0}, {_parts.events.descriptor(), POLLIN, 0}}};
+    const int ready = ::poll(watched.data(), watched.size(), forEver);
     if (ready < 0) {
         _isOver = errno != EINTR;
         return;
@@ -42,8 +40,7 @@ void EventLoop::wait() {
     if (watched[1].revents != 0) takeSignals();
     if (watched[0].revents & POLLIN) takeInput();
     if (watched[0].revents & lost) _isOver = true;
-    if (watched[2].revents != 0) takeNotifications();
-    lookAtFiles();
+    if (watched[2].revents != 0) takePhoneEvents();
 }
 
 // What a key does depends on what the keys before it have brought onto the screen; only the last
@@ -79,19 +76,13 @@ void EventLoop::takeSignal(int number) {
 }
 
 // A notification says that it is time to look at the files, and no more: our own come back too.
-void EventLoop::takeNotifications() {
-    while (_parts.notifications->next()) {
+void EventLoop::takePhoneEvents() {
+    while (const auto event = _parts.events.next()) {
+        const bool isFile = event->kind == PhoneEvent::Kind::fileChanged;
+        const auto& all = _parts.screen.observedFiles();
+        const bool isPictureDue = _parts.screen.noteFilesChanged(isFile ? std::span(&event->name, 1) : std::span(all));
+        if (isPictureDue) _isPainted = false;
     }
-    if (!_parts.notifications->lastError().empty()) _parts.notifications.reset();
-}
-
-// Rows that write as they are produced do not bring themselves up again: the look after producing
-// them takes what they wrote for known.
-void EventLoop::lookAtFiles() {
-    if (!_parts.files.takeChange()) return;
-    _parts.screen.noteFilesChanged();
-    paint();
-    _parts.files.takeChange();
 }
 
 }  // namespace hosts::terminal::screen

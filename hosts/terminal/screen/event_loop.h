@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <memory>
-
-#include "hosts/notifications/notification_stream.h"
+#include "hosts/phones/phone.h"
 #include "hosts/terminal/screen/curses_terminal.h"
-#include "hosts/terminal/screen/file_watch.h"
 #include "hosts/terminal/screen/screen_signals.h"
 #include "hosts/terminal/screen/settings_screen.h"
 
@@ -14,13 +11,12 @@ namespace hosts::terminal::screen {
 /// Keeps a screen going: waits for the user, for signals and for other processes' changes at once.
 class EventLoop {
 public:
-    /// All outlive the loop; `notifications` is null where there are none to listen to.
+    /// All outlive the loop.
     struct Parts {
         SettingsScreen& screen;
         CursesTerminal& terminal;
         ScreenSignals& signals;
-        FileWatch& files;
-        std::unique_ptr<NotificationStream> notifications;
+        PhoneEvents& events;
     };
     explicit EventLoop(Parts parts) : _parts(std::move(parts)) {}
 
@@ -33,8 +29,7 @@ private:
     void takeInput();
     void takeSignals();
     void takeSignal(int number);
-    void takeNotifications();
-    void lookAtFiles();
+    void takePhoneEvents();
 
     Parts _parts;
     Picture _picture;

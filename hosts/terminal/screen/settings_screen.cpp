@@ -31,36 +31,65 @@ std::string text(const Size& size, const Glyphs& glyphs) {
 
 }  // namespace
 
-SettingsScreen::SettingsScreen(ProgramContext& context, const Style& style)
+bool NoticingApplication::openURL(std::string_view url) {
+    const bool isOpened = _opener.openURL(url);
+    if (isOpened) {
+        _notices.say("Opened " + std::string(url));
+    } else {
+        _notices.warn("Not opened: " + std::string(url) + " (" + _opener.lastError() + ")");
+    }
+    return isOpened;
+}
+
+SettingsScreen::SettingsScreen(OpenedPhone& phone, const Style& style)
     : _text(style),
-      _outside(context, _notices),
-      _session(_outside.services(), context.installation.systemImage, context.device),
+      _phone(phone),
+      _services(phone),
+      _application(_services.opener, _notices),
       _host(_text, [this](const auto& presented) { return sheetFor(presented); }),
       _navigation(_host) {}
 
-bool SettingsScreen::start(std::string& error) {
-    if (!_session.loadPane(error)) return false;
-    auto root = _session.makeRootPage(error);
-    if (!root) return false;
-    if (auto access = _session.preferenceAccess(error)) _observedFiles = access->observedFiles();
-    _navigation.pushViewController_animated(std::move(root), false);
-    return true;
+platform::Result<platform::Done> SettingsScreen::start() {
+    const auto informed = _phone.phone->useDeviceInformation(_phone.deviceInformation);
+    if (!informed) _notices.warn(informed.error().text());
+    const SessionServices live = _services.forSession();
+    auto session = SettingsSession::load({live.files, live.notifications, _application, live.device, live.listener},
+                                         _phone.installation.systemImage, _phone.shape);
+    if (!session) return std::move(session).error();
+    _session = *std::move(session);
+    auto root = _session->makeRootPage();
+    if (!root) return std::move(root).error();
+    if (const auto access = _session->preferenceAccess()) {
+        for (auto& file : (*access)->observedFiles())
+            _observedFiles.push_back(std::move(file.path));
+    }
+    _navigation.pushViewController_animated(*std::move(root), false);
+    return platform::Done();
+}
+
+bool SettingsScreen::noteFilesChanged(std::span<const std::string> paths) {
+    const bool isChanged =
+        std::ranges::any_of(paths, [this](const std::string& path) { return _session->hasChangedSinceDrawn(path); });
+    if (isChanged) _host.top().noteCellsOld();
+    return isChanged;
 }
 
 std::shared_ptr<Sheet> SettingsScreen::sheetFor(const std::shared_ptr<platform::UIViewController>& presented) {
     if (auto mail = std::dynamic_pointer_cast<platform::MFMailComposeViewController>(presented)) {
-        return std::make_shared<MailSheet>(std::move(mail), _outside.mail(), _notices, _text);
+        return std::make_shared<MailSheet>(std::move(mail), _services.mail, _notices, _text);
     }
     if (auto post = std::dynamic_pointer_cast<platform::SLComposeViewController>(presented)) {
-        return std::make_shared<PostSheet>(std::move(post), _outside.opener(), _notices, _text);
+        return std::make_shared<PostSheet>(std::move(post), _services.opener, _notices, _text);
     }
     return nullptr;
 }
 
 Picture SettingsScreen::compose(Size size) {
     _size = size;
-    if (size.width < leastSize.width || size.height < leastSize.height) return composeTooSmall(size);
-    return composeAll(size);
+    const bool isTooSmall = size.width < leastSize.width || size.height < leastSize.height;
+    Picture picture = isTooSmall ? composeTooSmall(size) : composeAll(size);
+    _session->drawn();
+    return picture;
 }
 
 Picture SettingsScreen::composeTooSmall(Size size) const {
@@ -157,7 +186,9 @@ void SettingsScreen::handle(const Event& event) {
     } else {
         handleOnPage(event);
     }
-    if (const auto problem = _outside.takeWriteProblem()) _notices.warn("Not saved: " + *problem);
+    // The pages themselves are silent about it.
+    const auto problems = _services.outcomes.takeProblems();
+    if (!problems.empty()) _notices.warn("Not saved: " + problems.front().text());
 }
 
 void SettingsScreen::handleOnPage(const Event& event) {

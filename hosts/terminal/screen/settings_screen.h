@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -11,7 +12,6 @@
 #include "hosts/terminal/screen/event.h"
 #include "hosts/terminal/screen/find_prompt.h"
 #include "hosts/terminal/screen/notices.h"
-#include "hosts/terminal/screen/outside.h"
 #include "hosts/terminal/screen/picture.h"
 #include "hosts/terminal/screen/screen_host.h"
 #include "hosts/terminal/screen/screen_text.h"
@@ -19,32 +19,45 @@
 
 namespace hosts::terminal::screen {
 
+/// Opens addresses with the user's programs and says so, since a terminal shows nothing of it.
+class NoticingApplication final : public platform::UIApplication {
+public:
+    NoticingApplication(UrlOpener& opener, Notices& notices) : _opener(opener), _notices(notices) {}
+
+    bool canOpenURL(std::string_view url) override { return _opener.canOpenURL(url); }
+    bool openURL(std::string_view url) override;
+
+private:
+    UrlOpener& _opener;
+    Notices& _notices;
+};
+
 /// A Settings application for a terminal, without the terminal: events go in, pictures come out.
 class SettingsScreen {
 public:
     static constexpr Size leastSize{40, 12};
 
-    /// `context` outlives the object.
-    SettingsScreen(ProgramContext& context, const Style& style);
+    /// `phone` outlives the object.
+    SettingsScreen(OpenedPhone& phone, const Style& style);
 
-    /// Loads the pane and opens its root page. False, with one line in `error`, when that fails.
-    bool start(std::string& error);
+    /// Loads the pane and opens its root page.
+    platform::Result<platform::Done> start();
 
-    /// The whole screen as it is now. Rows that have come into view are produced for it.
+    /// The whole screen as it is now, which ends the turn. Rows that have come into view are produced for it.
     Picture compose(Size size);
 
     /// Carries out what the user did to the screen that was last composed.
     void handle(const Event& event);
 
-    /// Another process has changed a settings file: the rows that are seen are produced again.
-    void noteFilesChanged() { _host.top().noteCellsOld(); }
+    /// The paths of the files that the pane keeps.
+    const std::vector<std::string>& observedFiles() const { return _observedFiles; }
+
+    /// Another process may have changed one of these files. Where it has, the rows that are seen are produced again for
+    /// the next picture, which is then due; gives whether it is.
+    bool noteFilesChanged(std::span<const std::string> paths);
 
     /// Whether the user has had enough.
     bool isOver() const { return _isOver; }
-
-    /// The files that the pane keeps.
-    std::vector<platform::PreferenceAccess::ObservedFile> observedFiles() const { return _observedFiles; }
-    SessionNotifyCenter& notifications() { return _outside.notifications(); }
 
 private:
     std::shared_ptr<Sheet> sheetFor(const std::shared_ptr<platform::UIViewController>& presented);
@@ -74,14 +87,16 @@ private:
 
     ScreenText _text;
     Notices _notices;
-    Outside _outside;
-    SettingsSession _session;
+    OpenedPhone& _phone;
+    LiveServices _services;
+    NoticingApplication _application;
+    std::unique_ptr<SettingsSession> _session;
     ScreenHost _host;
     FindPrompt _find;
     std::shared_ptr<Sheet> _help;
     Size _size;
     bool _isOver = false;
-    std::vector<platform::PreferenceAccess::ObservedFile> _observedFiles;
+    std::vector<std::string> _observedFiles;
     platform::UINavigationController _navigation;
 };
 

@@ -3,7 +3,9 @@
 
 #include <string_view>
 
-namespace hosts::terminal {
+#include "platform/foundation/result.h"
+
+namespace hosts {
 
 /// What scripts rely on.
 enum ExitStatus : int {
@@ -12,11 +14,11 @@ enum ExitStatus : int {
     wrongUsage = 2,  ///< the command line is wrong
 };
 
-/// Prints one line on standard error, under the program's name, and gives the status back. Whatever in
+/// Prints one line on standard error, under the name of the program, and gives the status back. Whatever in
 /// the message could steer a terminal (a key, a path, a file's label) is made visible.
 int fail(ExitStatus status, std::string_view message);
+inline int fail(ExitStatus status, const platform::Problem& problem) {
+    return fail(status, problem.text());
+}
 
-/// Prints text on standard output; what it holds beyond printable characters goes out as it is.
-void print(std::string_view text);
-
-}  // namespace hosts::terminal
+}  // namespace hosts

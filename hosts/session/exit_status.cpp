@@ -1,17 +1,19 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/desktop/program/exit_status.h"
+#include "hosts/session/exit_status.h"
+
+#include <errno.h>
 
 #include <cstdio>
 #include <string>
 
 #include "hosts/session/printable.h"
 
-namespace hosts::desktop {
+namespace hosts {
 
 int fail(ExitStatus status, std::string_view message) {
-    const std::string line = "trivel3-settings: " + printable(message) + "\n";
+    const std::string line = std::string(program_invocation_short_name) + ": " + printable(message) + "\n";
     std::fwrite(line.data(), 1, line.size(), stderr);
     return status;
 }
 
-}  // namespace hosts::desktop
+}  // namespace hosts

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/phones/file_watch.h"
+
+#include <fcntl.h>
+#include <sys/epoll.h>
+#include <sys/inotify.h>
+#include <sys/timerfd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "hosts/phones/confined_open.h"
+
+namespace hosts {
+namespace {
+
+constexpr long lookPeriod = 250'000'000;  // nanoseconds
+
+constexpr unsigned folderEvents = IN_CREATE | IN_MOVED_TO | IN_MOVED_FROM | IN_DELETE | IN_DELETE_SELF | IN_MOVE_SELF;
+constexpr unsigned fileEvents = IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB;
+
+Descriptor startTimer() {
+    Descriptor timer{::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)};
+    const itimerspec period{{0, lookPeriod}, {0, lookPeriod}};
+    ::timerfd_settime(timer.get(), 0, &period, nullptr);
+    return timer;
+}
+
+}  // namespace
+
+FileWatch::FileWatch(PhoneFileSystem& files, std::vector<std::string> paths)
+    : _files(files), _waiting(::epoll_create1(EPOLL_CLOEXEC)) {
+    for (std::string& path : paths)
+        _watched.push_back({std::move(path), std::nullopt});
+    if (_watched.empty()) return;
+    if (isFileSystemOfKernel(_files.root())) _told = Descriptor{::inotify_init1(IN_CLOEXEC | IN_NONBLOCK)};
+    if (!_told.isOpen()) _timer = startTimer();
+    for (const Descriptor* descriptor : {&_told, &_timer}) {
+        if (descriptor->isOpen()) waitFor(descriptor->get());
+    }
+    watchAll();
+    look(false);
+    for (File& file : _watched)
+        file.isChanged = false;
+}
+
+void FileWatch::waitFor(int descriptor) {
+    epoll_event readable{};
+    readable.events = EPOLLIN;
+    ::epoll_ctl(_waiting.get(), EPOLL_CTL_ADD, descriptor, &readable);
+}
+
+void FileWatch::alsoWaitFor(int other) {
+    _other = other;
+    waitFor(other);
+}
+
+void FileWatch::waitForNoOther() {
+    ::epoll_ctl(_waiting.get(), EPOLL_CTL_DEL, std::exchange(_other, -1), nullptr);
+}
+
+std::optional<std::string> FileWatch::nextChange() {
+    if (drain()) {
+        watchAll();
+        look(_told.isOpen());
+    }
+    const auto changed = std::ranges::find(_watched, true, &File::isChanged);
+    if (changed == _watched.end()) return std::nullopt;
+    changed->isChanged = false;
+    return changed->path;
+}
+
+// A file that has been replaced is another file, and a folder that was missing may be there by now.
+void FileWatch::watchAll() {
+    if (!_told.isOpen()) return;
+    for (const File& file : _watched) {
+        watchFolderOf(file.path);
+        watch(file.path, O_PATH, fileEvents);
+    }
+}
+
+// The folder itself or, while there is none, the nearest above it that is there.
+void FileWatch::watchFolderOf(std::string path) {
+    do
+        path.resize(path.rfind('/'));
+    while (!watch(path + "/", O_PATH | O_DIRECTORY, folderEvents) && !path.empty());
+}
+
+// False when the path leads to no such thing on the phone. The watch is put on what was found there, by way of its
+// descriptor, so that nothing outside the phone is ever watched.
+bool FileWatch::watch(const std::string& path, int flags, unsigned events) {
+    const Descriptor thing = openConfined(FileCalls::system(), _files.root(), path, flags);
+    if (!thing.isOpen()) return false;
+    const std::string name = "/proc/self/fd/" + std::to_string(thing.get());
+    return ::inotify_add_watch(_told.get(), name.c_str(), events) >= 0;
+}
+
+// Whether anything has arrived. What it was does not matter: the files are looked at.
+bool FileWatch::drain() {
+    bool hasArrived = false;
+    alignas(inotify_event) char arrived[4096];
+    for (const Descriptor* descriptor : {&_told, &_timer}) {
+        while (descriptor->isOpen() && ::read(descriptor->get(), arrived, sizeof arrived) > 0)
+            hasArrived = true;
+    }
+    return hasArrived;
+}
+
+// A second change within a tick of the file system's clock leaves no other stamp, but the kernel tells of it.
+void FileWatch::look(bool wasTold) {
+    for (File& file : _watched) {
+        const auto found = _files.look(file.path);
+        const auto now = found ? std::optional(*found) : std::nullopt;
+        const bool isSame = now && file.stamp ? now->isSameAs(*file.stamp) : !now && !file.stamp;
+        if (!isSame || (wasTold && now)) file.isChanged = true;
+        file.stamp = now;
+    }
+}
+
+}  // namespace hosts

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hosts/phones/phone_file_system.h"
+#include "hosts/system/descriptor.h"
+
+namespace hosts {
+
+/// Keeps an eye on files of a phone that any process may change, and that may not be there yet. The kernel is asked to
+/// tell; on file systems that are elsewhere, whose changes it does not learn of, the files are looked at four times a
+/// second.
+class FileWatch {
+public:
+    /// `files` outlives the object; `paths` are the phone's own.
+    FileWatch(PhoneFileSystem& files, std::vector<std::string> paths);
+
+    /// Becomes readable when there may be a change, or more of the other descriptor.
+    int descriptor() const { return _waiting.get(); }
+
+    /// Another descriptor that `descriptor` stands for too, until `waitForNoOther`.
+    void alsoWaitFor(int other);
+    void waitForNoOther();
+
+    /// The path of a file that is another, or may hold something else, than when this last gave its path.
+    std::optional<std::string> nextChange();
+
+private:
+    struct File {
+        std::string path;
+        std::optional<platform::Stamp> stamp;
+        bool isChanged = false;
+    };
+
+    void waitFor(int descriptor);
+    void watchAll();
+    void watchFolderOf(std::string path);
+    bool watch(const std::string& path, int flags, unsigned events);
+    bool drain();
+    void look(bool wasTold);
+
+    PhoneFileSystem& _files;
+    std::vector<File> _watched;
+    Descriptor _told;
+    Descriptor _timer;
+    Descriptor _waiting;
+    int _other = -1;
+};
+
+}  // namespace hosts

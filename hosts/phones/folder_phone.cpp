@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/phones/folder_phone.h"
+
+#include <filesystem>
+#include <utility>
+
+#include "hosts/phones/file_watch.h"
+
+namespace hosts {
+namespace {
+
+PhoneIdentity identityOf(const std::string& folder) {
+    std::error_code ignored;
+    const auto place = std::filesystem::canonical(folder, ignored);
+    return {place.string(), place.filename().string()};
+}
+
+/// What the watch and the session bus tell, behind one descriptor.
+class FolderEvents final : public PhoneEvents {
+public:
+    FolderEvents(FileWatch files, SessionNotifyCenter& notifications)
+        : _files(std::move(files)), _notifications(notifications.observe()) {
+        if (_notifications) {
+            _files.alsoWaitFor(_notifications->descriptor());
+        } else {
+            _whyNoNotifications = platform::Problem{{}, {}, notifications.lastError()};
+        }
+    }
+
+    int descriptor() const override { return _files.descriptor(); }
+
+    std::optional<PhoneEvent> next() override {
+        if (_notifications) {
+            if (auto name = _notifications->next()) return PhoneEvent{PhoneEvent::Kind::notification, *std::move(name)};
+            if (!_notifications->lastError().empty()) endNotifications();
+        }
+        auto path = _files.nextChange();
+        if (!path) return std::nullopt;
+        return PhoneEvent{PhoneEvent::Kind::fileChanged, *std::move(path)};
+    }
+
+    const std::optional<platform::Problem>& whyNoNotifications() const override { return _whyNoNotifications; }
+
+private:
+    void endNotifications() {
+        _files.waitForNoOther();
+        _whyNoNotifications = platform::Problem{{}, {}, _notifications->lastError()};
+        _notifications.reset();
+    }
+
+    FileWatch _files;
+    std::unique_ptr<NotificationStream> _notifications;
+    std::optional<platform::Problem> _whyNoNotifications;
+};
+
+}  // namespace
+
+platform::Result<std::unique_ptr<Phone>> FolderPhone::open(const std::string& folder, const std::string& busModule) {
+    auto files = PhoneFileSystem::open(folder);
+    if (!files) return std::move(files).error();
+    return std::unique_ptr<Phone>(new FolderPhone(*std::move(files), folder, busModule));
+}
+
+FolderPhone::FolderPhone(PhoneFileSystem files, const std::string& folder, const std::string& busModule)
+    : _files(std::move(files)), _notifications(busModule), _device(_files, folder), _identity(identityOf(folder)) {}
+
+std::unique_ptr<PhoneEvents> FolderPhone::observe(std::span<const std::string> paths) {
+    return std::make_unique<FolderEvents>(FileWatch(_files, {paths.begin(), paths.end()}), _notifications);
+}
+
+}  // namespace hosts

@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+
+#include "hosts/notifications/session_notify_center.h"
+#include "hosts/phones/device_information.h"
+#include "hosts/phones/phone.h"
+#include "hosts/phones/phone_file_system.h"
+
+namespace hosts {
+
+/// A phone in a folder of this machine, a mount perhaps, that stands for the root of the phone's file system. Its
+/// notification centre is the user's session bus.
+class FolderPhone final : public Phone {
+public:
+    /// `busModule` is the path of the module that speaks to the session bus. A problem when the folder cannot be
+    /// opened.
+    static platform::Result<std::unique_ptr<Phone>> open(const std::string& folder, const std::string& busModule);
+
+    platform::FileSystem& files() override { return _files; }
+    platform::DarwinNotifyCenter& notifications() override { return _notifications; }
+    platform::DeviceQuery& device() override { return _device; }
+    platform::Result<platform::Done> useDeviceInformation(const std::string& file) override {
+        return _device.useFile(file);
+    }
+    void tell(platform::FileListener* listener) override { _files.tell(listener); }
+    std::unique_ptr<PhoneEvents> observe(std::span<const std::string> paths) override;
+    const PhoneIdentity& identity() const override { return _identity; }
+
+private:
+    FolderPhone(PhoneFileSystem files, const std::string& folder, const std::string& busModule);
+
+    PhoneFileSystem _files;
+    SessionNotifyCenter _notifications;
+    DeviceInformation _device;
+    PhoneIdentity _identity;
+};
+
+}  // namespace hosts

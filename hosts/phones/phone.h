@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+
+#include "platform/foundation/notification_center.h"
+#include "platform/foundation/result.h"
+#include "platform/services/device_query.h"
+#include "platform/services/file_listener.h"
+#include "platform/services/file_system.h"
+
+namespace hosts {
+
+/// Something that came from the phone, or from a program that works on it too.
+struct PhoneEvent {
+    enum class Kind {
+        fileChanged,   ///< the file may hold something else than before; `name` is its path on the phone
+        notification,  ///< `name` was posted, by this process perhaps
+    };
+    Kind kind;
+    std::string name;
+};
+
+/// What happens to a phone from the moment at which this was made, in order.
+class PhoneEvents {
+public:
+    virtual ~PhoneEvents() = default;
+
+    /// Becomes readable when there may be more; whoever waits for it calls `next` until that gives nothing.
+    virtual int descriptor() const = 0;
+
+    /// The next event that has arrived; nothing when none has. Does not wait.
+    virtual std::optional<PhoneEvent> next() = 0;
+
+    /// Why no notifications come, or none any more; nothing while they do.
+    virtual const std::optional<platform::Problem>& whyNoNotifications() const = 0;
+};
+
+/// What a phone is known by.
+struct PhoneIdentity {
+    std::string place;  ///< the same by whichever path the phone is reached
+    std::string name;   ///< for people
+};
+
+/// A phone that the programs work on. All that differs between kinds of phone is behind this type; what it gives out
+/// lives as long as it does. For one thread.
+class Phone {
+public:
+    virtual ~Phone() = default;
+
+    virtual platform::FileSystem& files() = 0;
+    virtual platform::DarwinNotifyCenter& notifications() = 0;
+    virtual platform::DeviceQuery& device() = 0;
+
+    /// From here on, answers about the device come from the list in this file of this machine, in place of the phone's
+    /// own. An empty path names none, and changes nothing. A problem when the file is no list of answers.
+    virtual platform::Result<platform::Done> useDeviceInformation(const std::string& file) = 0;
+
+    /// Who is told of what cannot be used on the phone; null for nobody.
+    virtual void tell(platform::FileListener* listener) = 0;
+
+    /// Listens to notifications, and keeps an eye on these files of the phone, whether or not they are there yet.
+    virtual std::unique_ptr<PhoneEvents> observe(std::span<const std::string> paths) = 0;
+
+    virtual const PhoneIdentity& identity() const = 0;
+};
+
+}  // namespace hosts

@@ -1,0 +1,56 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/session/outcomes.h"
+
+#include <unistd.h>
+
+#include <cstdio>
+#include <functional>
+
+#include "hosts/session/printable.h"
+
+namespace hosts {
+namespace {
+
+// More than anybody reads on a terminal.
+constexpr std::size_t mostHeld = 1000;
+
+void say(const std::string& line) {
+    std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+}  // namespace
+
+void Outcomes::passedOver(const platform::Problem& problem) {
+    if (!_tellsPassedOver) return;
+    std::string line = _program + ": skipped " + printable(problem.path) + ": " + printable(problem.reason) + "\n";
+    if (!_hashes.insert(std::hash<std::string>()(line)).second) return;
+    if (!_areHeld) {
+        say(line);
+    } else if (_held.size() < mostHeld) {
+        _held.push_back(std::move(line));
+    } else {
+        ++_leftOut;
+    }
+}
+
+void Outcomes::notChanged(const platform::Problem& problem, bool) {
+    _problems.push_back(problem);
+}
+
+Outcomes::Hold::Hold(Outcomes& outcomes) : _outcomes(outcomes) {
+    _outcomes._areHeld = ::isatty(STDERR_FILENO) == 1;
+}
+
+Outcomes::Hold::~Hold() {
+    for (const std::string& line : _outcomes._held)
+        say(line);
+    if (_outcomes._leftOut > 0) {
+        say(_outcomes._program + ": skipped " + std::to_string(_outcomes._leftOut) +
+            " more; standard error that goes into a file has them all\n");
+    }
+    _outcomes._areHeld = false;
+    _outcomes._held.clear();
+    _outcomes._leftOut = 0;
+}
+
+}  // namespace hosts

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/session/services.h"
+
+#include <utility>
+
+namespace hosts {
+
+using platform::Result;
+using platform::Stamp;
+
+Result<Stamp> ScratchFileSystem::look(std::string_view path) const {
+    const auto written = _written.find(path);
+    return written == _written.end() ? _below.look(path) : Result<Stamp>(written->second.stamp);
+}
+
+Result<Stamp> ScratchFileSystem::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
+    const auto written = _written.find(path);
+    if (written == _written.end()) return _below.readFile(path, contents, limit);
+    contents = written->second.contents;
+    return written->second.stamp;
+}
+
+Result<Stamp> ScratchFileSystem::changeFile(std::string_view path, const platform::Change& change) {
+    std::string held;
+    const bool isThere = readFile(path, held).has_value();
+    Result<std::string> wanted = change(isThere ? std::optional<std::string_view>(held) : std::nullopt);
+    if (!wanted) return std::move(wanted).error();
+    // Like none of the file system below, and another one at each write.
+    const Stamp stamp{.inode = ++_writes, .size = wanted->size(), .isSettled = true};
+    _written.insert_or_assign(std::string(path), Written{*std::move(wanted), stamp});
+    return stamp;
+}
+
+}  // namespace hosts

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "hosts/hand_over/desktop.h"
+#include "hosts/hand_over/mail_sender.h"
+#include "hosts/hand_over/url_opener.h"
+#include "hosts/hand_over/xdg_programs.h"
+#include "hosts/session/opened_phone.h"
+#include "platform/foundation/notification_center.h"
+#include "platform/services/application.h"
+#include "platform/services/device_query.h"
+#include "platform/services/file_system.h"
+
+namespace hosts {
+
+/// What a session's pages reach the world by. All of it outlives the session.
+struct SessionServices {
+    platform::FileSystem& files;
+    platform::DarwinNotifyCenter& notifications;
+    platform::UIApplication& application;
+    platform::DeviceQuery& device;
+    /// Null when nobody wants to know what becomes of the files.
+    platform::FileListener* listener = nullptr;
+};
+
+/// The phone's own files and notifications, and the user's programs. Nothing is loaded or started before it is needed.
+struct LiveServices {
+    /// The phone outlives the services.
+    explicit LiveServices(OpenedPhone& opened)
+        : phone(*opened.phone),
+          outcomes(*opened.outcomes),
+          desktop(opened.installation.desktopModule()),
+          opener(desktop, programs),
+          mail(opened.installation.mailModule(), desktop, programs) {}
+
+    SessionServices forSession() { return {phone.files(), phone.notifications(), opener, phone.device(), &outcomes}; }
+
+    Phone& phone;
+    Outcomes& outcomes;
+    Desktop desktop;
+    XdgPrograms programs;
+    UrlOpener opener;
+    MailSender mail;
+};
+
+/// A file system over another: what is written stays in memory and is found there, and the file
+/// system below is only read.
+class ScratchFileSystem final : public platform::FileSystem {
+public:
+    /// `below` outlives the object.
+    explicit ScratchFileSystem(const platform::FileSystem& below) : _below(below) {}
+
+    using platform::FileSystem::readFile;
+    platform::Result<platform::Stamp> look(std::string_view path) const override;
+    platform::Result<platform::Stamp> readFile(std::string_view path, std::string& contents,
+                                               std::size_t limit) const override;
+    platform::Result<std::vector<std::string>> listFolder(std::string_view path) const override {
+        return _below.listFolder(path);
+    }
+    platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change& change) override;
+
+private:
+    struct Written {
+        std::string contents;
+        platform::Stamp stamp;
+    };
+
+    const platform::FileSystem& _below;
+    std::map<std::string, Written, std::less<>> _written;
+    std::uint64_t _writes = 0;
+};
+
+struct QuietNotifyCenter final : platform::DarwinNotifyCenter {
+    void postNotification(std::string_view) override {}
+};
+
+struct QuietApplication final : platform::UIApplication {
+    bool canOpenURL(std::string_view) override { return false; }
+    bool openURL(std::string_view) override { return false; }
+};
+
+/// For sessions that only look: what a page repairs stays in memory, and nothing reaches the outside.
+class QuietServices {
+public:
+    /// The phone outlives the services.
+    explicit QuietServices(OpenedPhone& opened)
+        : _phone(*opened.phone), _outcomes(*opened.outcomes), _files(opened.phone->files()) {}
+
+    SessionServices forSession() { return {_files, _notifications, _application, _phone.device(), &_outcomes}; }
+
+private:
+    Phone& _phone;
+    Outcomes& _outcomes;
+    ScratchFileSystem _files;
+    QuietNotifyCenter _notifications;
+    QuietApplication _application;
+};
+
+}  // namespace hosts

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/foundation/value.h"
+#include "platform/services/file_system.h"
+
+namespace platform {
+
+class FileListener;
+
+/// Property-list files whose root is a dictionary (`dictionaryWithContentsOfFile:` and `writeToFile:atomically:`).
+///
+/// Each reading looks at the file, and what was parsed before serves again only while it is known that reading and
+/// parsing would give the same: so whoever reads sees what any process has written by then, between two readings too.
+/// What is kept is held until `forget`, which a host calls when what one event has brought about has been drawn or
+/// answered.
+class DictionaryFiles {
+public:
+    /// `files` outlives the object, and so does the listener, which may be null.
+    explicit DictionaryFiles(FileSystem& files, FileListener* listener = nullptr)
+        : _files(files), _listener(listener) {}
+    DictionaryFiles(const DictionaryFiles&) = delete;
+    DictionaryFiles& operator=(const DictionaryFiles&) = delete;
+
+    /// The file's content; null for a file that is missing, cannot be read, is no property list or no dictionary.
+    std::shared_ptr<const Dictionary> read(std::string_view path);
+
+    /// Replaces the file by what `change` makes of its content, as XML; a file that reads as nothing counts as empty.
+    /// `change` captures by value, and may be called again on a newer file. What became of it is told to the listener
+    /// alone.
+    void edit(std::string_view path, const std::function<Dictionary(Dictionary held)>& change);
+
+    /// What was read last of each file, null for what reads as nothing.
+    using Contents = std::map<std::string, std::shared_ptr<const Dictionary>, std::less<>>;
+
+    /// Keeps nothing any more, and gives back what it kept.
+    Contents forget();
+
+private:
+    using Content = std::shared_ptr<const Dictionary>;
+
+    /// A file as it was last read or written.
+    struct Known {
+        std::shared_ptr<const std::string> bytes;
+        Stamp stamp;
+        std::optional<Content> content;  ///< nothing until somebody asks for it
+
+        const Content& parsed();
+    };
+
+    FileSystem& _files;
+    FileListener* _listener;
+    std::map<std::string, Known, std::less<>> _known;
+};
+
+}  // namespace platform
