@@ -7,12 +7,15 @@
 #include <vector>
 
 #include "platform/foundation/property_list.h"
+#include "platform/foundation/property_list/ascii.h"
 #include "platform/foundation/property_list/unicode.h"
 #include "platform/foundation/utf8.h"
 
 namespace hosts {
 namespace {
 
+using platform::property_list::digitValue;
+using platform::property_list::isDigit;
 using platform::property_list::utf8FromUtf16;
 
 // Of UTF-16, an even number of bytes.
@@ -45,15 +48,8 @@ bool isBlank(char byte) {
 }
 
 bool isUnquotedCharacter(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
+    return isDigit(byte) || (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
            std::string_view("_$/:.-").find(byte) != std::string_view::npos;
-}
-
-int digitValue(char byte) {
-    if (byte >= '0' && byte <= '9') return byte - '0';
-    if (byte >= 'a' && byte <= 'f') return byte - 'a' + 10;
-    if (byte >= 'A' && byte <= 'F') return byte - 'A' + 10;
-    return 16;
 }
 
 /// The old text form, as UTF-8.
@@ -76,7 +72,7 @@ private:
     std::optional<std::string> readUnquoted();
     std::string readEscape();
     std::string readCodePoints();
-    std::string readUnit(int base, int mostDigits);
+    std::string readUnit(unsigned base, int mostDigits);
 
     std::string_view _text;
     std::size_t _position = 0;
@@ -191,10 +187,10 @@ std::string StringsText::readCodePoints() {
 }
 
 // A number of digits as one unit of UTF-16, big-endian.
-std::string StringsText::readUnit(int base, int mostDigits) {
-    int number = 0;
+std::string StringsText::readUnit(unsigned base, int mostDigits) {
+    unsigned number = 0;
     for (int digits = 0; digits < mostDigits && !atEnd(); ++digits) {
-        const int digit = digitValue(_text[_position]);
+        const unsigned digit = digitValue(_text[_position]);
         if (digit >= base) break;
         number = number * base + digit;
         ++_position;
