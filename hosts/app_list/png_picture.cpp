@@ -157,9 +157,8 @@ std::optional<std::string> standardForm(const Head& head) {
     return file;
 }
 
-// What libpng needs to read a file from memory. Its simplified reading (png_image_*) would be shorter,
-// but some releases of it write beyond the rows of interlaced pictures of 16 bits, and others mix
-// those rows up.
+// What libpng needs to read a file from memory: its simplified reading (png_image_*) fails on
+// interlaced pictures of 16 bits.
 class PngReader {
 public:
     explicit PngReader(std::string_view file) : _rest(file) {
