@@ -15,7 +15,7 @@
 #include "benchmarks/benchmark_set.h"
 #include "benchmarks/page_use.h"
 #include "benchmarks/ratio_reporter.h"
-#include "hosts/app_list/picture_scaling.h"
+#include "hosts/app_list/picture.h"
 #include "hosts/app_list/png_picture.h"
 
 namespace benchmarks {

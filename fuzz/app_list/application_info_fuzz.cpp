@@ -7,9 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/app_list/icon_names.h"
-#include "hosts/app_list/installed_application.h"
-#include "hosts/app_list/one_line_name.h"
+#include "hosts/app_list/application_icon.h"
 #include "platform/foundation/utf8.h"
 
 namespace {
@@ -47,8 +45,7 @@ bool isOneLine(std::string_view name) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const UniformPhone phone({reinterpret_cast<const char*>(data), size});
     hosts::RationedFiles files(phone, {10, 10, 10 * size + 1});
-    std::string problem;
-    const auto application = hosts::readApplication(files, "/Applications/Folder.app", problem);
+    const auto application = hosts::readApplication(files, "/Applications/Folder.app");
     if (!application) return 0;
     if (application->identifier.empty() || application->displayName.empty()) std::abort();
     if (!isOneLine(application->displayName)) std::abort();

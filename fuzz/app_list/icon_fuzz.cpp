@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/app_list/picture_scaling.h"
+#include "hosts/app_list/picture.h"
 #include "hosts/app_list/png_picture.h"
 
 namespace {

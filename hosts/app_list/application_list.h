@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "hosts/app_list/icon_loader.h"
+#include "hosts/app_list/application_icon.h"
 #include "hosts/app_list/installed_applications.h"
 #include "platform/services/app_list.h"
 #include "platform/services/platform.h"

@@ -2,10 +2,13 @@
 #include "hosts/app_list/installed_applications.h"
 
 #include <algorithm>
-#include <cstddef>
-#include <string>
+#include <cstdint>
 #include <unordered_map>
 #include <utility>
+
+#include "hosts/app_list/strings_file.h"
+#include "platform/foundation/property_list.h"
+#include "platform/foundation/utf8.h"
 
 namespace hosts {
 namespace {
@@ -30,9 +33,70 @@ std::string rationSpent() {
            " names and read " + std::to_string(ration.bytes >> 20) + " MB";
 }
 
+// Far above any that an application comes with.
+constexpr std::size_t longestInfo = std::size_t{1} << 20;
+constexpr std::size_t longestIdentifier = 1024;
+constexpr std::string_view folderEnding = ".app";
+
 bool isApplicationFolder(std::string_view name) {
-    constexpr std::string_view ending = ".app";
-    return name.size() > ending.size() && name.ends_with(ending);
+    return name.size() > folderEnding.size() && name.ends_with(folderEnding);
+}
+
+std::string_view textForKey(const platform::Dictionary& dictionary, std::string_view key) {
+    const platform::Value* value = dictionary.find(key);
+    return value && value->string() ? std::string_view(*value->string()) : std::string_view();
+}
+
+platform::Dictionary readEnglishNames(RationedFiles& files, const std::string& folder) {
+    std::string& bytes = files.room();
+    if (!files.readFile(folder + "/en.lproj/InfoPlist.strings", bytes, longestInfo)) return {};
+    return readStringsFile(bytes).value_or(platform::Dictionary());
+}
+
+// The identifier becomes a key of XML property lists, which cannot say control characters.
+bool isUsableIdentifier(std::string_view identifier) {
+    const auto isControl = [](char byte) { return static_cast<std::uint8_t>(byte) < 0x20 || byte == 0x7F; };
+    return !identifier.empty() && identifier.size() <= longestIdentifier && std::ranges::none_of(identifier, isControl);
+}
+
+bool isControlOrLineBreak(char32_t code) {
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x2028 || code == 0x2029;
+}
+
+// A name as it can stand in a row: one line, cut between characters, with a space for each control
+// character and line break. Empty when nothing but blanks is left.
+std::string oneLineName(std::string_view name) {
+    std::string line;
+    while (!name.empty()) {
+        const platform::Utf8Character next = platform::firstUtf8Character(name);
+        if (line.size() + next.length > longestName) break;
+        line += isControlOrLineBreak(next.code) ? std::string_view(" ") : name.substr(0, next.length);
+        name.remove_prefix(next.length);
+    }
+    return line.find_first_not_of(' ') == line.npos ? std::string() : line;
+}
+
+// Text in the place of a folder's name, which is bytes, and need not be UTF-8.
+std::string textOfFileName(std::string_view name) {
+    if (platform::isValidUtf8(name)) return std::string(name);
+    std::string text;
+    for (const char byte : name)
+        text += static_cast<std::uint8_t>(byte) < 0x80 ? std::string(1, byte) : "\uFFFD";
+    return text;
+}
+
+// Key by key, the English text stands in for that of the Info.plist.
+std::string displayName(const platform::Dictionary& info, const platform::Dictionary& english,
+                        std::string_view folder) {
+    for (const std::string_view key : {"CFBundleDisplayName", "CFBundleName"}) {
+        for (const platform::Dictionary* source : {&english, &info}) {
+            std::string name = oneLineName(textForKey(*source, key));
+            if (!name.empty()) return name;
+        }
+    }
+    folder.remove_prefix(folder.rfind('/') + 1);
+    folder.remove_suffix(folderEnding.size());
+    return oneLineName(textOfFileName(folder));
 }
 
 class ApplicationFinder {
@@ -74,14 +138,16 @@ private:
     bool isSpent() const { return !_files.firstRefused().empty(); }
 
     void addApplication(const std::string& folder, bool isSystem) {
-        std::string problem;
         if (const auto known = _knownByFolder.extract(folder)) {
             _found.push_back(std::move(*known.mapped()));
-        } else if (auto application = readApplication(_files, folder, problem)) {
+            return;
+        }
+        auto application = readApplication(_files, folder);
+        if (application) {
             application->isSystem = isSystem;
             _found.push_back(*std::move(application));
         } else if (!isSpent()) {
-            platform::tellPassedOver(_skips, folder, problem);
+            platform::tellPassedOver(_skips, folder, application.error().reason);
         }
     }
 
@@ -93,6 +159,25 @@ private:
 };
 
 }  // namespace
+
+std::optional<platform::Dictionary> readInfo(RationedFiles& files, const std::string& folder,
+                                             std::span<const std::string_view> keys) {
+    std::string& bytes = files.room();
+    if (!files.readFile(folder + "/Info.plist", bytes, longestInfo)) return {};
+    return platform::readRootKeys(bytes, keys);
+}
+
+platform::Result<InstalledApplication> readApplication(RationedFiles& files, const std::string& folder) {
+    constexpr std::string_view keys[] = {"CFBundleIdentifier", "CFBundleDisplayName", "CFBundleName"};
+    const std::optional<platform::Dictionary> info = readInfo(files, folder, keys);
+    if (!info) return platform::Problem{folder, {}, "it has no Info.plist that can be read"};
+    const std::string_view identifier = textForKey(*info, "CFBundleIdentifier");
+    if (!isUsableIdentifier(identifier)) {
+        return platform::Problem{folder, {}, "its Info.plist has no usable CFBundleIdentifier"};
+    }
+    const platform::Dictionary english = readEnglishNames(files, folder);
+    return InstalledApplication{std::string(identifier), displayName(*info, english, folder), folder};
+}
 
 const InstalledApplication* findApplication(const InstalledApplications& applications, std::string_view identifier) {
     const auto found = std::ranges::lower_bound(applications, identifier, {}, &InstalledApplication::identifier);

@@ -1,14 +1,30 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
-#include "hosts/app_list/installed_application.h"
-#include "platform/services/file_system.h"
+#include "hosts/app_list/rationed_files.h"
+#include "platform/foundation/result.h"
+#include "platform/foundation/value.h"
 #include "platform/services/file_listener.h"
 
 namespace hosts {
+
+/// What is known of one application.
+struct InstalledApplication {
+    std::string identifier;   ///< not empty, and without control characters
+    std::string displayName;  ///< one line of at most `longestName` bytes
+    std::string folder;       ///< the phone's path of its ".app" folder
+    bool isSystem = false;
+};
+
+/// In bytes: longer than any name that fits a screen, and short enough to be laid out many times.
+inline constexpr std::size_t longestName = 512;
 
 /// Each identifier once, in the order of the identifiers' bytes.
 using InstalledApplications = std::vector<InstalledApplication>;
@@ -26,5 +42,14 @@ const InstalledApplication* findApplication(const InstalledApplications& applica
 /// is there and is not among them.
 InstalledApplications findInstalledApplications(const platform::FileSystem& files, InstalledApplications known = {},
                                                 platform::FileListener* skips = nullptr);
+
+/// Reads the Info.plist of the application in `folder`, whose name ends in ".app", and its English
+/// names. A problem when there is no usable identifier; anything else that is missing or malformed is
+/// as if it were not there.
+platform::Result<InstalledApplication> readApplication(RationedFiles& files, const std::string& folder);
+
+/// These keys of the Info.plist of the application in `folder`; nothing when it cannot be read.
+std::optional<platform::Dictionary> readInfo(RationedFiles& files, const std::string& folder,
+                                             std::span<const std::string_view> keys);
 
 }  // namespace hosts

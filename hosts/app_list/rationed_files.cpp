@@ -5,15 +5,13 @@
 
 namespace hosts {
 
-void RationedFiles::noteRefused(std::string_view path) {
+bool RationedFiles::refuse(std::string_view path) {
     if (_firstRefused.empty()) _firstRefused = path;
+    return false;
 }
 
 bool RationedFiles::takeCall(std::string_view path) {
-    if (_left.calls == 0) {
-        noteRefused(path);
-        return false;
-    }
+    if (_left.calls == 0) return refuse(path);
     --_left.calls;
     return true;
 }
@@ -21,19 +19,16 @@ bool RationedFiles::takeCall(std::string_view path) {
 bool RationedFiles::readFile(std::string_view path, std::string& contents, std::size_t limit) {
     contents.clear();
     if (!takeCall(path)) return false;
-    if (!_files.readFile(path, contents, std::min(limit, _left.bytes))) {
-        if (_left.bytes < limit) noteRefused(path);
-        return false;
-    }
+    if (!_files.readFile(path, contents, std::min(limit, _left.bytes))) return _left.bytes < limit && refuse(path);
     _left.bytes -= contents.size();
     return true;
 }
 
 std::vector<std::string> RationedFiles::listFolder(std::string_view path) {
-    if (!takeCall(path)) return {};
-    std::vector<std::string> names = _files.listFolder(path).value_or({});
+    std::vector<std::string> names;
+    if (takeCall(path)) names = _files.listFolder(path);
     if (names.size() > _left.names) {
-        noteRefused(path);
+        refuse(path);
         return {};
     }
     _left.names -= names.size();

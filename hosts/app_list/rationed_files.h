@@ -26,14 +26,13 @@ public:
     /// As `FileSystem::readFile`.
     bool readFile(std::string_view path, std::string& contents, std::size_t limit);
 
+    /// As `FileSystem::listFolder`. The folder that exceeds the ration reads as empty.
+    std::vector<std::string> listFolder(std::string_view path);
+
     /// For what is read of small files, one after the other: made once, where making it for each file
     /// would cost more than reading it.
     std::string& room() { return _room; }
 
-    /// As `FileSystem::listFolder`. The folder that exceeds the ration reads as empty.
-    std::vector<std::string> listFolder(std::string_view path);
-
-    /// What is left to be taken.
     const FileRation& left() const { return _left; }
 
     /// The path that was asked for first when the ration did not reach; empty when it always has.
@@ -41,7 +40,7 @@ public:
 
 private:
     bool takeCall(std::string_view path);
-    void noteRefused(std::string_view path);
+    bool refuse(std::string_view path);
 
     const platform::FileSystem& _files;
     FileRation _left;

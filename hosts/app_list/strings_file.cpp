@@ -6,33 +6,50 @@
 #include <utility>
 #include <vector>
 
-#include "hosts/app_list/strings_encoding.h"
 #include "platform/foundation/property_list.h"
+#include "platform/foundation/property_list/ascii.h"
 #include "platform/foundation/property_list/unicode.h"
+#include "platform/foundation/utf8.h"
 
 namespace hosts {
 namespace {
 
-namespace unicode = platform::property_list;
+using platform::property_list::digitValue;
+using platform::property_list::isDigit;
+using platform::property_list::utf8FromUtf16;
+
+// Of UTF-16, an even number of bytes.
+std::string withBytesSwapped(std::string_view bytes) {
+    std::string swapped(bytes);
+    for (std::size_t unit = 0; unit + 1 < swapped.size(); unit += 2) {
+        std::swap(swapped[unit], swapped[unit + 1]);
+    }
+    return swapped;
+}
+
+// The file's text as UTF-8, without its byte order mark. Where there is none, the zero byte of the
+// first character tells UTF-16, since that one is of ASCII: a blank, a quote, a comment, a letter of
+// a key. Half a surrogate pair becomes U+FFFD. Nothing for bytes that are no text.
+std::optional<std::string> decodedText(std::string_view bytes) {
+    constexpr std::string_view utf8Mark = "\xEF\xBB\xBF";
+    const bool hasMark = bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF");
+    if (hasMark || (bytes.size() >= 2 && (bytes[0] == '\0') != (bytes[1] == '\0'))) {
+        if (bytes.size() % 2 != 0) return std::nullopt;
+        const bool isLittleEndian = hasMark ? bytes[0] == '\xFF' : bytes[1] == '\0';
+        if (hasMark) bytes.remove_prefix(2);
+        return utf8FromUtf16(isLittleEndian ? withBytesSwapped(bytes) : std::string(bytes));
+    }
+    if (bytes.starts_with(utf8Mark)) bytes.remove_prefix(utf8Mark.size());
+    return platform::isValidUtf8(bytes) ? std::optional<std::string>(bytes) : std::nullopt;
+}
 
 bool isBlank(char byte) {
     return byte == ' ' || (byte >= '\t' && byte <= '\r');
 }
 
 bool isUnquotedCharacter(char byte) {
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
+    return isDigit(byte) || (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
            std::string_view("_$/:.-").find(byte) != std::string_view::npos;
-}
-
-int digitValue(char byte) {
-    if (byte >= '0' && byte <= '9') return byte - '0';
-    if (byte >= 'a' && byte <= 'f') return byte - 'a' + 10;
-    if (byte >= 'A' && byte <= 'F') return byte - 'A' + 10;
-    return 16;
-}
-
-void appendCharacter(std::string& string, char32_t code) {
-    unicode::appendUtf8(string, unicode::isCharacter(code) ? code : unicode::replacementCharacter);
 }
 
 /// The old text form, as UTF-8.
@@ -53,9 +70,9 @@ private:
     std::optional<std::string> readString();
     std::optional<std::string> readQuoted(char quote);
     std::optional<std::string> readUnquoted();
-    void readEscape(std::string& string);
-    char32_t readCodePoint();
-    char32_t readNumber(int base, int mostDigits);
+    std::string readEscape();
+    std::string readCodePoints();
+    std::string readUnit(unsigned base, int mostDigits);
 
     std::string_view _text;
     std::size_t _position = 0;
@@ -130,7 +147,7 @@ std::optional<std::string> StringsText::readQuoted(char quote) {
         const char byte = _text[_position++];
         if (byte == quote) return string;
         if (byte == '\\') {
-            readEscape(string);
+            string += readEscape();
         } else {
             string += byte;
         }
@@ -147,46 +164,38 @@ std::optional<std::string> StringsText::readUnquoted() {
 }
 
 // What follows a backslash. At the end of the text nothing does, and the string has no end either.
-void StringsText::readEscape(std::string& string) {
+std::string StringsText::readEscape() {
     constexpr std::string_view letters = "abfnrtv";
     constexpr std::string_view meanings = "\a\b\f\n\r\t\v";
-    if (atEnd()) return;
+    if (atEnd()) return {};
     const char byte = _text[_position];
-    if (byte >= '0' && byte <= '7') {
-        appendCharacter(string, readNumber(8, 3));
-        return;
-    }
+    if (byte >= '0' && byte <= '7') return utf8FromUtf16(readUnit(8, 3));
     ++_position;
-    if (byte == 'U' || byte == 'u') {
-        appendCharacter(string, readCodePoint());
-    } else if (const std::size_t letter = letters.find(byte); letter != letters.npos) {
-        string += meanings[letter];
-    } else {
-        string += byte;
+    if (byte == 'U' || byte == 'u') return readCodePoints();
+    const std::size_t letter = letters.find(byte);
+    return std::string(1, letter == letters.npos ? byte : meanings[letter]);
+}
+
+// Each such escape is a unit of UTF-16, and those that follow one another may belong together.
+std::string StringsText::readCodePoints() {
+    std::string units = readUnit(16, 4);
+    while (startsWith("\\U") || startsWith("\\u")) {
+        _position += 2;
+        units += readUnit(16, 4);
     }
+    return utf8FromUtf16(units);
 }
 
-// Up to four hexadecimal digits; a surrogate pair takes two such escapes.
-char32_t StringsText::readCodePoint() {
-    const char32_t high = readNumber(16, 4);
-    if (!unicode::isLeadSurrogate(high) || !(startsWith("\\U") || startsWith("\\u"))) return high;
-    const std::size_t afterHigh = _position;
-    _position += 2;
-    const char32_t low = readNumber(16, 4);
-    if (unicode::isTrailSurrogate(low)) return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
-    _position = afterHigh;
-    return high;
-}
-
-char32_t StringsText::readNumber(int base, int mostDigits) {
-    char32_t number = 0;
+// A number of digits as one unit of UTF-16, big-endian.
+std::string StringsText::readUnit(unsigned base, int mostDigits) {
+    unsigned number = 0;
     for (int digits = 0; digits < mostDigits && !atEnd(); ++digits) {
-        const int digit = digitValue(_text[_position]);
+        const unsigned digit = digitValue(_text[_position]);
         if (digit >= base) break;
-        number = number * static_cast<char32_t>(base) + static_cast<char32_t>(digit);
+        number = number * base + digit;
         ++_position;
     }
-    return number;
+    return {static_cast<char>(number >> 8), static_cast<char>(number & 0xFF)};
 }
 
 }  // namespace
@@ -196,7 +205,7 @@ std::optional<platform::Dictionary> readStringsFile(std::string_view bytes) {
         const platform::Dictionary* dictionary = reading.value->dictionary();
         return dictionary ? std::optional(*dictionary) : std::nullopt;
     }
-    const std::optional<std::string> text = decodeStringsText(bytes);
+    const std::optional<std::string> text = decodedText(bytes);
     return text ? StringsText(*text).read() : std::nullopt;
 }
 

@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "hosts/app_list/png_file.h"
 #include "hosts/app_list/png_picture.h"
 #include "png_maker.h"
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/app_list/picture_scaling.h"
+#include "hosts/app_list/picture.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "hosts/app_list/png_file.h"
 #include "png_maker.h"
 
 namespace app_list_test {

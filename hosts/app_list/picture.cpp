@@ -1,17 +1,15 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/app_list/picture_scaling.h"
+#include "hosts/app_list/picture.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstddef>
 #include <utility>
-#include <vector>
 
 namespace hosts {
 namespace {
 
-constexpr std::size_t bytesPerPixel = 4;
+constexpr std::size_t bytesPerPixel = Picture::bytesPerPixel;
 
 /// The old pixels that a new one covers along one side, and how much of each.
 struct Cover {
@@ -95,8 +93,7 @@ Picture onSquare(Picture picture) {
     const std::size_t top = (side - picture.height) / 2;
     const std::size_t rowBytes = bytesPerPixel * picture.width;
     for (std::size_t row = 0; row < picture.height; ++row) {
-        std::copy_n(picture.rgba.begin() + static_cast<std::ptrdiff_t>(row * rowBytes), rowBytes,
-                    square.rgba.begin() + static_cast<std::ptrdiff_t>(((top + row) * side + left) * bytesPerPixel));
+        std::copy_n(&picture.rgba[row * rowBytes], rowBytes, &square.rgba[((top + row) * side + left) * bytesPerPixel]);
     }
     return square;
 }

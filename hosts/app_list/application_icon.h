@@ -4,11 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
 
-#include "hosts/app_list/installed_application.h"
-#include "hosts/app_list/rationed_files.h"
-#include "platform/services/file_system.h"
-#include "platform/services/file_listener.h"
+#include "hosts/app_list/installed_applications.h"
 #include "platform/ui/device.h"
 #include "platform/ui/image.h"
 
@@ -47,5 +47,17 @@ struct IconSource {
 /// larger file. Null when no file holds a picture that can be read, or the ration has run out.
 std::shared_ptr<const platform::UIImage> loadIcon(const IconSource& source, const InstalledApplication& application,
                                                   const IconTarget& target);
+
+/// The names under which the Info.plist of the application in `folder` gives its icon, in the order in
+/// which a device looks: "CFBundleIcons", "CFBundleIconFiles" and "CFBundleIconFile", each with its
+/// forms for one kind of device. They are reduced to the part that all files of one icon share ("Icon"
+/// for "Icon@2x~ipad.png"), each stands once, and no more are taken than an application has. A name
+/// that is more than a plain file name (that holds a '/' or "..") is left out.
+std::vector<std::string> readIconNames(RationedFiles& files, const std::string& folder,
+                                       const platform::UIDevice& device);
+
+/// The files that such a name may stand for: each scale, the wanted one first, with each of the
+/// endings for a kind of device.
+std::vector<std::string> iconFileNames(std::string_view iconName, double scale, const platform::UIDevice& device);
 
 }  // namespace hosts
