@@ -26,7 +26,7 @@ bool RationedFiles::readFile(std::string_view path, std::string& contents, std::
 
 std::vector<std::string> RationedFiles::listFolder(std::string_view path) {
     std::vector<std::string> names;
-    if (takeCall(path)) names = _files.listFolder(path);
+    if (takeCall(path)) names = _files.listFolder(path).value_or({});
     if (names.size() > _left.names) {
         refuse(path);
         return {};
