@@ -22,7 +22,8 @@ void checkXmlForm(const platform::Value& value);
 /// What is written as a binary property list is read as the same value.
 void checkBinaryForm(const platform::Value& value);
 
-/// libplist reads the same, where nothing known stands against it.
+/// libplist reads the same, where nothing known stands against it. With TRIVEL3_FUZZ_DIFFERENCES=FOLDER a
+/// difference is kept as a file in that folder and does not end the program.
 void checkAgainstLibplist(std::string_view bytes, const platform::PropertyListReading& reading);
 
 }  // namespace fuzz
