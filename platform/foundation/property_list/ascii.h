@@ -16,17 +16,25 @@ constexpr bool isDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
+constexpr char lowerCase(char character) {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character | 0x20) : character;
+}
+
+constexpr bool isLetter(char character) {
+    return lowerCase(character) >= 'a' && lowerCase(character) <= 'z';
+}
+
 /// 16 or more for what is no hexadecimal digit.
 constexpr unsigned digitValue(char character) {
     if (isDigit(character)) return static_cast<unsigned>(character - '0');
-    const char lower = static_cast<char>(character | 0x20);
+    const char lower = lowerCase(character);
     return lower >= 'a' && lower <= 'f' ? static_cast<unsigned>(lower - 'a') + 10 : 16;
 }
 
-inline bool equalInAnyCase(std::string_view text, std::string_view lowerCase) {
-    return std::equal(text.begin(), text.end(), lowerCase.begin(), lowerCase.end(), [](char mine, char lower) {
-        return (mine >= 'A' && mine <= 'Z' ? static_cast<char>(mine | 0x20) : mine) == lower;
-    });
+/// The other text is in lower case.
+inline bool equalInAnyCase(std::string_view text, std::string_view other) {
+    return std::equal(text.begin(), text.end(), other.begin(), other.end(),
+                      [](char mine, char lower) { return lowerCase(mine) == lower; });
 }
 
 }  // namespace platform::property_list

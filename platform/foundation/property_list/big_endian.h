@@ -19,12 +19,4 @@ inline std::uint64_t readLowBits(std::string_view bytes) {
     return number;
 }
 
-/// A big-endian number, or the greatest 64-bit number when it takes more than 64 bits.
-inline std::uint64_t readCappedNumber(std::string_view bytes) {
-    if (bytes.size() <= 8) return readLowBits(bytes);
-    const std::size_t excess = bytes.size() - 8;
-    const bool fits = bytes.substr(0, excess).find_first_not_of('\0') == std::string_view::npos;
-    return fits ? readLowBits(bytes.substr(excess)) : UINT64_MAX;
-}
-
 }  // namespace platform::property_list

@@ -68,9 +68,7 @@ std::optional<BinaryLayout> BinaryLayout::parse(std::string_view bytes, Fault& f
 bool BinaryLayout::parseTrailer(Fault& fault) {
     if (_bytes.size() < headerSize + trailerSize) return complain(fault, "too short for a header and a trailer", 0);
     const std::size_t trailer = _bytes.size() - trailerSize;
-    const auto field = [&](std::size_t place, std::size_t size) {
-        return readCappedNumber(piece(trailer + place, size));
-    };
+    const auto field = [&](std::size_t place, std::size_t size) { return readLowBits(piece(trailer + place, size)); };
     _offsetSize = field(6, 1);
     _referenceSize = field(7, 1);
     const std::uint64_t objectCount = field(8, 8);
@@ -100,7 +98,7 @@ bool BinaryLayout::parseTrailer(Fault& fault) {
 
 bool BinaryLayout::checkTable(Fault& fault) const {
     for (std::size_t number = 0; number < _objectCount; ++number) {
-        if (readCappedNumber(piece(_table + number * _offsetSize, _offsetSize)) >= _table) {
+        if (offsetOf(number) >= _table) {
             return complain(fault, "an object's offset is not before the offset table", _table + number * _offsetSize);
         }
     }

@@ -64,7 +64,8 @@ public:
     std::size_t objectCount() const { return _objectCount; }
     std::size_t root() const { return _root; }
 
-    /// Numbers of objects are less than `objectCount()`.
+    /// Numbers of objects are less than `objectCount()`. Offsets and references have up to 16 bytes, of which the
+    /// last eight count.
     std::size_t offsetOf(std::size_t number) const {
         return readLowBits(piece(_table + number * _offsetSize, _offsetSize));
     }
@@ -81,7 +82,7 @@ public:
     /// The number that a container's reference gives; it can be out of range. A dictionary's
     /// references are those of its keys, followed by those of its values.
     std::uint64_t reference(const BinaryObject& container, std::size_t index) const {
-        return readCappedNumber(piece(container.content + index * _referenceSize, _referenceSize));
+        return readLowBits(piece(container.content + index * _referenceSize, _referenceSize));
     }
 
     std::string_view content(const BinaryObject& object) const {

@@ -7,12 +7,12 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <memory_resource>
 #include <string>
 #include <vector>
 
 #include "platform/foundation/property_list/limits.h"
+#include "platform/foundation/value.h"
 
 namespace platform::property_list {
 
@@ -77,7 +77,9 @@ private:
             return complain("an empty UTF-16 string", number);
         }
         const std::string_view content = _layout.content(object);
-        if (object.kind == BinaryKind::uid && readCappedNumber(content) > std::numeric_limits<std::uint32_t>::max()) {
+        constexpr std::size_t uidSize = sizeof(Uid::number);
+        const std::string_view beyond = content.substr(0, content.size() - std::min(content.size(), uidSize));
+        if (object.kind == BinaryKind::uid && beyond.find_first_not_of('\0') != std::string_view::npos) {
             return complain("a UID of more than 32 bits", number);
         }
         if (object.kind == BinaryKind::date && !std::isfinite(std::bit_cast<double>(readLowBits(content)))) {
