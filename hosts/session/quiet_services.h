@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "platform/foundation/notification_center.h"
 #include "platform/services/application.h"
 #include "platform/services/device_query.h"
+#include "platform/services/notification_center.h"
 
 /// Services for sessions in which nothing must reach the outside.
 namespace hosts {

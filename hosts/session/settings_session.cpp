@@ -23,9 +23,9 @@ bool SettingsSession::loadPane(std::string& error) {
         error = _system.folder() + std::string(panePath) + ": no such bundle; install the program again";
         return false;
     }
-    if (_pane->load()) return true;
-    error = _system.lastLoadError() + "; install the program again";
-    return false;
+    const platform::Result<platform::Done> loaded = _pane->load();
+    if (!loaded) error = loaded.error().text() + "; install the program again";
+    return loaded.has_value();
 }
 
 std::shared_ptr<platform::PSViewController> SettingsSession::makeRootPage(std::string& error) {

@@ -9,8 +9,8 @@
 
 #include "platform/foundation/value.h"
 
-/// The platform's property-list files: reading (XML and binary, told apart by their first bytes) and
-/// writing. The XML that is written equals the platform's own byte for byte.
+/// The platform's property lists (`NSPropertyListSerialization`): reading (XML and binary, told apart by their
+/// first bytes) and writing. The XML that is written equals the platform's own byte for byte.
 namespace platform {
 
 enum class PropertyListFormat { xml, binary };

@@ -3,10 +3,10 @@
 
 #include "platform/foundation/bundle.h"
 #include "platform/foundation/class_registry.h"
-#include "platform/foundation/notification_center.h"
 #include "platform/services/application.h"
 #include "platform/services/device_query.h"
 #include "platform/services/file_system.h"
+#include "platform/services/notification_center.h"
 #include "platform/ui/device.h"
 
 namespace platform {

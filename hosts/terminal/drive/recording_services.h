@@ -5,9 +5,9 @@
 #include <string>
 
 #include "hosts/terminal/drive/event_log.h"
-#include "platform/foundation/notification_center.h"
 #include "platform/services/application.h"
 #include "platform/services/file_system.h"
+#include "platform/services/notification_center.h"
 
 /// Services that note in the event log what a page asks of them.
 namespace hosts::terminal {
