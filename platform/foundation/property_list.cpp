@@ -15,7 +15,6 @@ namespace platform {
 namespace {
 
 using property_list::BinaryLayout;
-using property_list::Fault;
 using property_list::XmlText;
 
 struct Line {
@@ -36,21 +35,21 @@ Line lineAt(std::string_view text, std::size_t place) {
 }
 
 /// Lines are told apart in the decoded text, columns counted in the file.
-PropertyListError xmlError(Fault fault, const XmlText& text) {
+PropertyListError xmlError(PropertyListError fault, const XmlText& text) {
     const Line line = lineAt(text.utf8(), fault.offset);
     const std::size_t offset = text.fileOffset(fault.offset);
     return {std::move(fault.reason), offset, line.number, offset - text.fileOffset(line.begin) + 1};
 }
 
 /// For files that could not be decoded; exact where a character takes one byte.
-PropertyListError undecodedError(Fault fault, std::string_view bytes) {
+PropertyListError undecodedError(PropertyListError fault, std::string_view bytes) {
     const Line line = lineAt(bytes, fault.offset);
     return {std::move(fault.reason), fault.offset, line.number, fault.offset - line.begin + 1};
 }
 
 PropertyListReading readXml(std::string_view bytes) {
     PropertyListReading reading;
-    Fault fault;
+    PropertyListError fault;
     const std::optional<XmlText> text = XmlText::decode(bytes, fault);
     if (!text) {
         reading.error = undecodedError(std::move(fault), bytes);
@@ -64,7 +63,7 @@ PropertyListReading readXml(std::string_view bytes) {
 PropertyListReading readBinary(std::string_view bytes) {
     PropertyListReading reading;
     reading.format = PropertyListFormat::binary;
-    Fault fault;
+    PropertyListError fault;
     if (const std::optional<BinaryLayout> layout = property_list::readValidLayout(bytes, fault)) {
         reading.value = property_list::BinaryReader(*layout).value(layout->root());
     } else {

@@ -15,7 +15,6 @@ namespace {
 
 using property_list::BinaryLayout;
 using property_list::BinaryLookup;
-using property_list::Fault;
 using property_list::XmlLookup;
 using property_list::XmlText;
 
@@ -23,7 +22,7 @@ using property_list::XmlText;
 /// that are malformed.
 template <class Result, class Find>
 Result withLookup(std::string_view bytes, Find find) {
-    Fault fault;
+    PropertyListError fault;
     if (property_list::isBinary(bytes)) {
         const std::optional<BinaryLayout> layout = property_list::readValidLayout(bytes, fault);
         return layout ? find(BinaryLookup(*layout)) : Result();

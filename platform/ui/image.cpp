@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "platform/foundation/bundle.h"
+#include "platform/foundation/bytes.h"
 #include "platform/foundation/system_file.h"
 
 namespace platform {
@@ -20,10 +21,7 @@ constexpr std::size_t headerSize = 24;
 constexpr std::size_t bytesPerPixel = 4;
 
 std::uint32_t bigEndian32(std::string_view bytes, std::size_t offset) {
-    std::uint32_t number = 0;
-    for (std::size_t i = 0; i < 4; ++i)
-        number = number << 8 | static_cast<std::uint8_t>(bytes[offset + i]);
-    return number;
+    return static_cast<std::uint32_t>(readBigEndian(bytes.substr(offset, 4)));
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "platform/foundation/property_list/unicode.h"
+#include "platform/foundation/utf8.h"
 
 namespace hosts {
 namespace {
@@ -48,11 +48,11 @@ std::string withBytesSwapped(std::string_view bytes) {
 std::optional<std::string> decodeStringsText(std::string_view bytes) {
     const EncodedText text = withoutMark(bytes);
     if (text.encoding == Encoding::utf8) {
-        return platform::property_list::isValidUtf8(text.bytes) ? std::optional<std::string>(text.bytes) : std::nullopt;
+        return platform::isValidUtf8(text.bytes) ? std::optional<std::string>(text.bytes) : std::nullopt;
     }
     if (text.bytes.size() % 2 != 0) return std::nullopt;
     const bool swap = text.encoding == Encoding::utf16LittleEndian;
-    return platform::property_list::utf8FromUtf16(swap ? withBytesSwapped(text.bytes) : std::string(text.bytes));
+    return platform::utf8FromUtf16(swap ? withBytesSwapped(text.bytes) : std::string(text.bytes));
 }
 
 }  // namespace hosts

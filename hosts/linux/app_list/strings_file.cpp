@@ -8,12 +8,12 @@
 
 #include "hosts/linux/app_list/strings_encoding.h"
 #include "platform/foundation/property_list.h"
-#include "platform/foundation/property_list/unicode.h"
+#include "platform/foundation/utf8.h"
 
 namespace hosts {
 namespace {
 
-namespace unicode = platform::property_list;
+namespace unicode = platform;
 
 bool isBlank(char byte) {
     return byte == ' ' || (byte >= '\t' && byte <= '\r');

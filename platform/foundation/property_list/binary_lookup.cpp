@@ -8,7 +8,7 @@
 
 #include "platform/foundation/property_list/binary_reader.h"
 #include "platform/foundation/property_list/same_key.h"
-#include "platform/foundation/property_list/unicode.h"
+#include "platform/foundation/utf8.h"
 
 namespace platform::property_list {
 

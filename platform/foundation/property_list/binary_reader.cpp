@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "platform/foundation/property_list/unicode.h"
+#include "platform/foundation/utf8.h"
 
 namespace platform::property_list {
 
@@ -14,12 +14,12 @@ namespace {
 /// One, two and four bytes are unsigned, eight are signed, and of sixteen the low eight count,
 /// unsigned.
 Value integerOf(std::string_view bytes) {
-    const std::uint64_t bits = readLowBits(bytes);
+    const std::uint64_t bits = readBigEndian(bytes);
     return bytes.size() == 8 ? Integer{bits, false} : Integer::fromUnsigned(bits);
 }
 
 double realOf(std::string_view bytes) {
-    const std::uint64_t bits = readLowBits(bytes);
+    const std::uint64_t bits = readBigEndian(bytes);
     return bytes.size() == 4 ? std::bit_cast<float>(static_cast<std::uint32_t>(bits)) : std::bit_cast<double>(bits);
 }
 
@@ -65,7 +65,7 @@ Value BinaryReader::scalar(const BinaryObject& object) const {
         case BinaryKind::date:
             return Date{realOf(content)};
         case BinaryKind::uid:
-            return Uid{static_cast<std::uint32_t>(readLowBits(content))};
+            return Uid{static_cast<std::uint32_t>(readBigEndian(content))};
         default:
             return Null();
     }

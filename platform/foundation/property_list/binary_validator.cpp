@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/foundation/property_list/limits.h"
+#include "platform/foundation/property_list.h"
 #include "platform/foundation/value.h"
 
 namespace platform::property_list {
@@ -50,7 +50,7 @@ private:
 
 class Validator {
 public:
-    Validator(const BinaryLayout& layout, Fault& fault)
+    Validator(const BinaryLayout& layout, PropertyListError& fault)
         : _layout(layout), _fault(fault), _findings(layout.objectCount(), Finding::unvisited(), &_memory) {}
 
     bool run() { return visit(_layout.root(), 0); }
@@ -82,7 +82,7 @@ private:
         if (object.kind == BinaryKind::uid && beyond.find_first_not_of('\0') != std::string_view::npos) {
             return complain("a UID of more than 32 bits", number);
         }
-        if (object.kind == BinaryKind::date && !std::isfinite(std::bit_cast<double>(readLowBits(content)))) {
+        if (object.kind == BinaryKind::date && !std::isfinite(std::bit_cast<double>(readBigEndian(content)))) {
             return complain("a date that is no finite number", number);
         }
         _findings[number] = Finding::scalar();
@@ -143,7 +143,7 @@ private:
     }
 
     const BinaryLayout& _layout;
-    Fault& _fault;
+    PropertyListError& _fault;
     std::size_t _objectBytes = 0;
     std::size_t _repeatedKeyBytes = 0;
     /// Settings files have few objects; what is known of these needs no memory from elsewhere.
@@ -154,11 +154,11 @@ private:
 
 }  // namespace
 
-bool validateBinary(const BinaryLayout& layout, Fault& fault) {
+bool validateBinary(const BinaryLayout& layout, PropertyListError& fault) {
     return Validator(layout, fault).run();
 }
 
-std::optional<BinaryLayout> readValidLayout(std::string_view bytes, Fault& fault) {
+std::optional<BinaryLayout> readValidLayout(std::string_view bytes, PropertyListError& fault) {
     std::optional<BinaryLayout> layout = BinaryLayout::parse(bytes, fault);
     return layout && validateBinary(*layout, fault) ? layout : std::nullopt;
 }

@@ -16,10 +16,10 @@ namespace platform::property_list {
 ///  - dates are finite, UIDs fit 32 bits, UTF-16 strings are not empty;
 ///  - what they hold all together is in proportion to the size of the file, although objects may
 ///    overlap and dictionaries share their keys.
-bool validateBinary(const BinaryLayout& layout, Fault& fault);
+bool validateBinary(const BinaryLayout& layout, PropertyListError& fault);
 
 /// The layout of a binary property list in which everything is in order; else the fault says what
 /// is not.
-std::optional<BinaryLayout> readValidLayout(std::string_view bytes, Fault& fault);
+std::optional<BinaryLayout> readValidLayout(std::string_view bytes, PropertyListError& fault);
 
 }  // namespace platform::property_list

@@ -5,9 +5,9 @@
 #include <array>
 #include <cstddef>
 
-#include "platform/foundation/property_list/ascii.h"
-#include "platform/foundation/property_list/byte_scan.h"
-#include "platform/foundation/property_list/unicode.h"
+#include "platform/foundation/ascii.h"
+#include "platform/foundation/bytes.h"
+#include "platform/foundation/utf8.h"
 
 namespace platform::property_list {
 

@@ -5,8 +5,8 @@
 #include <array>
 #include <cstdint>
 
-#include "platform/foundation/property_list/ascii.h"
-#include "platform/foundation/property_list/unicode.h"
+#include "platform/foundation/ascii.h"
+#include "platform/foundation/utf8.h"
 
 namespace platform::property_list {
 
@@ -170,7 +170,7 @@ std::optional<std::string> transcoded(Encoding encoding, std::string_view bytes,
 
 }  // namespace
 
-std::optional<XmlText> XmlText::decode(std::string_view bytes, Fault& fault) {
+std::optional<XmlText> XmlText::decode(std::string_view bytes, PropertyListError& fault) {
     XmlText text;
     if (const ByteOrderMark* mark = findMark(bytes)) {
         text._encoding = mark->encoding;

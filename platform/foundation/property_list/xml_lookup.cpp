@@ -127,7 +127,7 @@ bool scan(std::string_view text, Finder finder) {
 
 bool isRootDictionary(const DictionaryWatch& root, std::string_view text) {
     return root.isDictionary([text] {
-        Fault never;
+        PropertyListError never;
         return readXml(text, never);
     });
 }

@@ -61,7 +61,7 @@ public:
 
 }  // namespace
 
-std::optional<Value> readXml(std::string_view text, Fault& fault) {
+std::optional<Value> readXml(std::string_view text, PropertyListError& fault) {
     Builder builder;
     XmlScanner<Builder> scanner(text, builder);
     std::optional<Value> root = scanner.document();

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/foundation/property_list/fault.h"
+#include "platform/foundation/property_list.h"
 #include "platform/foundation/value.h"
 
 namespace platform::property_list {
@@ -13,7 +13,7 @@ namespace platform::property_list {
 inline constexpr std::string_view uidKey = "CF$UID";
 
 /// Nothing when the text (UTF-8) is no XML property list; the fault's offset is one of the text.
-std::optional<Value> readXml(std::string_view text, Fault& fault);
+std::optional<Value> readXml(std::string_view text, PropertyListError& fault);
 
 /// The object at the beginning of a text that is known to be well-formed from there on; what follows
 /// the object does not matter.

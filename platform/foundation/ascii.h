@@ -5,9 +5,9 @@
 #include <string_view>
 
 /// Character classes of ASCII, whatever the locale.
-namespace platform::property_list {
+namespace platform {
 
-/// What may stand between elements.
+/// The blanks of XML.
 constexpr bool isBlank(char character) {
     return character == ' ' || character == '\t' || character == '\n' || character == '\r';
 }
@@ -37,4 +37,4 @@ inline bool equalInAnyCase(std::string_view text, std::string_view other) {
                       [](char mine, char lower) { return lowerCase(mine) == lower; });
 }
 
-}  // namespace platform::property_list
+}  // namespace platform
