@@ -15,16 +15,9 @@ std::optional<platform::Dictionary> readPhoneDictionary(const platform::FileSyst
 
 std::optional<platform::Value> readPhoneDictionaryEntry(const platform::FileSystem& files, std::string_view path,
                                                         std::string_view key) {
-    std::string bytes;
-    if (!files.readFile(path, bytes)) return std::nullopt;
-    return platform::lookUpRootKey(bytes, key).value;
-}
-
-platform::PropertyListNestedLookup lookUpPhoneDictionaryEntry(const platform::FileSystem& files, std::string_view path,
-                                                              std::string_view outerKey, std::string_view innerKey) {
-    std::string bytes;
-    if (!files.readFile(path, bytes)) return {};
-    return platform::lookUpNestedKey(bytes, outerKey, innerKey);
+    const auto content = readPhoneDictionary(files, path);
+    const platform::Value* value = content ? content->find(key) : nullptr;
+    return value ? std::optional(*value) : std::nullopt;
 }
 
 void writePhoneDictionary(platform::FileSystem& files, std::string_view path, const platform::Dictionary& content) {

@@ -19,11 +19,6 @@ std::optional<platform::Dictionary> readPhoneDictionary(const platform::FileSyst
 std::optional<platform::Value> readPhoneDictionaryEntry(const platform::FileSystem& files, std::string_view path,
                                                         std::string_view key);
 
-/// One entry of a dictionary that is itself an entry of the file, and what stands in its way when there
-/// is none. A file that cannot be read counts as malformed.
-platform::PropertyListNestedLookup lookUpPhoneDictionaryEntry(const platform::FileSystem& files, std::string_view path,
-                                                              std::string_view outerKey, std::string_view innerKey);
-
 /// Replaces the file atomically, as XML. A dictionary that XML cannot say leaves the file as it is.
 void writePhoneDictionary(platform::FileSystem& files, std::string_view path, const platform::Dictionary& content);
 

@@ -12,11 +12,6 @@ std::optional<platform::Value> PreferenceStore::storedValueForKey(std::string_vi
     return readPhoneDictionaryEntry(_platform.files, settingsFile, key);
 }
 
-platform::PropertyListNestedLookup PreferenceStore::storedEntryForKey(std::string_view key,
-                                                                      std::string_view entry) const {
-    return lookUpPhoneDictionaryEntry(_platform.files, settingsFile, key, entry);
-}
-
 std::optional<platform::Value> PreferenceStore::preferenceForKey(std::string_view key) const {
     auto stored = storedValueForKey(key);
     return stored ? stored : SettingsCatalogue::defaultForKey(key);

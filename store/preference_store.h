@@ -33,10 +33,6 @@ public:
     /// The file's value, without a default.
     std::optional<platform::Value> storedValueForKey(std::string_view key) const;
 
-    /// What the file holds under `entry` of the dictionary that it holds under `key`, for dictionaries
-    /// that are too large to be made for the sake of one entry.
-    platform::PropertyListNestedLookup storedEntryForKey(std::string_view key, std::string_view entry) const;
-
 private:
     platform::Dictionary currentContent() const;
     void replaceContent(const platform::Dictionary& content);

@@ -36,11 +36,11 @@ std::size_t KavixPreferencesCloseAllAppsController::firstApplicationSection() co
 }
 
 bool KavixPreferencesCloseAllAppsController::isTicked(const std::string& identifier) {
-    const auto tick = store().storedEntryForKey(sparedApplications, identifier);
-    if (tick.verdict == platform::PropertyListNestedLookup::Verdict::outerNoDictionary) {
-        store().removePreferenceForKey(sparedApplications);
-    }
-    return platform::boolValue(tick.value);
+    const auto stored = store().storedValueForKey(sparedApplications);
+    const platform::Dictionary* ticks = stored ? stored->dictionary() : nullptr;
+    if (stored && !ticks) store().removePreferenceForKey(sparedApplications);
+    const platform::Value* tick = ticks ? ticks->find(identifier) : nullptr;
+    return tick && platform::boolValue(*tick);
 }
 
 void KavixPreferencesCloseAllAppsController::setTicked(bool ticked, const std::string& identifier) {

@@ -6,7 +6,6 @@
 
 #include "platform/foundation/property_list/binary_layout.h"
 #include "platform/foundation/property_list/binary_reader.h"
-#include "platform/foundation/property_list/binary_validator.h"
 #include "platform/foundation/property_list/xml_encoding.h"
 #include "platform/foundation/property_list/xml_reader.h"
 
@@ -14,7 +13,6 @@ namespace platform {
 
 namespace {
 
-using property_list::BinaryLayout;
 using property_list::XmlText;
 
 struct Line {
@@ -63,12 +61,7 @@ PropertyListReading readXml(std::string_view bytes) {
 PropertyListReading readBinary(std::string_view bytes) {
     PropertyListReading reading;
     reading.format = PropertyListFormat::binary;
-    PropertyListError fault;
-    if (const std::optional<BinaryLayout> layout = property_list::readValidLayout(bytes, fault)) {
-        reading.value = property_list::BinaryReader(*layout).value(layout->root());
-    } else {
-        reading.error = {std::move(fault.reason), fault.offset, 0, 0};
-    }
+    reading.value = property_list::readBinary(bytes, reading.error);
     return reading;
 }
 
@@ -76,6 +69,13 @@ PropertyListReading readBinary(std::string_view bytes) {
 
 PropertyListReading readPropertyList(std::string_view bytes) {
     return property_list::isBinary(bytes) ? readBinary(bytes) : readXml(bytes);
+}
+
+std::optional<Dictionary> readRootKeys(std::string_view bytes, std::span<const std::string_view> keys) {
+    if (property_list::isBinary(bytes)) return property_list::readBinaryRootKeys(bytes, keys);
+    PropertyListError unused;
+    const std::optional<XmlText> text = XmlText::decode(bytes, unused);
+    return text ? property_list::readXmlRootKeys(text->utf8(), keys) : std::nullopt;
 }
 
 }  // namespace platform

@@ -124,16 +124,14 @@ TEST(XmlEncoding, seesADeclaredNameOnlyWhereItIsLookedFor) {
     EXPECT_FALSE(reads("<?xml version='1.0' my-encoding='x-nonsense'?>"));
 }
 
-TEST(XmlEncoding, looksRootKeysUpInEveryEncoding) {
+TEST(XmlEncoding, readsRootKeysInEveryEncoding) {
+    constexpr std::string_view keys[] = {"é", "\xE9"};
     const std::u32string text = U"\uFEFF<dict><key>é</key><string>€</string></dict>";
     for (const std::size_t unitSize : {2u, 4u}) {
-        const PropertyListLookup lookup = lookUpRootKey(encoded(text, unitSize, Order::little), "é");
-        ASSERT_EQ(lookup.verdict, PropertyListLookup::Verdict::found);
-        EXPECT_EQ(lookup.value, Value("€"));
+        EXPECT_EQ(Value(*readRootKeys(encoded(text, unitSize, Order::little), keys)), Value(Dictionary{{"é", "€"}}));
     }
     const std::string latin = "<?xml version='1.0' encoding='iso-8859-1'?><dict><key>\xE9</key><true/></dict>";
-    EXPECT_EQ(lookUpRootKey(latin, "é").value, Value(true));
-    EXPECT_EQ(lookUpRootKey(latin, "\xE9").verdict, PropertyListLookup::Verdict::absent);
+    EXPECT_EQ(Value(*readRootKeys(latin, keys)), Value(Dictionary{{"é", true}}));
 }
 
 }  // namespace

@@ -44,7 +44,8 @@ public:
         return skipProlog() && element(readTag(), root) ? std::optional(std::move(root)) : std::nullopt;
     }
 
-    /// Reads one object, and what may stand before it, at the beginning of the text.
+    /// Reads one object, and what may stand before it, at the beginning of a text that is known to be well-formed
+    /// from there on.
     std::optional<Node> object() {
         Node node{};
         return nextMarkup() == Markup::opening && element(readTag(), node) ? std::optional(std::move(node))
