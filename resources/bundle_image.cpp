@@ -10,7 +10,7 @@ constexpr std::string_view bundlePath = "/Library/PreferenceBundles/Trivel3Prefe
 
 std::shared_ptr<const platform::UIImage> bundleImage(platform::Platform& platform, std::string_view name) {
     auto bundle = platform.system.bundleWithPath(bundlePath);
-    return bundle ? bundle->imageNamed(name, platform.screen.scale) : nullptr;
+    return bundle ? platform::UIImage::imageNamed_inBundle(name, *bundle, platform.screen.scale) : nullptr;
 }
 
 }  // namespace trivel3

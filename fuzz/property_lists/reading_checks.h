@@ -12,9 +12,9 @@ namespace fuzz {
 /// An error points into the file and says something.
 void checkError(std::string_view bytes, const platform::PropertyListReading& reading);
 
-/// Looking a key up without making the tree says what the tree says: for each key of the root, for
-/// each key of the dictionaries in it, and for a key that is not there.
-void checkLookups(std::string_view bytes, const platform::PropertyListReading& reading);
+/// Reading some keys without making the tree says what the tree says: for each key of the root, for all of them,
+/// and for a key that is not there.
+void checkRootKeys(std::string_view bytes, const platform::PropertyListReading& reading);
 
 /// What is written as XML is read as the same value and written as the same bytes.
 void checkXmlForm(const platform::Value& value);
@@ -22,7 +22,8 @@ void checkXmlForm(const platform::Value& value);
 /// What is written as a binary property list is read as the same value.
 void checkBinaryForm(const platform::Value& value);
 
-/// libplist reads the same, where nothing known stands against it.
+/// libplist reads the same, where nothing known stands against it. With TRIVEL3_FUZZ_DIFFERENCES=FOLDER a
+/// difference is kept as a file in that folder and does not end the program.
 void checkAgainstLibplist(std::string_view bytes, const platform::PropertyListReading& reading);
 
 }  // namespace fuzz

@@ -6,17 +6,16 @@
 #include <utility>
 #include <vector>
 
+#include "platform/foundation/ascii.h"
 #include "platform/foundation/property_list.h"
-#include "platform/foundation/property_list/ascii.h"
-#include "platform/foundation/property_list/unicode.h"
 #include "platform/foundation/utf8.h"
 
 namespace hosts {
 namespace {
 
-using platform::property_list::digitValue;
-using platform::property_list::isDigit;
-using platform::property_list::utf8FromUtf16;
+using platform::digitValue;
+using platform::isDigit;
+using platform::utf8FromUtf16;
 
 // Of UTF-16, an even number of bytes.
 std::string withBytesSwapped(std::string_view bytes) {

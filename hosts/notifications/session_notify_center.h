@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "hosts/notifications/session_bus.h"
-#include "platform/foundation/notification_center.h"
+#include "platform/services/notification_center.h"
 
 namespace hosts {
 

@@ -87,7 +87,10 @@ std::optional<platform::Value> DeviceInformation::listedAnswer(std::string_view 
 std::optional<platform::Value> DeviceInformation::phoneFileEntry(std::string_view path, std::string_view key) const {
     std::string bytes;
     if (!_files.readFile(path, bytes, fileLimit)) return std::nullopt;
-    return platform::lookUpRootKey(bytes, key).value;
+    const platform::PropertyListReading reading = platform::readPropertyList(bytes);
+    const platform::Dictionary* list = reading ? reading.value->dictionary() : nullptr;
+    const platform::Value* value = list ? list->find(key) : nullptr;
+    return value ? std::optional(*value) : std::nullopt;
 }
 
 }  // namespace hosts

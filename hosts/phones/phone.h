@@ -6,7 +6,7 @@
 #include <span>
 #include <string>
 
-#include "platform/foundation/notification_center.h"
+#include "platform/services/notification_center.h"
 #include "platform/foundation/result.h"
 #include "platform/services/device_query.h"
 #include "platform/services/file_listener.h"

@@ -49,7 +49,7 @@ constexpr EnabledRule enabledRules[] = {
 
 void KavixPreferencesOptionsController::initialize(platform::Platform& platform) {
     for (std::string_view path : bundlesOfLinks) {
-        if (auto bundle = platform.system.bundleWithPath(path)) bundle->load();
+        if (auto bundle = platform.system.bundleWithPath(path)) static_cast<void>(bundle->load());
     }
 }
 

@@ -3,13 +3,10 @@
 
 #include <dlfcn.h>
 #include <sys/stat.h>
-
-#include <algorithm>
-#include <cmath>
+#include <unistd.h>
 
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/system_file.h"
-#include "platform/ui/image.h"
 
 namespace platform {
 namespace {
@@ -27,30 +24,24 @@ bool isPlainName(std::string_view name) {
     return !name.empty() && name.find('/') == name.npos && name != "." && name != "..";
 }
 
+/// Everything is bound at once: a module that lacks a symbol is refused here and not halfway through a
+/// page. One that has been loaded is found again, and the registry keeps its classes.
+Result<Done> loadModule(const std::string& file, ClassRegistry& classes) {
+    void* module = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!module) return Problem{{}, {}, ::dlerror()};
+    auto* registerClasses = reinterpret_cast<RegisterClasses*>(::dlsym(module, registerClassesSymbol));
+    if (!registerClasses) return Problem{file, {}, std::string("exports no ") + registerClassesSymbol};
+    registerClasses(classes);
+    return done;
+}
+
 }  // namespace
 
 std::optional<NSBundle> SystemImage::bundleWithPath(std::string_view path) {
     if (!staysInside(path)) return std::nullopt;
     std::string folder = _folder + std::string(path);
     if (!isFolder(folder)) return std::nullopt;
-    return NSBundle(*this, std::string(path), std::move(folder));
-}
-
-bool SystemImage::loadModule(const std::string& file) {
-    // Everything is bound at once: a module that lacks a symbol is refused here and not halfway
-    // through a page. One that has been loaded is found again, and the registry keeps its classes.
-    void* module = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!module) {
-        _lastLoadError = ::dlerror();
-        return false;
-    }
-    auto* registerClasses = reinterpret_cast<RegisterClasses*>(::dlsym(module, registerClassesSymbol));
-    if (!registerClasses) {
-        _lastLoadError = file + ": exports no " + registerClassesSymbol;
-        return false;
-    }
-    registerClasses(_classes);
-    return true;
+    return NSBundle(_classes, std::string(path), std::move(folder));
 }
 
 Dictionary NSBundle::infoDictionary() const {
@@ -67,24 +58,16 @@ std::string NSBundle::infoString(std::string_view key) const {
     return value && value->string() ? *value->string() : std::string();
 }
 
-bool NSBundle::load() const {
-    std::string executable = infoString("CFBundleExecutable");
-    if (isPlainName(executable)) return _image->loadModule(_folder + "/" + executable);
-    _image->_lastLoadError = _folder + "/Info.plist: names no module (CFBundleExecutable)";
-    return false;
+Result<Done> NSBundle::load() const {
+    const std::string executable = infoString("CFBundleExecutable");
+    if (isPlainName(executable)) return loadModule(_folder + "/" + executable, *_classes);
+    return Problem{_folder + "/Info.plist", {}, "names no module (CFBundleExecutable)"};
 }
 
-std::shared_ptr<const UIImage> NSBundle::imageNamed(std::string_view name, double scale) const {
-    if (!isPlainName(name)) return nullptr;
-    const std::string stem = _folder + "/" + std::string(name);
-    const long wanted = std::clamp(std::lround(scale), 1L, 3L);
-    // Where that one is missing, the finest of the others: a picture made smaller stays sharp.
-    for (const long candidate : {wanted, 3L, 2L, 1L}) {
-        const std::string suffix = candidate == 1 ? ".png" : "@" + std::to_string(candidate) + "x.png";
-        if (auto image = UIImage::fromPngFile(std::string(name), stem + suffix, static_cast<double>(candidate)))
-            return image;
-    }
-    return nullptr;
+std::optional<std::string> NSBundle::pathForResource_ofType(std::string_view name, std::string_view type) const {
+    const std::string file = std::string(name) + "." + std::string(type);
+    const std::string path = _folder + "/" + file;
+    return isPlainName(file) && ::access(path.c_str(), F_OK) == 0 ? std::optional(path) : std::nullopt;
 }
 
 }  // namespace platform

@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "platform/foundation/class_registry.h"
+#include "platform/foundation/result.h"
 #include "platform/foundation/value.h"
 
 namespace platform {
 
 class SystemImage;
-class UIImage;
 
 /// A folder of the system image that holds an Info.plist, resources and perhaps a loadable module.
 class NSBundle {
@@ -28,20 +27,18 @@ public:
 
     /// Loads the module that the Info.plist names as `CFBundleExecutable` and adds its classes to
     /// the process's. A loaded module stays for the life of the process; loading it again changes
-    /// nothing. False when there is no such module or it cannot be loaded, `lastLoadError` of the
-    /// system image then says why.
-    bool load() const;
+    /// nothing. The pane treats a bundle that cannot be loaded as absent; why is for the programs.
+    Result<Done> load() const;
 
-    /// The image of that name (`imageNamed:inBundle:`), from the file made for the given scale:
-    /// NAME@3x.png, NAME@2x.png or NAME.png, the best that is there. Null when there is none.
-    std::shared_ptr<const UIImage> imageNamed(std::string_view name, double scale) const;
+    /// The machine's path of the file NAME.TYPE right in the bundle; nothing when there is none.
+    std::optional<std::string> pathForResource_ofType(std::string_view name, std::string_view type) const;
 
 private:
     friend class SystemImage;
-    NSBundle(SystemImage& image, std::string path, std::string folder)
-        : _image(&image), _path(std::move(path)), _folder(std::move(folder)) {}
+    NSBundle(ClassRegistry& classes, std::string path, std::string folder)
+        : _classes(&classes), _path(std::move(path)), _folder(std::move(folder)) {}
 
-    SystemImage* _image;
+    ClassRegistry* _classes;
     std::string _path;
     std::string _folder;
 };
@@ -57,17 +54,9 @@ public:
 
     const std::string& folder() const { return _folder; }
 
-    /// Why the last `load` that failed did so; empty when none did. For the programs' messages: the
-    /// pane itself treats a bundle that cannot be loaded as absent.
-    const std::string& lastLoadError() const { return _lastLoadError; }
-
 private:
-    friend class NSBundle;
-    bool loadModule(const std::string& file);
-
     std::string _folder;
     ClassRegistry& _classes;
-    std::string _lastLoadError;
 };
 
 }  // namespace platform

@@ -3,6 +3,10 @@
 
 namespace platform {
 
+// Out of line, so that the type information stands in the platform library alone and casts hold
+// across every module that is loaded.
+Object::~Object() = default;
+
 void ClassRegistry::add(Class added) {
     std::string name = added.name;
     _entries.try_emplace(std::move(name), Entry{std::move(added), false, nullptr});

@@ -11,6 +11,7 @@
 
 namespace platform {
 
+/// What objects live in. Nothing here looks into it: it is handed on to those who make them.
 struct Platform;
 
 /// A class that can be looked up by name.

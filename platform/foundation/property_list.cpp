@@ -6,7 +6,6 @@
 
 #include "platform/foundation/property_list/binary_layout.h"
 #include "platform/foundation/property_list/binary_reader.h"
-#include "platform/foundation/property_list/binary_validator.h"
 #include "platform/foundation/property_list/xml_encoding.h"
 #include "platform/foundation/property_list/xml_reader.h"
 
@@ -14,8 +13,6 @@ namespace platform {
 
 namespace {
 
-using property_list::BinaryLayout;
-using property_list::Fault;
 using property_list::XmlText;
 
 struct Line {
@@ -36,21 +33,21 @@ Line lineAt(std::string_view text, std::size_t place) {
 }
 
 /// Lines are told apart in the decoded text, columns counted in the file.
-PropertyListError xmlError(Fault fault, const XmlText& text) {
+PropertyListError xmlError(PropertyListError fault, const XmlText& text) {
     const Line line = lineAt(text.utf8(), fault.offset);
     const std::size_t offset = text.fileOffset(fault.offset);
     return {std::move(fault.reason), offset, line.number, offset - text.fileOffset(line.begin) + 1};
 }
 
 /// For files that could not be decoded; exact where a character takes one byte.
-PropertyListError undecodedError(Fault fault, std::string_view bytes) {
+PropertyListError undecodedError(PropertyListError fault, std::string_view bytes) {
     const Line line = lineAt(bytes, fault.offset);
     return {std::move(fault.reason), fault.offset, line.number, fault.offset - line.begin + 1};
 }
 
 PropertyListReading readXml(std::string_view bytes) {
     PropertyListReading reading;
-    Fault fault;
+    PropertyListError fault;
     const std::optional<XmlText> text = XmlText::decode(bytes, fault);
     if (!text) {
         reading.error = undecodedError(std::move(fault), bytes);
@@ -64,12 +61,7 @@ PropertyListReading readXml(std::string_view bytes) {
 PropertyListReading readBinary(std::string_view bytes) {
     PropertyListReading reading;
     reading.format = PropertyListFormat::binary;
-    Fault fault;
-    if (const std::optional<BinaryLayout> layout = property_list::readValidLayout(bytes, fault)) {
-        reading.value = property_list::BinaryReader(*layout).value(layout->root());
-    } else {
-        reading.error = {std::move(fault.reason), fault.offset, 0, 0};
-    }
+    reading.value = property_list::readBinary(bytes, reading.error);
     return reading;
 }
 
@@ -77,6 +69,13 @@ PropertyListReading readBinary(std::string_view bytes) {
 
 PropertyListReading readPropertyList(std::string_view bytes) {
     return property_list::isBinary(bytes) ? readBinary(bytes) : readXml(bytes);
+}
+
+std::optional<Dictionary> readRootKeys(std::string_view bytes, std::span<const std::string_view> keys) {
+    if (property_list::isBinary(bytes)) return property_list::readBinaryRootKeys(bytes, keys);
+    PropertyListError unused;
+    const std::optional<XmlText> text = XmlText::decode(bytes, unused);
+    return text ? property_list::readXmlRootKeys(text->utf8(), keys) : std::nullopt;
 }
 
 }  // namespace platform

@@ -9,8 +9,8 @@
 
 #include "platform/foundation/value.h"
 
-/// The platform's property-list files: reading (XML and binary, told apart by their first bytes) and
-/// writing. The XML that is written equals the platform's own byte for byte.
+/// The platform's property lists (`NSPropertyListSerialization`): reading (XML and binary, told apart by their
+/// first bytes) and writing. The XML that is written equals the platform's own byte for byte.
 namespace platform {
 
 enum class PropertyListFormat { xml, binary };
@@ -37,41 +37,9 @@ struct PropertyListReading {
 /// proportion to their number.
 PropertyListReading readPropertyList(std::string_view bytes);
 
-struct PropertyListLookup {
-    enum class Verdict {
-        malformed,     ///< `readPropertyList` would fail on these bytes
-        noDictionary,  ///< well-formed, but the root is no dictionary
-        absent,        ///< the root dictionary lacks the key
-        found,
-    };
-    Verdict verdict = Verdict::malformed;
-    std::optional<Value> value;  ///< set exactly when the verdict is `found`
-};
-
-/// Looks up one string key of the root dictionary without building the tree: only the wanted value
-/// is made. The verdict on the bytes is that of `readPropertyList`, and so is the value.
-PropertyListLookup lookUpRootKey(std::string_view bytes, std::string_view key);
-
 /// The root dictionary with these of its keys and no others, without building the rest of the tree.
 /// Nothing where `readPropertyList` would fail, or give no dictionary.
 std::optional<Dictionary> readRootKeys(std::string_view bytes, std::span<const std::string_view> keys);
-
-struct PropertyListNestedLookup {
-    enum class Verdict {
-        malformed,          ///< as for one key
-        noDictionary,       ///< as for one key
-        outerAbsent,        ///< the root dictionary lacks the outer key
-        outerNoDictionary,  ///< what stands under the outer key is no dictionary
-        innerAbsent,        ///< that dictionary lacks the inner key
-        found,
-    };
-    Verdict verdict = Verdict::malformed;
-    std::optional<Value> value;  ///< set exactly when the verdict is `found`
-};
-
-/// Looks up one string key of the dictionary that stands under a string key of the root dictionary.
-/// Bytes and value are judged as by `lookUpRootKey`.
-PropertyListNestedLookup lookUpNestedKey(std::string_view bytes, std::string_view outerKey, std::string_view innerKey);
 
 struct PropertyListWriting {
     /// The encoded bytes; nothing when the value holds what the format cannot say, and then
@@ -87,5 +55,15 @@ PropertyListWriting writeXmlPropertyList(const Value& root);
 
 /// The binary format says every value. Equal scalars and shared containers are written once.
 PropertyListWriting writeBinaryPropertyList(const Value& root);
+
+namespace property_list {
+
+/// How deep containers that hold something may nest. An empty one may stand one level deeper, since
+/// it can be written without opening it. What nests deeper is neither read nor written, in either
+/// format, so that whatever can be read can be written and read again.
+inline constexpr std::size_t greatestDepth = 512;
+inline constexpr const char* tooDeep = "more than 512 nested containers";
+
+}  // namespace property_list
 
 }  // namespace platform

@@ -8,8 +8,8 @@
 
 namespace platform {
 
-/// Reads a regular file of the machine itself (not of the phone), or its first `limit` bytes;
-/// nothing when it cannot be read.
+/// Reads a file of the machine itself (not of the phone), a pipe or a device too, to its end or its first
+/// `limit` bytes; nothing when it cannot be read.
 std::optional<std::string> readSystemFile(const std::string& path, std::size_t limit = SIZE_MAX);
 
 }  // namespace platform

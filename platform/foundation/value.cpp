@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "platform/foundation/byte_words.h"
+#include "platform/foundation/bytes.h"
 
 namespace platform {
 

@@ -145,7 +145,8 @@ public:
     /// Takes entries in any order.
     Dictionary(std::vector<Entry> entries, Duplicates duplicates);
 
-    bool empty() const { return _entries.empty() && _oddEntries.empty(); }
+    /// As iteration, these know nothing of odd entries.
+    bool empty() const { return _entries.empty(); }
     std::size_t size() const { return _entries.size(); }
     const_iterator begin() const { return _entries.begin(); }
     const_iterator end() const { return _entries.end(); }

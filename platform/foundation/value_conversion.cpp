@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "platform/foundation/ascii.h"
 #include "platform/foundation/value.h"
 
 namespace platform {
@@ -23,10 +24,6 @@ SignedText skipBlanksAndSign(std::string_view text) {
     const bool negative = text.starts_with('-');
     if (negative || text.starts_with('+')) text.remove_prefix(1);
     return {negative, text};
-}
-
-bool isDigit(char character) {
-    return character >= '0' && character <= '9';
 }
 
 std::int64_t leadingInteger(std::string_view text) {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "platform/list/specifier.h"
+#include "platform/services/platform.h"
 #include "platform/ui/view_controller.h"
 
 namespace platform {
@@ -11,8 +12,11 @@ namespace platform {
 /// A page that a link row opens.
 class PSViewController : public UIViewController {
 public:
-    using UIViewController::UIViewController;
+    /// The platform outlives the page.
+    explicit PSViewController(Platform& platform) : UIViewController(platform.screen), _platform(platform) {}
     const char* className() const override { return "PSViewController"; }
+
+    Platform& platform() const { return _platform; }
 
     /// The row that opened the page; null for a page that no row opened.
     const std::shared_ptr<PSSpecifier>& specifier() const { return _specifier; }
@@ -25,6 +29,7 @@ public:
     void pushController(std::shared_ptr<PSViewController> controller);
 
 private:
+    Platform& _platform;
     std::shared_ptr<PSSpecifier> _specifier;
 };
 

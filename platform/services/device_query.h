@@ -8,12 +8,12 @@
 
 namespace platform {
 
-/// The device-information query.
+/// The device-information query (`MGCopyAnswer`).
 class DeviceQuery {
 public:
     virtual ~DeviceQuery() = default;
 
-    /// The answer for a key such as "ProductVersion" (`MGCopyAnswer`), or nothing.
+    /// The answer for a key such as "ProductVersion", or nothing.
     virtual std::optional<Value> copyAnswer(std::string_view key) = 0;
 };
 

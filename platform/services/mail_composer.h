@@ -11,6 +11,7 @@
 namespace platform {
 
 class MFMailComposeViewController;
+struct Platform;
 
 enum class MFMailComposeResult { cancelled = 0, saved = 1, sent = 2, failed = 3 };
 
@@ -34,7 +35,7 @@ public:
         std::string fileName;
     };
 
-    using UIViewController::UIViewController;
+    explicit MFMailComposeViewController(Platform& platform);
     const char* className() const override { return "MFMailComposeViewController"; }
 
     /// Not owned; null for none.

@@ -3,11 +3,11 @@
 
 #include "platform/foundation/bundle.h"
 #include "platform/foundation/class_registry.h"
-#include "platform/foundation/notification_center.h"
 #include "platform/services/application.h"
 #include "platform/services/device_query.h"
 #include "platform/services/dictionary_files.h"
 #include "platform/services/file_system.h"
+#include "platform/services/notification_center.h"
 #include "platform/ui/device.h"
 
 namespace platform {

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-/// What a page may ask about the device (`UIDevice`).
+/// What a page may ask about the device (`UIDevice`, `currentDevice`).
 struct UIDevice {
     static constexpr int idiomPhone = 0;
     static constexpr int idiomPad = 1;
@@ -16,7 +16,7 @@ struct UIDevice {
     std::optional<int> userInterfaceIdiom = idiomPhone;
 };
 
-/// The main screen (`UIScreen`): its size in points and its pixels per point.
+/// The screen (`UIScreen`, `mainScreen`): its size in points and its pixels per point.
 struct UIScreen {
     CGRect bounds = {0, 0, 320, 568};
     double scale = 2;

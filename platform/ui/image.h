@@ -5,15 +5,23 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/ui/geometry.h"
 
 namespace platform {
 
+class NSBundle;
+
 /// A picture: either a PNG file of the system image, or pixels in memory.
 class UIImage {
 public:
+    /// The bundle's image of that name, from the file made for the screen's scale: NAME@3x.png,
+    /// NAME@2x.png or NAME.png, the best that is there. Null when there is none.
+    static std::shared_ptr<const UIImage> imageNamed_inBundle(std::string_view name, const NSBundle& bundle,
+                                                              double scale);
+
     /// Null when the file is missing or no PNG.
     static std::shared_ptr<const UIImage> fromPngFile(std::string name, std::string file, double scale);
 

@@ -1,17 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/ui/navigation_controller.h"
 
-#include "platform/services/platform.h"
-
 namespace platform {
-namespace {
-
-void fillScreenIfUnsized(UIViewController& page) {
-    UIView& view = page.view();
-    if (view.frame() == CGRect{}) view.setFrame(page.platform().screen.bounds);
-}
-
-}  // namespace
 
 UINavigationController::~UINavigationController() {
     // Pages may be kept by others for longer than the stack.
@@ -27,7 +17,7 @@ const std::shared_ptr<UIViewController>& UINavigationController::topViewControll
 void UINavigationController::pushViewController_animated(std::shared_ptr<UIViewController> page, bool animated) {
     page->_navigationController = this;
     _pages.push_back(page);
-    fillScreenIfUnsized(*page);
+    if (page->view().frame() == CGRect{}) page->view().setFrame(page->_screen.bounds);
     _host.didPush(*page, animated);
     page->viewWillAppear(animated);
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "platform/ui/view_controller.h"
 
-#include "platform/services/platform.h"
 #include "platform/ui/navigation_controller.h"
 
 namespace platform {
@@ -15,7 +14,7 @@ UIView& UIViewController::view() {
 }
 
 void UIViewController::loadView() {
-    setView(std::make_shared<UIView>(_platform.screen.bounds));
+    setView(std::make_shared<UIView>(_screen.bounds));
 }
 
 void UIViewController::viewWillAppear(bool) {}

@@ -6,18 +6,19 @@
 #include <string>
 
 #include "platform/foundation/object.h"
+#include "platform/ui/device.h"
 #include "platform/ui/navigation_item.h"
 #include "platform/ui/view.h"
 
 namespace platform {
 
 class UINavigationController;
-struct Platform;
 
 /// A page, or anything that is shown over one. It is owned by what shows it.
 class UIViewController : public Object, public std::enable_shared_from_this<UIViewController> {
 public:
-    explicit UIViewController(Platform& platform) : _platform(platform) {}
+    /// The screen that it is shown on outlives it.
+    explicit UIViewController(const UIScreen& screen) : _screen(screen) {}
     UIViewController(const UIViewController&) = delete;
     UIViewController& operator=(const UIViewController&) = delete;
 
@@ -37,7 +38,7 @@ public:
     /// host all the same.
     void presentViewController_animated_completion(std::shared_ptr<UIViewController> presented, bool animated,
                                                    std::function<void()> completion);
-    /// Removes the controller that this one presented last.
+    /// Removes the controller that was presented last, whoever presented it.
     void dismissViewControllerAnimated_completion(bool animated, std::function<void()> completion);
 
     /// Who presented this controller; null when nobody did.
@@ -45,8 +46,6 @@ public:
 
     /// The stack that the page is on; null when it is on none.
     UINavigationController* navigationController() const { return _navigationController; }
-
-    Platform& platform() const { return _platform; }
 
 protected:
     /// Makes the view and hands it to `setView`. An override that makes its own does not call the base.
@@ -59,7 +58,7 @@ protected:
 private:
     friend class UINavigationController;
 
-    Platform& _platform;
+    const UIScreen& _screen;
     std::shared_ptr<UIView> _view;
     UINavigationItem _navigationItem;
     UINavigationController* _navigationController = nullptr;

@@ -33,7 +33,7 @@ void Pane::setTicks(const TickPage& page, platform::Value ticks) {
 }
 
 PaneWithApplications::PaneWithApplications() {
-    EXPECT_TRUE(app_list_test::loadAppList(*this)) << system.lastLoadError();
+    EXPECT_TRUE(app_list_test::loadAppList(*this));
     app_list_test::installSystem(phone, clockIdentifier, "Clock");
     app_list_test::installSystem(phone, mapsIdentifier, "Maps");
     app_list_test::installUser(phone, tidesIdentifier, "Tides");

@@ -132,6 +132,20 @@ TEST(BinaryReading, rejectsUnknownKinds) {
     }
 }
 
+TEST(BinaryReading, rejectsWhatIsMalformedOnlyWhereItIsUsed) {
+    for (const char* object : {"0F", "70", "60", "5F 22 00000000", "33 7FF0000000000000", "84 0100000000"}) {
+        EXPECT_EQ(readFile({.objects = {hex("A0"), hex(object)}}), Value(Array())) << object;
+        EXPECT_EQ(readFile({.objects = {hex("A1 01"), hex(object)}}), std::nullopt) << object;
+    }
+}
+
+/// XML cannot say the year of such a date.
+TEST(BinaryReading, readsDatesBeyondTheYearsOf32Bits) {
+    const auto date = readObject(hex("33 43ABC16D674EC800"));
+    EXPECT_EQ(date, Value(Date{1e18}));
+    EXPECT_FALSE(writeXmlPropertyList(*date));
+}
+
 // -- Containers --------------------------------------------------------------------------------------
 
 TEST(BinaryReading, readsContainers) {
@@ -176,9 +190,8 @@ TEST(BinaryReading, rejectsReferencesOutOfRange) {
     EXPECT_EQ(readObject(hex("A1 FF")), std::nullopt);
     EXPECT_EQ(readFile({.objects = {hex("D1 01 02"), "Qa"}}), std::nullopt);
     EXPECT_EQ(readFile({.objects = {hex("D1 02 01"), "Qa"}}), std::nullopt);
-    BinaryFile wide{.objects = {hex("A1") + hex("01 0000000000000000 00000000000001"), hex("09")}};
-    wide.referenceSize = 16;
-    EXPECT_EQ(readFile(wide), std::nullopt);
+    EXPECT_EQ(readFile({.objects = {hex("A1 0000000000000000 8000000000000001"), hex("09")}, .referenceSize = 16}),
+              std::nullopt);
 }
 
 TEST(BinaryReading, rejectsCycles) {
@@ -265,6 +278,23 @@ TEST(BinaryReading, takesReferencesAndOffsetsOfEverySize) {
         offsets.offsetSize = size;
         EXPECT_EQ(readFile(offsets), simpleValue) << size;
     }
+}
+
+TEST(BinaryReading, countsTheLowBitsOfLongReferencesAndOffsets) {
+    const std::string high = hex("FF 00000000000001");
+    EXPECT_EQ(readFile({.objects = {"\xD1" + high + bigEndian(1, 8) + high + bigEndian(2, 8), "Qa", "Qb"},
+                        .referenceSize = 16}),
+              simpleValue);
+    std::string bytes = simple.bytes();
+    const std::string body = bytes.substr(0, 15);
+    std::string trailer = bytes.substr(bytes.size() - 32);
+    trailer[6] = 16;
+    std::string table;
+    for (const std::size_t offset : {8u, 11u, 13u})
+        table += high + bigEndian(offset, 8);
+    EXPECT_EQ(read(body + table + trailer), simpleValue);
+    table.replace(table.size() - 8, 8, bigEndian(15, 8));
+    EXPECT_EQ(read(body + table + trailer), std::nullopt);
 }
 
 TEST(BinaryReading, rejectsSizesOutOfRange) {

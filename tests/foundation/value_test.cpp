@@ -161,6 +161,14 @@ TEST(Value, equalsOnlyTheSameKindAndContent) {
     }
 }
 
+TEST(Dictionary, countsOddEntriesNowhere) {
+    Dictionary dictionary;
+    dictionary.addOddEntry(1, "a");
+    EXPECT_TRUE(dictionary.empty());
+    EXPECT_EQ(dictionary.size(), 0u);
+    EXPECT_EQ(dictionary.begin(), dictionary.end());
+}
+
 TEST(Value, comparesOddEntries) {
     Dictionary left;
     left.addOddEntry(1, "a");

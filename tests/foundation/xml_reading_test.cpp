@@ -96,6 +96,23 @@ TEST(XmlReading, rejectsFilesWithoutAnElement) {
     EXPECT_REJECTED("\0<true/>"s);
 }
 
+/// The old text form is no settings file.
+TEST(XmlReading, rejectsTheOldTextForm) {
+    for (const char* text : {"{ a = b; }", "\n{}", "( a, b )", "\"a\"", "<0102>", "// a\n{ a = b; }"})
+        EXPECT_REJECTED(text);
+}
+
+TEST(XmlReading, takes512PlistsInsideEachOther) {
+    const auto plists = [](std::size_t count) {
+        std::string text = "<true/>";
+        for (std::size_t level = 0; level < count; ++level)
+            text = "<plist>" + text + "</plist>";
+        return text;
+    };
+    EXPECT_READS(plists(512), true);
+    EXPECT_REJECTED(plists(513));
+}
+
 TEST(XmlReading, wantsExactlyOneObjectInAPlist) {
     EXPECT_READS("<plist version='1.0' other=\"x\">\n<true/>\n</plist >", true);
     EXPECT_READS("<plist><plist><true/></plist></plist>", true);
@@ -396,10 +413,10 @@ TEST(XmlReading, readsReferences) {
 }
 
 TEST(XmlReading, boundsTheLengthOfReferences) {
-    EXPECT_READS(string("&#0000065;"), "A");
-    EXPECT_REJECTED(string("&#00000065;"));
-    EXPECT_READS(string("&#x0000041;"), "A");
-    EXPECT_REJECTED(string("&#x00000041;"));
+    EXPECT_READS(string("&#00000065;"), "A");
+    EXPECT_REJECTED(string("&#000000065;"));
+    EXPECT_READS(string("&#x00000041;"), "A");
+    EXPECT_REJECTED(string("&#x000000041;"));
 }
 
 TEST(XmlReading, rejectsReferencesToNothing) {
@@ -422,8 +439,10 @@ TEST(XmlReading, rejectsReferencesToNothing) {
                                 "&#xD83D;&#xDE00;",
                                 "&#1114112;",
                                 "&#x110000;",
-                                "&#9999999;",
-                                "&#xFFFFFFF;",
+                                "&#99999999;",
+                                "&#xFFFFFFFF;",
+                                "&#x80000041;",
+                                "&#&#65;",
                                 "&#x123456789;",
                                 "&ltt;",
                                 "&amp"}) {
@@ -584,7 +603,9 @@ TEST(XmlReading, rejectsDatesOfOtherForms) {
                                 "2020-01-02T03:04:0Z",
                                 "20200102T030405Z",
                                 "2020--1-02T03:04:05Z",
-                                "2020-01-02T03:04:05ZZ"}) {
+                                "2020-01-02T03:04:05ZZ",
+                                "<![CDATA[2020-01-02T03:04:05Z]]>",
+                                "&#50;020-01-02T03:04:05Z"}) {
         EXPECT_REJECTED(date(content));
     }
 }

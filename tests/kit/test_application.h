@@ -5,10 +5,10 @@
 #include <set>
 #include <string>
 
-#include "platform/foundation/notification_center.h"
 #include "platform/foundation/value.h"
 #include "platform/services/application.h"
 #include "platform/services/device_query.h"
+#include "platform/services/notification_center.h"
 #include "tests/kit/event.h"
 
 namespace kit {

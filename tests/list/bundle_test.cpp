@@ -38,6 +38,11 @@ protected:
     }
     void putModule(const char* name) const { fs::copy_file(modules / name, bundleFolder() / name); }
 
+    std::string whyNotLoaded() {
+        const auto loaded = bundle().load();
+        return loaded ? "" : loaded.error().text();
+    }
+
     platform::NSBundle bundle() { return host.system.bundleWithPath(bundlePath).value(); }
 
     kit::TemporaryFolder folder;
@@ -81,18 +86,17 @@ TEST_F(Bundle, hasNoInfoWhenTheFileIsMissingOrDamaged) {
 TEST_F(Bundle, addsTheClassesOfItsModule) {
     putInfo("plain_module");
     putModule("plain_module");
-    EXPECT_TRUE(bundle().load()) << host.system.lastLoadError();
+    EXPECT_EQ(whyNotLoaded(), "");
     ASSERT_TRUE(host.classes.contains("PlainPage"));
     auto& page = host.screen.open("PlainPage");
     EXPECT_STREQ(page.className(), "PlainPage");
-    EXPECT_THAT(host.system.lastLoadError(), IsEmpty());
 }
 
 TEST_F(Bundle, changesNothingWhenItIsLoadedAgain) {
     putInfo("plain_module");
     putModule("plain_module");
-    EXPECT_TRUE(bundle().load());
-    EXPECT_TRUE(bundle().load());
+    EXPECT_EQ(whyNotLoaded(), "");
+    EXPECT_EQ(whyNotLoaded(), "");
     EXPECT_TRUE(host.classes.contains("PlainPage"));
 }
 
@@ -107,34 +111,29 @@ TEST_F(Bundle, addsItsClassesToEachPlatformThatLoadsIt) {
 }
 
 TEST_F(Bundle, doesNotLoadWithoutAModuleToLoad) {
-    EXPECT_FALSE(bundle().load());
-    EXPECT_THAT(host.system.lastLoadError(), HasSubstr("CFBundleExecutable"));
+    EXPECT_THAT(whyNotLoaded(), HasSubstr("CFBundleExecutable"));
     putInfo("Missing");
-    EXPECT_FALSE(bundle().load());
-    EXPECT_THAT(host.system.lastLoadError(), HasSubstr("Missing"));
+    EXPECT_THAT(whyNotLoaded(), HasSubstr("Missing"));
 }
 
 TEST_F(Bundle, doesNotLoadWhatIsNoModule) {
     putInfo("Text");
     put("Text", "no module at all");
-    EXPECT_FALSE(bundle().load());
-    EXPECT_THAT(host.system.lastLoadError(), HasSubstr("Text"));
+    EXPECT_THAT(whyNotLoaded(), HasSubstr("Text"));
 }
 
 TEST_F(Bundle, doesNotLoadAModuleThatRegistersNothing) {
     putInfo("silent_module");
     putModule("silent_module");
     for (int attempt = 0; attempt < 2; ++attempt) {
-        EXPECT_FALSE(bundle().load());
-        EXPECT_THAT(host.system.lastLoadError(), HasSubstr("trivel3RegisterClasses"));
+        EXPECT_THAT(whyNotLoaded(), HasSubstr("trivel3RegisterClasses"));
     }
 }
 
 TEST_F(Bundle, doesNotLoadAModuleThatNeedsWhatNobodyHas) {
     putInfo("needy_module");
     putModule("needy_module");
-    EXPECT_FALSE(bundle().load());
-    EXPECT_THAT(host.system.lastLoadError(), HasSubstr("somethingThatNobodyHas"));
+    EXPECT_THAT(whyNotLoaded(), HasSubstr("somethingThatNobodyHas"));
     EXPECT_FALSE(host.classes.contains("NeedyPage"));
 }
 
@@ -156,12 +155,19 @@ std::string pngHead(unsigned char width, unsigned char height) {
     return head;
 }
 
+TEST_F(Bundle, givesThePathOfAResourceThatIsThere) {
+    put("Names.strings", "");
+    EXPECT_EQ(bundle().pathForResource_ofType("Names", "strings"), bundleFolder() / "Names.strings");
+    for (const char* name : {"Other", "../Test.bundle/Names", "./Names", "/Names", ""})
+        EXPECT_FALSE(bundle().pathForResource_ofType(name, "strings")) << name;
+}
+
 TEST_F(Bundle, givesTheImageMadeForTheScreen) {
     put("Picture.png", pngHead(10, 5));
     put("Picture@2x.png", pngHead(20, 10));
     put("Picture@3x.png", pngHead(30, 15));
     for (const int scale : {1, 2, 3}) {
-        auto image = bundle().imageNamed("Picture", scale);
+        auto image = platform::UIImage::imageNamed_inBundle("Picture", bundle(), scale);
         ASSERT_TRUE(image);
         EXPECT_EQ(image->scale(), scale);
         EXPECT_EQ(image->pixelWidth(), static_cast<unsigned>(10 * scale));
@@ -173,7 +179,7 @@ TEST_F(Bundle, givesTheImageMadeForTheScreen) {
 TEST_F(Bundle, givesTheNextBestImage) {
     put("Picture@2x.png", pngHead(20, 10));
     for (const double scale : {0.0, 1.0, 2.0, 3.0, 4.0}) {
-        auto image = bundle().imageNamed("Picture", scale);
+        auto image = platform::UIImage::imageNamed_inBundle("Picture", bundle(), scale);
         ASSERT_TRUE(image) << scale;
         EXPECT_EQ(image->scale(), 2) << scale;
     }
@@ -184,7 +190,7 @@ TEST_F(Bundle, givesNoImageThatIsMissingOrNone) {
     put("Short.png", pngHead(10, 5).substr(0, 20));
     put("Picture.png", pngHead(10, 5));
     for (const char* name : {"Missing", "Text", "Short", "", "..", "../Test.bundle/Picture", "picture"}) {
-        EXPECT_FALSE(bundle().imageNamed(name, 1)) << name;
+        EXPECT_FALSE(platform::UIImage::imageNamed_inBundle(name, bundle(), 1)) << name;
     }
 }
 

@@ -95,7 +95,7 @@ TEST_F(Navigation, tellsPagesThatOutliveTheStackThatItIsGone) {
 TEST_F(Navigation, presentsAndDismissesWithTheCompletions) {
     auto& page = host.screen.open("TalkingPage");
     host.log.take();
-    auto over = std::make_shared<platform::UIViewController>(host.services());
+    auto over = std::make_shared<platform::UIViewController>(host.services().screen);
     int completed = 0;
     page.presentViewController_animated_completion(over, true, [&completed] { ++completed; });
     EXPECT_EQ(host.screen.presented(), over);

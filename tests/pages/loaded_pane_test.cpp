@@ -29,7 +29,7 @@ class LoadedPane : public kit::TestPlatform {
 public:
     explicit LoadedPane(const std::string& systemImage) : TestPlatform(kit::tallPhone, systemImage) {
         auto bundle = system.bundleWithPath(paneBundle);
-        EXPECT_TRUE(bundle && bundle->load()) << system.lastLoadError();
+        EXPECT_TRUE(bundle && bundle->load());
         screen.open(bundle ? bundle->infoString("NSPrincipalClass") : "");
     }
 };

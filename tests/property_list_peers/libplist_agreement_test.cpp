@@ -89,6 +89,9 @@ const std::string excusedDocuments[] = {
     binaryFileOf(hex("62 0061 D800")),
     binaryFileOf(hex("C0")),
     BinaryFile{.objects = {hex("D2 01 02 03 04"), hex("50"), hex("61 D800"), hex("08"), hex("09")}}.bytes(),
+    BinaryFile{.objects = {hex("D2 01 02 03 04"), hex("51 E9"), hex("61 00E9"), hex("08"), hex("09")}}.bytes(),
+    binaryFileOf(hex("63 D800 0061 DC00")),
+    "\n\n<dict/><key>#k</key><real/>",
 };
 
 TEST(LibplistAgreement, needsEachOfItsExcuses) {
@@ -99,6 +102,24 @@ TEST(LibplistAgreement, needsEachOfItsExcuses) {
         EXPECT_TRUE(met.insert(agreement.excuse).second) << agreement.excuse;
     }
     EXPECT_EQ(met.size(), peers::excuseCount());
+}
+
+/// In the Latin-1 of two keys that are bytes of UTF-8 elsewhere, each has its own counterpart.
+TEST(LibplistAgreement, looksForEachKeyAmongAllThatItMayStandFor) {
+    const BinaryFile file{.objects = {hex("D2 01 02 03 04"), hex("51 E9"), hex("52 C3A9"), hex("08"), hex("09")}};
+    EXPECT_EQ(compared(file.bytes()).verdict, Verdict::excused);
+    PropertyListReading swapped = readPropertyList(file.bytes());
+    swapped.value = Dictionary{{"\xC3\xA9", true}, {"\xC3\x83\xC2\xA9", false}};
+    EXPECT_EQ(compareWithLibplist(file.bytes(), swapped).verdict, Verdict::differed);
+}
+
+TEST(LibplistAgreement, excusesEachFormOfWhatFollowsAnEmptyRoot) {
+    for (const std::string document :
+         {"<array/><!DOCTYPE p\xEC<t><key/>", "<plist><array/></plist><false/>", "<dict/><key>k</key><true/>"}) {
+        EXPECT_EQ(compared(document).verdict, Verdict::excused) << document;
+    }
+    const PropertyListReading wrong{Array{}, PropertyListFormat::xml, {}};
+    EXPECT_EQ(compareWithLibplist("<array><true/></array>", wrong).verdict, Verdict::differed);
 }
 
 /// Nothing else in such a document may be wrong with it.

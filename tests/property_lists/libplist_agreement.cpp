@@ -150,6 +150,16 @@ bool mayMergeKeys(std::string_view bytes, const Value& ours) {
     return !isXml(bytes) && holdsAnywhere(ours, hasReplacementInKey);
 }
 
+/// libplist takes an empty root for one that is still open.
+bool hasElementBehindEmptyRoot(std::string_view bytes, const Value& ours) {
+    const bool isEmpty = (ours.array() && ours.array()->empty()) || (ours.dictionary() && ours.dictionary()->empty());
+    return isEmpty && anyBehind(bytes, "/>", [](std::string_view rest) {
+               return anyBehind(rest, "<", [](std::string_view tag) {
+                   return !tag.empty() && std::isalpha(static_cast<unsigned char>(tag.front()));
+               });
+           });
+}
+
 struct KnownDocument {
     std::string_view name;
     bool (*applies)(std::string_view bytes, const Value& ours);
@@ -165,6 +175,7 @@ constexpr std::array knownDocuments{
     KnownDocument{"libplist takes padding for data where it does not just fill the last group", hasLoosePadding},
     KnownDocument{"libplist merges keys that only dropped surrogates tell apart", mayMergeKeys, false},
     KnownDocument{"libplist lets no part of a date roll over", hasDateThatRollsOver},
+    KnownDocument{"libplist puts what follows an empty root into it", hasElementBehindEmptyRoot},
 };
 
 // -- Values that libplist has in another way -----------------------------------------------------
@@ -191,8 +202,6 @@ bool isDateWithFraction(const Pair& pair) {
     return isZero || (seconds != std::floor(seconds) && std::abs(seconds - theirs->secondsSince2001) < 2);
 }
 
-constexpr std::string_view bytesAreUtf8 = "libplist takes the bytes of ASCII strings for UTF-8, not Latin-1";
-
 /// Whether the text has the bytes as its characters.
 bool hasCharacters(std::string_view utf8, std::string_view bytes) {
     for (const char byte : bytes) {
@@ -211,8 +220,6 @@ bool isLatin1(const Pair& pair) {
            hasCharacters(*pair.ours.string(), *pair.theirs.string());
 }
 
-constexpr std::string_view surrogatesAreDropped = "libplist drops a surrogate without its partner";
-
 std::string withoutReplacements(std::string text) {
     for (std::size_t place = 0; (place = text.find(replacement, place)) != text.npos;)
         text.erase(place, replacement.size());
@@ -222,6 +229,40 @@ std::string withoutReplacements(std::string text) {
 bool hasLoneSurrogate(const Pair& pair) {
     return pair.format == PropertyListFormat::binary && pair.ours.string() && pair.theirs.string() &&
            withoutReplacements(*pair.ours.string()) == withoutReplacements(*pair.theirs.string());
+}
+
+/// The text without characters from U+10000 on, which pairs of surrogates make.
+std::string withoutPairs(std::string text) {
+    constexpr std::size_t length = 4;
+    for (std::size_t place = 0; place < text.size();) {
+        if (static_cast<unsigned char>(text[place]) >= 0xF0) {
+            text.erase(place, length);
+        } else {
+            ++place;
+        }
+    }
+    return text;
+}
+
+bool hasSurrogatesApart(const Pair& pair) {
+    return pair.format == PropertyListFormat::binary && pair.ours.string() && pair.theirs.string() &&
+           pair.ours.string()->find(replacement) != std::string::npos &&
+           withoutPairs(withoutReplacements(*pair.ours.string())) ==
+               withoutPairs(withoutReplacements(*pair.theirs.string()));
+}
+
+constexpr std::string_view keysAreApart = "libplist keeps keys apart that are one as Latin-1";
+
+/// Whose entries are then compared.
+bool hasKeysApart(const Pair& pair) {
+    const Dictionary* ours = pair.ours.dictionary();
+    const Dictionary* theirs = pair.theirs.dictionary();
+    return pair.format == PropertyListFormat::binary && ours && theirs && theirs->size() > ours->size() &&
+           std::all_of(theirs->begin(), theirs->end(), [&](const Dictionary::Entry& other) {
+               return ours->contains(other.key) ||
+                      std::any_of(ours->begin(), ours->end(),
+                                  [&](const Dictionary::Entry& mine) { return hasCharacters(mine.key, other.key); });
+           });
 }
 
 constexpr std::string_view setsAreArrays = "libplist reads a set as an array";
@@ -240,8 +281,10 @@ constexpr std::array knownValues{
     KnownValue{"libplist gives dates as seconds of 32 bits", isDateOutOfRange},
     KnownValue{"libplist cuts a date towards zero, and gives its fraction, and zero itself, without a sign",
                isDateWithFraction},
-    KnownValue{bytesAreUtf8, isLatin1},
-    KnownValue{surrogatesAreDropped, hasLoneSurrogate},
+    KnownValue{"libplist takes the bytes of ASCII strings for UTF-8, not Latin-1", isLatin1},
+    KnownValue{keysAreApart, hasKeysApart},
+    KnownValue{"libplist drops a surrogate without its partner", hasLoneSurrogate},
+    KnownValue{"libplist pairs surrogates that have other characters between them", hasSurrogatesApart},
     KnownValue{setsAreArrays, isSet},
 };
 
@@ -252,10 +295,16 @@ public:
     bool agree(const Value& ours, const Value& theirs) {
         if (ours.array() && theirs.array()) return agree(*ours.array(), *theirs.array());
         if (ours.set() && theirs.array()) return agree(*ours.set(), *theirs.array());
-        if (ours.dictionary() && theirs.dictionary()) return agree(*ours.dictionary(), *theirs.dictionary());
+        if (ours.dictionary() && theirs.dictionary()) {
+            const bool areApart = hasKeysApart({ours, theirs, _format});
+            if (areApart) excuse(keysAreApart);
+            return (areApart || ours.dictionary()->size() == theirs.dictionary()->size()) &&
+                   agree(*ours.dictionary(), *theirs.dictionary());
+        }
         return ours == theirs || isKnown({ours, theirs, _format});
     }
 
+    /// The name of the first known difference that was met.
     std::string_view excuse() const { return _excuse; }
 
 private:
@@ -265,34 +314,34 @@ private:
     }
 
     bool agree(const Set& ours, const Array& theirs) {
-        _excuse = setsAreArrays;
+        excuse(setsAreArrays);
         return agree(ours.members, theirs);
     }
 
     bool agree(const Dictionary& ours, const Dictionary& theirs) {
-        return ours.size() == theirs.size() &&
-               std::all_of(ours.begin(), ours.end(), [&](const Dictionary::Entry& entry) {
-                   const Value* other = find(theirs, entry.key);
-                   return other && agree(entry.value, *other);
-               });
+        return std::all_of(ours.begin(), ours.end(),
+                           [&](const Dictionary::Entry& entry) { return hasCounterpart(entry, theirs); });
     }
 
-    const Value* find(const Dictionary& theirs, const std::string& key) {
-        const Value* exact = theirs.find(key);
-        if (exact || _format == PropertyListFormat::xml) return exact;
-        const auto sameBytes = std::find_if(theirs.begin(), theirs.end(), [&](const Dictionary::Entry& entry) {
-            return hasCharacters(key, entry.key);
-        });
-        _excuse = sameBytes == theirs.end() ? surrogatesAreDropped : bytesAreUtf8;
-        return sameBytes == theirs.end() ? theirs.find(withoutReplacements(key)) : &sameBytes->value;
+    bool hasCounterpart(const Dictionary::Entry& mine, const Dictionary& theirs) {
+        const Value* exact = theirs.find(mine.key);
+        if (exact && agree(mine.value, *exact)) return true;
+        return _format == PropertyListFormat::binary &&
+               std::any_of(theirs.begin(), theirs.end(), [&](const Dictionary::Entry& other) {
+                   return isKnown({mine.key, other.key, _format}) && agree(mine.value, other.value);
+               });
     }
 
     bool isKnown(const Pair& pair) {
         const auto known = std::find_if(knownValues.begin(), knownValues.end(),
                                         [&](const KnownValue& difference) { return difference.applies(pair); });
         if (known == knownValues.end()) return false;
-        _excuse = known->name;
+        excuse(known->name);
         return true;
+    }
+
+    void excuse(std::string_view name) {
+        if (_excuse.empty()) _excuse = name;
     }
 
     PropertyListFormat _format;

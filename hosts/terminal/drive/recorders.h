@@ -5,7 +5,7 @@
 #include <string>
 
 #include "hosts/terminal/drive/event_log.h"
-#include "platform/foundation/notification_center.h"
+#include "platform/services/notification_center.h"
 #include "platform/services/application.h"
 #include "platform/services/file_listener.h"
 

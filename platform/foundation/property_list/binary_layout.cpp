@@ -53,24 +53,22 @@ constexpr std::array<Meaning, 256> meanings = [] {
     return table;
 }();
 
-[[gnu::cold, gnu::noinline]] bool complain(Fault& fault, const char* reason, std::size_t offset) {
+[[gnu::cold, gnu::noinline]] bool complain(PropertyListError& fault, const char* reason, std::size_t offset) {
     fault = {reason, offset};
     return false;
 }
 
 }  // namespace
 
-std::optional<BinaryLayout> BinaryLayout::parse(std::string_view bytes, Fault& fault) {
+std::optional<BinaryLayout> BinaryLayout::parse(std::string_view bytes, PropertyListError& fault) {
     BinaryLayout layout(bytes);
     return layout.parseTrailer(fault) && layout.checkTable(fault) ? std::optional(layout) : std::nullopt;
 }
 
-bool BinaryLayout::parseTrailer(Fault& fault) {
+bool BinaryLayout::parseTrailer(PropertyListError& fault) {
     if (_bytes.size() < headerSize + trailerSize) return complain(fault, "too short for a header and a trailer", 0);
     const std::size_t trailer = _bytes.size() - trailerSize;
-    const auto field = [&](std::size_t place, std::size_t size) {
-        return readCappedNumber(piece(trailer + place, size));
-    };
+    const auto field = [&](std::size_t place, std::size_t size) { return readBigEndian(piece(trailer + place, size)); };
     _offsetSize = field(6, 1);
     _referenceSize = field(7, 1);
     const std::uint64_t objectCount = field(8, 8);
@@ -98,16 +96,16 @@ bool BinaryLayout::parseTrailer(Fault& fault) {
     return true;
 }
 
-bool BinaryLayout::checkTable(Fault& fault) const {
+bool BinaryLayout::checkTable(PropertyListError& fault) const {
     for (std::size_t number = 0; number < _objectCount; ++number) {
-        if (readCappedNumber(piece(_table + number * _offsetSize, _offsetSize)) >= _table) {
+        if (offsetOf(number) >= _table) {
             return complain(fault, "an object's offset is not before the offset table", _table + number * _offsetSize);
         }
     }
     return true;
 }
 
-bool BinaryLayout::find(std::size_t number, BinaryObject& object, Fault& fault) const {
+bool BinaryLayout::find(std::size_t number, BinaryObject& object, PropertyListError& fault) const {
     object.start = offsetOf(number);
     if (object.start < headerSize) return complain(fault, "an object lies in the header of the file", object.start);
     const Meaning& meaning = meanings[static_cast<unsigned char>(_bytes[object.start])];
@@ -133,7 +131,7 @@ bool BinaryLayout::readLongCount(BinaryObject& object) const {
     const Meaning& meaning = meanings[static_cast<unsigned char>(_bytes[object.content])];
     const bool isInteger = meaning.isKnown && meaning.kind == BinaryKind::integer;
     if (!isInteger || _table - object.content <= meaning.count) return false;
-    object.count = readLowBits(piece(object.content + 1, meaning.count));
+    object.count = readBigEndian(piece(object.content + 1, meaning.count));
     object.content += 1 + meaning.count;
     return true;
 }

@@ -6,8 +6,8 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/foundation/property_list/big_endian.h"
-#include "platform/foundation/property_list/fault.h"
+#include "platform/foundation/bytes.h"
+#include "platform/foundation/property_list.h"
 
 namespace platform::property_list {
 
@@ -58,22 +58,23 @@ struct BinaryObject {
 /// What the objects say, and the references in them, is not checked here.
 class BinaryLayout {
 public:
-    static std::optional<BinaryLayout> parse(std::string_view bytes, Fault& fault);
+    static std::optional<BinaryLayout> parse(std::string_view bytes, PropertyListError& fault);
 
     std::size_t fileSize() const { return _bytes.size(); }
     std::size_t objectCount() const { return _objectCount; }
     std::size_t root() const { return _root; }
 
-    /// Numbers of objects are less than `objectCount()`.
+    /// Numbers of objects are less than `objectCount()`. Offsets and references have up to 16 bytes, of which the
+    /// last eight count.
     std::size_t offsetOf(std::size_t number) const {
-        return readLowBits(piece(_table + number * _offsetSize, _offsetSize));
+        return readBigEndian(piece(_table + number * _offsetSize, _offsetSize));
     }
-    bool find(std::size_t number, BinaryObject& object, Fault& fault) const;
+    bool find(std::size_t number, BinaryObject& object, PropertyListError& fault) const;
 
     /// An object that `find` has succeeded for once.
     BinaryObject object(std::size_t number) const {
         BinaryObject object;
-        Fault never;
+        PropertyListError never;
         find(number, object, never);
         return object;
     }
@@ -81,7 +82,7 @@ public:
     /// The number that a container's reference gives; it can be out of range. A dictionary's
     /// references are those of its keys, followed by those of its values.
     std::uint64_t reference(const BinaryObject& container, std::size_t index) const {
-        return readCappedNumber(piece(container.content + index * _referenceSize, _referenceSize));
+        return readBigEndian(piece(container.content + index * _referenceSize, _referenceSize));
     }
 
     std::string_view content(const BinaryObject& object) const {
@@ -91,8 +92,8 @@ public:
 private:
     explicit BinaryLayout(std::string_view bytes) : _bytes(bytes) {}
 
-    bool parseTrailer(Fault& fault);
-    bool checkTable(Fault& fault) const;
+    bool parseTrailer(PropertyListError& fault);
+    bool checkTable(PropertyListError& fault) const;
     bool readLongCount(BinaryObject& object) const;
 
     /// A piece that is known to lie in the file.

@@ -14,8 +14,7 @@
 #include <vector>
 
 #include "platform/foundation/property_list.h"
-#include "platform/foundation/property_list/limits.h"
-#include "platform/foundation/property_list/unicode.h"
+#include "platform/foundation/utf8.h"
 
 namespace platform {
 

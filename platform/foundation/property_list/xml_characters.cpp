@@ -5,9 +5,9 @@
 #include <array>
 #include <cstddef>
 
-#include "platform/foundation/property_list/ascii.h"
-#include "platform/foundation/property_list/byte_scan.h"
-#include "platform/foundation/property_list/unicode.h"
+#include "platform/foundation/ascii.h"
+#include "platform/foundation/bytes.h"
+#include "platform/foundation/utf8.h"
 
 namespace platform::property_list {
 
@@ -71,14 +71,14 @@ private:
         _position += named->spelling.size();
     }
 
-    /// `&#;` and `&#x;` are U+0000.
+    /// `&#;` and `&#x;` are U+0000. Zeros in front count as digits.
     void takeNumericReference() {
-        constexpr std::size_t mostDigits = 7;
+        constexpr std::size_t mostDigits = 8;
         const bool hexadecimal = rest().starts_with("&#x");
         const std::string_view behind = rest().substr(hexadecimal ? 3 : 2);
         const std::size_t length = behind.substr(0, mostDigits + 1).find(';');
         if (length == std::string_view::npos)
-            return complain("a numeric reference of more than 7 digits, or without ;");
+            return complain("a numeric reference of more than 8 digits, or without ;");
         char32_t code = 0;
         for (const char character : behind.substr(0, length)) {
             const unsigned digit = digitValue(character);

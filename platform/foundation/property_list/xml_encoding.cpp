@@ -5,8 +5,8 @@
 #include <array>
 #include <cstdint>
 
-#include "platform/foundation/property_list/ascii.h"
-#include "platform/foundation/property_list/unicode.h"
+#include "platform/foundation/ascii.h"
+#include "platform/foundation/utf8.h"
 
 namespace platform::property_list {
 
@@ -27,16 +27,26 @@ constexpr std::array byteOrderMarks{
 };
 
 struct EncodingName {
-    std::string_view name;  ///< in lower case
+    std::string_view name;  ///< letters, in lower case, and digits
     Encoding encoding;
 };
 
-/// US-ASCII is read as ISO-8859-1, which it is a part of.
+/// US-ASCII is read as ISO-8859-1, which it is a part of. Other legacy encodings are left out.
 constexpr std::array encodingNames{
-    EncodingName{"utf-8", Encoding::utf8},
-    EncodingName{"iso-8859-1", Encoding::latin1},
-    EncodingName{"us-ascii", Encoding::latin1},
-    EncodingName{"windows-1252", Encoding::windows1252},
+    EncodingName{"utf8", Encoding::utf8},
+    EncodingName{"iso88591", Encoding::latin1},
+    EncodingName{"latin1", Encoding::latin1},
+    EncodingName{"l1", Encoding::latin1},
+    EncodingName{"cp819", Encoding::latin1},
+    EncodingName{"ibm819", Encoding::latin1},
+    EncodingName{"usascii", Encoding::latin1},
+    EncodingName{"ascii", Encoding::latin1},
+    EncodingName{"us", Encoding::latin1},
+    EncodingName{"iso646us", Encoding::latin1},
+    EncodingName{"cp367", Encoding::latin1},
+    EncodingName{"ansix341968", Encoding::latin1},
+    EncodingName{"windows1252", Encoding::windows1252},
+    EncodingName{"cp1252", Encoding::windows1252},
 };
 
 /// The name that an XML declaration gives, quotes taken off. A declaration is looked for at the very
@@ -133,10 +143,14 @@ const ByteOrderMark* findMark(std::string_view bytes) {
     return mark == byteOrderMarks.end() ? nullptr : &*mark;
 }
 
+/// Of a name, letters and digits alone count, in any case.
 std::optional<Encoding> encodingCalled(std::string_view name) {
-    const auto known = std::find_if(encodingNames.begin(), encodingNames.end(), [&](const EncodingName& candidate) {
-        return equalInAnyCase(name, candidate.name);
-    });
+    std::string plain;
+    for (const char character : name) {
+        if (isLetter(character) || isDigit(character)) plain += lowerCase(character);
+    }
+    const auto known = std::find_if(encodingNames.begin(), encodingNames.end(),
+                                    [&](const EncodingName& candidate) { return candidate.name == plain; });
     return known == encodingNames.end() ? std::nullopt : std::optional(known->encoding);
 }
 
@@ -156,7 +170,7 @@ std::optional<std::string> transcoded(Encoding encoding, std::string_view bytes,
 
 }  // namespace
 
-std::optional<XmlText> XmlText::decode(std::string_view bytes, Fault& fault) {
+std::optional<XmlText> XmlText::decode(std::string_view bytes, PropertyListError& fault) {
     XmlText text;
     if (const ByteOrderMark* mark = findMark(bytes)) {
         text._encoding = mark->encoding;

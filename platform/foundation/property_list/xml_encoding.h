@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foundation/property_list/fault.h"
+#include "platform/foundation/property_list.h"
 
 namespace platform::property_list {
 
@@ -17,7 +17,7 @@ enum class Encoding { utf8, latin1, windows1252, utf16LittleEndian, utf16BigEndi
 class XmlText {
 public:
     /// Nothing when the encoding is unknown or the bytes do not keep to it; then `fault` says why.
-    static std::optional<XmlText> decode(std::string_view bytes, Fault& fault);
+    static std::optional<XmlText> decode(std::string_view bytes, PropertyListError& fault);
 
     std::string_view utf8() const { return _own ? std::string_view(*_own) : _view; }
 

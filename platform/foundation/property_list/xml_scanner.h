@@ -8,13 +8,11 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/foundation/property_list/ascii.h"
-#include "platform/foundation/property_list/byte_scan.h"
-#include "platform/foundation/property_list/fault.h"
-#include "platform/foundation/property_list/limits.h"
+#include "platform/foundation/ascii.h"
+#include "platform/foundation/bytes.h"
+#include "platform/foundation/property_list.h"
 #include "platform/foundation/property_list/xml_characters.h"
-#include "platform/foundation/property_list/xml_dates.h"
-#include "platform/foundation/property_list/xml_numbers.h"
+#include "platform/foundation/property_list/xml_scalars.h"
 #include "platform/foundation/property_list/xml_tags.h"
 
 namespace platform::property_list {
@@ -46,7 +44,8 @@ public:
         return skipProlog() && element(readTag(), root) ? std::optional(std::move(root)) : std::nullopt;
     }
 
-    /// Reads one object, and what may stand before it, at the beginning of the text.
+    /// Reads one object, and what may stand before it, at the beginning of a text that is known to be well-formed
+    /// from there on.
     std::optional<Node> object() {
         Node node{};
         return nextMarkup() == Markup::opening && element(readTag(), node) ? std::optional(std::move(node))
@@ -54,7 +53,7 @@ public:
     }
 
     /// Offsets count from the beginning of the text.
-    const Fault& fault() const { return _fault; }
+    const PropertyListError& fault() const { return _fault; }
 
 private:
     /// What stands next between elements; `closing` and `opening` leave the position at the `<`.
@@ -364,7 +363,7 @@ private:
     std::size_t _depth = 0;
     std::size_t _plists = 0;
     std::string _scratch;
-    Fault _fault;
+    PropertyListError _fault;
 };
 
 }  // namespace platform::property_list

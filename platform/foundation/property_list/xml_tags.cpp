@@ -5,8 +5,8 @@
 #include <array>
 #include <utility>
 
-#include "platform/foundation/property_list/ascii.h"
-#include "platform/foundation/property_list/byte_scan.h"
+#include "platform/foundation/ascii.h"
+#include "platform/foundation/bytes.h"
 
 namespace platform::property_list {
 

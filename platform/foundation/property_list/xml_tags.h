@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foundation/byte_words.h"
+#include "platform/foundation/bytes.h"
 
 namespace platform::property_list {
 

@@ -8,13 +8,11 @@
 #include <variant>
 
 #include "platform/foundation/base64.h"
+#include "platform/foundation/bytes.h"
 #include "platform/foundation/property_list.h"
-#include "platform/foundation/property_list/byte_scan.h"
-#include "platform/foundation/property_list/limits.h"
-#include "platform/foundation/property_list/unicode.h"
-#include "platform/foundation/property_list/xml_dates.h"
-#include "platform/foundation/property_list/xml_numbers.h"
 #include "platform/foundation/property_list/xml_reader.h"
+#include "platform/foundation/property_list/xml_scalars.h"
+#include "platform/foundation/utf8.h"
 
 namespace platform {
 

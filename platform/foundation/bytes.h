@@ -1,19 +1,58 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
 #endif
 
-#include "platform/foundation/byte_words.h"
+namespace platform {
 
-/// Searches that look at many bytes at a time; the speed of reading is theirs.
-namespace platform::property_list {
+/// Eight bytes, the first of them in the lowest bits whatever the machine's byte order.
+inline std::uint64_t loadEight(const char* bytes) {
+    std::uint64_t word;
+    std::memcpy(&word, bytes, sizeof word);
+    if constexpr (std::endian::native == std::endian::big) {
+        std::uint64_t swapped = 0;
+        for (int index = 0; index < 8; ++index)
+            swapped |= (word >> (8 * index) & 0xFF) << (56 - 8 * index);
+        word = swapped;
+    }
+    return word;
+}
+
+/// How many bytes both texts begin with.
+inline std::size_t commonPrefixLength(std::string_view left, std::string_view right) {
+    const std::size_t shorter = std::min(left.size(), right.size());
+    std::size_t length = 0;
+    for (; length + 8 <= shorter; length += 8) {
+        const std::uint64_t difference = loadEight(left.data() + length) ^ loadEight(right.data() + length);
+        if (difference != 0) return length + static_cast<std::size_t>(std::countr_zero(difference)) / 8;
+    }
+    while (length < shorter && left[length] == right[length])
+        ++length;
+    return length;
+}
+
+/// The low 64 bits of a big-endian number. Nearly all numbers of a binary property list take one byte or two,
+/// and reading them is most of what it takes to find a key in one.
+inline std::uint64_t readBigEndian(std::string_view bytes) {
+    const auto at = [&](std::size_t index) -> std::uint64_t { return static_cast<unsigned char>(bytes[index]); };
+    if (bytes.size() == 1) return at(0);
+    if (bytes.size() == 2) return at(0) << 8 | at(1);
+    std::uint64_t number = 0;
+    for (const char byte : bytes)
+        number = number << 8 | static_cast<unsigned char>(byte);
+    return number;
+}
+
+// -- Searches that look at many bytes at a time: the speed of reading is theirs -----------------
 
 /// The characters that a search stops at, apart from everything outside ASCII.
 template <char... Stops>
@@ -63,4 +102,4 @@ inline const char* findByte(const char* position, const char* end, char wanted) 
     return found ? static_cast<const char*>(found) : end;
 }
 
-}  // namespace platform::property_list
+}  // namespace platform

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
-#include "platform/foundation/property_list/xml_numbers.h"
+#include "platform/foundation/property_list/xml_scalars.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <limits>
 
 namespace platform::property_list {
@@ -136,6 +138,145 @@ void appendReal(std::string& text, double number) {
         const auto result = std::to_chars(digits, digits + sizeof digits, number, std::chars_format::general, 17);
         text.append(digits, result.ptr);
     }
+}
+
+// -- Dates -----------------------------------------------------------------------------------------
+
+namespace {
+
+constexpr std::int64_t secondsPerDay = 86400;
+
+std::int64_t floorDivide(std::int64_t number, std::int64_t by) {
+    return number / by - (number % by < 0 ? 1 : 0);
+}
+
+/// Days from 2001-01-01 to the first day of the year, in the Gregorian calendar carried on in both
+/// directions without end.
+std::int64_t daysBeforeYear(std::int64_t year) {
+    const std::int64_t before = year - 1;
+    const std::int64_t leapDays = floorDivide(before, 4) - floorDivide(before, 100) + floorDivide(before, 400);
+    constexpr std::int64_t daysBefore2001 = 2000 * 365 + 500 - 20 + 5;
+    return before * 365 + leapDays - daysBefore2001;
+}
+
+bool isLeapYear(std::int64_t year) {
+    return year % 4 == 0 && (year % 100 != 0 || year % 400 == 0);
+}
+
+/// Months from 1 to 13, the last of them the next January.
+std::int64_t daysBeforeMonth(int month, bool leapYear) {
+    constexpr std::array<std::int16_t, 13> days{0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334, 365};
+    return days[static_cast<std::size_t>(month - 1)] + (leapYear && month > 2 ? 1 : 0);
+}
+
+/// Reads a date's parts one after the other, and remembers whether all of them were there.
+class DateParts {
+public:
+    DateParts(const char* begin, const char* end) : _position(begin), _end(end) {}
+
+    std::int64_t year() {
+        const bool negative = accept('-');
+        const std::optional<std::uint64_t> magnitude = takeDigits<10>(_position, _end);
+        constexpr std::uint64_t greatest = std::numeric_limits<std::int32_t>::max();
+        if (!magnitude || *magnitude > greatest) return _complete = false;
+        const auto year = static_cast<std::int64_t>(*magnitude);
+        return negative ? -year : year;
+    }
+
+    int twoDigits(char separatorBefore) {
+        separator(separatorBefore);
+        if (_end - _position < 2 || !isDigit(_position[0]) || !isDigit(_position[1])) return _complete = false;
+        _position += 2;
+        return (_position[-2] - '0') * 10 + (_position[-1] - '0');
+    }
+
+    void separator(char wanted) {
+        if (!accept(wanted)) _complete = false;
+    }
+
+    bool complete() const { return _complete; }
+    const char* position() const { return _position; }
+
+private:
+    bool accept(char wanted) {
+        if (_position == _end || *_position != wanted) return false;
+        ++_position;
+        return true;
+    }
+
+    const char* _position;
+    const char* _end;
+    bool _complete = true;
+};
+
+}  // namespace
+
+std::optional<Parsed<Date>> parseDate(const char* begin, const char* end) {
+    DateParts parts(begin, end);
+    const std::int64_t year = parts.year();
+    const int month = parts.twoDigits('-');
+    const int day = parts.twoDigits('-');
+    const int hour = parts.twoDigits('T');
+    const int minute = parts.twoDigits(':');
+    const int second = parts.twoDigits(':');
+    parts.separator('Z');
+    if (!parts.complete()) return std::nullopt;
+
+    const int knownMonth = month >= 1 && month <= 13 ? month : 1;
+    const std::int64_t days = daysBeforeYear(year) + daysBeforeMonth(knownMonth, isLeapYear(year)) + day - 1;
+    const std::int64_t seconds = days * secondsPerDay + hour * 3600 + minute * 60 + second;
+    return Parsed<Date>{Date{static_cast<double>(seconds)}, parts.position()};
+}
+
+namespace {
+
+void appendPadded(std::string& text, std::int64_t number, std::size_t width) {
+    char digits[24];
+    const auto result = std::to_chars(digits, digits + sizeof digits, number < 0 ? -number : number);
+    const auto length = static_cast<std::size_t>(result.ptr - digits) + (number < 0 ? 1 : 0);
+    if (number < 0) text += '-';
+    if (length < width) text.append(width - length, '0');
+    text.append(digits, result.ptr);
+}
+
+/// The year that a day lies in, counted from 2001-01-01.
+std::int64_t yearOfDay(std::int64_t day) {
+    constexpr std::int64_t daysIn400Years = 146097;
+    std::int64_t year = 2001 + day * 400 / daysIn400Years;
+    while (daysBeforeYear(year) > day)
+        --year;
+    while (daysBeforeYear(year + 1) <= day)
+        ++year;
+    return year;
+}
+
+}  // namespace
+
+bool appendDate(std::string& text, Date date) {
+    constexpr double secondsIn32BitYears = 2147483647.0 * 365.2425 * secondsPerDay;
+    if (!(std::abs(date.secondsSince2001) < secondsIn32BitYears)) return false;
+    const auto wholeSeconds = static_cast<std::int64_t>(std::floor(date.secondsSince2001));
+    const std::int64_t day = floorDivide(wholeSeconds, secondsPerDay);
+    const std::int64_t second = wholeSeconds - day * secondsPerDay;
+
+    const std::int64_t year = yearOfDay(day);
+    const std::int64_t dayOfYear = day - daysBeforeYear(year);
+    int month = 12;
+    while (daysBeforeMonth(month, isLeapYear(year)) > dayOfYear)
+        --month;
+
+    appendPadded(text, year, 4);
+    const auto appendPart = [&](char separator, std::int64_t number) {
+        text += separator;
+        appendPadded(text, number, 2);
+    };
+    appendPart('-', month);
+    appendPart('-', dayOfYear - daysBeforeMonth(month, isLeapYear(year)) + 1);
+    appendPart('T', second / 3600);
+    appendPart(':', second / 60 % 60);
+    appendPart(':', second % 60);
+    text += 'Z';
+    return true;
 }
 
 }  // namespace platform::property_list

@@ -7,10 +7,11 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foundation/property_list/ascii.h"
+#include "platform/foundation/ascii.h"
 #include "platform/foundation/value.h"
 
-/// How an XML property list spells numbers.
+/// How an XML property list spells numbers, and dates: in the Gregorian calendar, carried on in both
+/// directions.
 namespace platform::property_list {
 
 /// What stands at the front of a text, and how far it reaches.
@@ -46,5 +47,13 @@ std::optional<double> parseReal(std::string_view text);
 
 void appendInteger(std::string& text, Integer number);
 void appendReal(std::string& text, double number);
+
+/// A date at the front of the text, `[-]Y…-MM-DDThh:mm:ssZ`, with a year of 32 bits. Days, hours,
+/// minutes and seconds out of range roll over; so does month 13, while months 0 and from 14 on
+/// count as January.
+std::optional<Parsed<Date>> parseDate(const char* begin, const char* end);
+
+/// Fractions of a second are floored. False when the date lies in no year of 32 bits.
+bool appendDate(std::string& text, Date date);
 
 }  // namespace platform::property_list

@@ -6,12 +6,12 @@
 namespace platform {
 
 /// The system-wide (Darwin) notification centre: a name, seen by every process that observes it,
-/// and nothing else. No object, no user information.
+/// and nothing else. No object, no user information (`CFNotificationCenterGetDarwinNotifyCenter`).
 class DarwinNotifyCenter {
 public:
     virtual ~DarwinNotifyCenter() = default;
 
-    /// Posts at once. Whether anybody listens, or could, is not told.
+    /// Posts at once (`CFNotificationCenterPostNotification`). Whether anybody listens, or could, is not told.
     virtual void postNotification(std::string_view name) = 0;
 };
 
