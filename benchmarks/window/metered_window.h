@@ -31,12 +31,6 @@ public:
     QQuickItem* list();
 
 private:
-    class NoHandOver final : public hosts::desktop::HandOver {
-        Outcome sendMail(const platform::MFMailComposeViewController&) override { return {}; }
-        Outcome saveMail(const platform::MFMailComposeViewController&) override { return {}; }
-        Outcome post(const platform::SLComposeViewController&, const std::string&) override { return {}; }
-    };
-
     std::string _folder;
     std::string _error;
     std::optional<hosts::PhoneFileSystem> _phone;
@@ -45,7 +39,7 @@ private:
     hosts::QuietApplication _application;
     hosts::QuietDeviceQuery _deviceQuery;
     hosts::Composers _composers;
-    NoHandOver _handOver;
+    hosts::NoHandOver _handOver;
     std::unique_ptr<hosts::desktop::DesktopSession> _session;
 };
 

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "hosts/desktop/program/linux_hand_over.h"
 #include "hosts/desktop/program/noted_files.h"
-#include "hosts/hand_over/desktop.h"
+#include "hosts/hand_over/hand_over.h"
 #include "hosts/notifications/session_notify_center.h"
 #include "hosts/phones/device_information.h"
 #include "hosts/session/composers.h"
@@ -22,8 +21,7 @@ struct LiveServices {
           desktop(phone.installation.desktopModule()),
           opener(desktop, programs),
           deviceInformation(phone.files, phone.folder),
-          mailSender(phone.installation.mailModule(), desktop, programs),
-          handOver(mailSender, opener) {}
+          handOver(phone.installation.mailModule(), desktop, programs, opener) {}
 
     SessionServices forSession() {
         return {files, notifications, opener, deviceInformation, composers, composers, skips};
@@ -37,8 +35,7 @@ struct LiveServices {
     UrlOpener opener;
     DeviceInformation deviceInformation;
     Composers composers;
-    MailSender mailSender;
-    LinuxHandOver handOver;
+    DesktopHandOver handOver;
 };
 
 }  // namespace hosts::desktop

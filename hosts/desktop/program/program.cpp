@@ -21,7 +21,7 @@
 #include "hosts/desktop/program/single_instance.h"
 #include "hosts/desktop/program/window_memory.h"
 #include "hosts/session/skip_lines.h"
-#include "hosts/system/stop_signals.h"
+#include "hosts/system/arriving_signals.h"
 
 namespace hosts::desktop {
 namespace {

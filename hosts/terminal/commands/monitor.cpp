@@ -2,7 +2,7 @@
 #include <cstdio>
 
 #include "hosts/notifications/notification_stream.h"
-#include "hosts/system/stop_signals.h"
+#include "hosts/system/arriving_signals.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/observed_content.h"
 #include "hosts/terminal/commands/settings_command.h"
@@ -36,21 +36,22 @@ int runMonitor(ProgramContext& context, const MonitorOptions& options) {
     StopSignals stop;
     auto stream = command.notifications().observe();
     if (!stream) {
-        return fail(failed, command.notifications().lastError() +
-                                "; start the monitor in the session whose changes it is to tell of");
+        return fail(failed,
+                    stream.error().text() + "; start the monitor in the session whose changes it is to tell of");
     }
     std::vector<ObservedContent> observed;
     for (auto& file : command.settings().observedFiles())
         observed.emplace_back(context.files, std::move(file));
     std::fputs("listening\n", stderr);
 
-    while (auto name = waitForNotification(*stream, stop.descriptor())) {
+    while (auto name = waitForNotification(**stream, stop.descriptor())) {
         for (ObservedContent& content : observed) {
             if (content.notification() != *name) continue;
             if (!report(*name, content.takeChanges(), options.json)) return failed;
         }
     }
-    return stream->lastError().empty() ? done : fail(failed, stream->lastError());
+    const auto& end = (*stream)->ended();
+    return end ? fail(failed, end->text()) : done;
 }
 
 }  // namespace hosts::terminal

@@ -82,7 +82,7 @@ void EventLoop::takeSignal(int number) {
 void EventLoop::takeNotifications() {
     while (_parts.notifications->next()) {
     }
-    if (!_parts.notifications->lastError().empty()) _parts.notifications.reset();
+    if (_parts.notifications->ended()) _parts.notifications.reset();
 }
 
 // Rows that write as they are produced do not bring themselves up again: the look after producing

@@ -4,13 +4,13 @@
 namespace hosts::terminal::screen {
 
 bool NoticingApplication::openURL(std::string_view url) {
-    const bool isOpened = _opener.openURL(url);
-    if (isOpened) {
+    const auto opened = _opener.open(url);
+    if (opened) {
         _notices.say("Opened " + std::string(url));
     } else {
-        _notices.warn("Not opened: " + std::string(url) + " (" + _opener.lastError() + ")");
+        _notices.warn("Not opened: " + std::string(url) + " (" + opened.error().text() + ")");
     }
-    return isOpened;
+    return opened.has_value();
 }
 
 Outside::Outside(ProgramContext& context, Notices& notices)
@@ -21,7 +21,7 @@ Outside::Outside(ProgramContext& context, Notices& notices)
       _opener(_desktop, _programs),
       _application(_opener, notices),
       _deviceInformation(_files, context.phoneFolder),
-      _mail(context.installation.mailModule(), _desktop, _programs) {
+      _handOver(context.installation.mailModule(), _desktop, _programs, _opener) {
     std::string error;
     if (!_deviceInformation.useFile(context.deviceInformation, error)) notices.warn(error);
 }

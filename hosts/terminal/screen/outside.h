@@ -4,10 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "hosts/hand_over/desktop.h"
-#include "hosts/hand_over/mail_sender.h"
-#include "hosts/hand_over/url_opener.h"
-#include "hosts/hand_over/xdg_programs.h"
+#include "hosts/hand_over/hand_over.h"
 #include "hosts/notifications/session_notify_center.h"
 #include "hosts/phones/device_information.h"
 #include "hosts/session/composers.h"
@@ -41,8 +38,7 @@ public:
 
     SessionServices services();
     SessionNotifyCenter& notifications() { return _notifications; }
-    UrlOpener& opener() { return _opener; }
-    MailSender& mail() { return _mail; }
+    HandOver& handOver() { return _handOver; }
     const ProgramContext& context() const { return _context; }
 
     /// What went wrong with the last write since this was last asked; nothing when none was tried or
@@ -58,7 +54,7 @@ private:
     UrlOpener _opener;
     NoticingApplication _application;
     DeviceInformation _deviceInformation;
-    MailSender _mail;
+    DesktopHandOver _handOver;
     Composers _composers;
 };
 

@@ -47,7 +47,7 @@ int runScreen(ProgramContext& context) {
     std::optional<SkipLines::Hold> held;
     if (context.skips) held.emplace(*context.skips);
     ScreenSignals signals;
-    auto notifications = screen.notifications().observe();
+    auto notifications = screen.notifications().observe().value_or(nullptr);
     const auto terminal = CursesTerminal::open(style.colour, error);
     if (!terminal) return fail(failed, error);
     EventLoop({screen, *terminal, signals, files, std::move(notifications)}).run();

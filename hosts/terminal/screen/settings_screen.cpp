@@ -49,10 +49,10 @@ bool SettingsScreen::start(std::string& error) {
 
 std::shared_ptr<Sheet> SettingsScreen::sheetFor(const std::shared_ptr<platform::UIViewController>& presented) {
     if (auto mail = std::dynamic_pointer_cast<platform::MFMailComposeViewController>(presented)) {
-        return std::make_shared<MailSheet>(std::move(mail), _outside.mail(), _notices, _text);
+        return std::make_shared<MailSheet>(std::move(mail), _outside.handOver(), _notices, _text);
     }
     if (auto post = std::dynamic_pointer_cast<platform::SLComposeViewController>(presented)) {
-        return std::make_shared<PostSheet>(std::move(post), _outside.opener(), _notices, _text);
+        return std::make_shared<PostSheet>(std::move(post), _outside.handOver(), _notices, _text);
     }
     return nullptr;
 }
