@@ -29,17 +29,11 @@ public:
     QQuickItem* list();
 
 private:
-    class NoHandOver final : public hosts::desktop::HandOver {
-        Outcome sendMail(const platform::MFMailComposeViewController&) override { return {}; }
-        Outcome saveMail(const platform::MFMailComposeViewController&) override { return {}; }
-        Outcome post(const platform::SLComposeViewController&, const std::string&) override { return {}; }
-    };
-
     hosts::PhoneOptions _options;
     std::optional<hosts::OpenedPhone> _phone;
     hosts::QuietNotifyCenter _notifications;
     hosts::QuietApplication _application;
-    NoHandOver _handOver;
+    hosts::NoHandOver _handOver;
     std::unique_ptr<hosts::desktop::DesktopSession> _session;
 };
 

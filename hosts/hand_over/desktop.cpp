@@ -5,20 +5,18 @@
 
 namespace hosts {
 
-DesktopLibrary* Desktop::library(std::string& error) {
-    if (!_library && _loadingError.empty()) {
-        auto* const make =
-            loadFunction<MakeDesktopLibrary>(_module, makeDesktopLibrarySymbol, "the desktop module", _loadingError);
-        if (make != nullptr) make(_library);
-    }
-    if (!_library) error = _loadingError;
+platform::Result<DesktopLibrary*> Desktop::library() {
+    if (_library) return _library.get();
+    if (_loadingProblem) return *_loadingProblem;
+    auto make = loadFunction<MakeDesktopLibrary>(_module, makeDesktopLibrarySymbol, "the desktop module");
+    if (!make) return _loadingProblem.emplace(std::move(make).error());
+    (*make)(_library);
     return _library.get();
 }
 
 std::optional<std::string> Desktop::handlerOfType(const std::string& contentType) {
-    std::string ignored;
-    DesktopLibrary* const desktop = library(ignored);
-    return desktop == nullptr ? std::nullopt : desktop->handlerOf(contentType);
+    const auto found = library();
+    return found ? (*found)->handlerOf(contentType) : std::nullopt;
 }
 
 std::optional<std::string> Desktop::handlerOfScheme(const std::string& scheme) {

@@ -5,9 +5,32 @@
 #include <optional>
 #include <string>
 
-#include "hosts/hand_over/desktop_library.h"
+#include "platform/foundation/result.h"
 
 namespace hosts {
+
+/// What the desktop's own library knows of the user's programs and folders. It takes longer to load
+/// than a program needs to read a setting, so this interface is implemented in a module that is
+/// loaded when it is wanted.
+class DesktopLibrary {
+public:
+    virtual ~DesktopLibrary() = default;
+
+    /// The name of the program that opens content of this MIME type, as a user reads it; nothing
+    /// when none claims the type itself. A URL scheme's type is "x-scheme-handler/SCHEME".
+    virtual std::optional<std::string> handlerOf(const std::string& contentType) = 0;
+
+    /// Where the user's documents go: the folder that XDG_DOCUMENTS_DIR names, else the one that the
+    /// user has configured, else ~/Documents when it is there, else the home folder.
+    virtual std::string documentsFolder() = 0;
+
+    /// Where files go that nobody misses when they are gone.
+    virtual std::string cacheFolder() = 0;
+};
+
+/// The module's one entry point, under the name `makeDesktopLibrarySymbol`.
+using MakeDesktopLibrary = void(std::unique_ptr<DesktopLibrary>& library);
+constexpr const char* makeDesktopLibrarySymbol = "trivel3MakeDesktopLibrary";
 
 /// The user's desktop: which programs open what, and where files belong. Nothing is loaded before
 /// the first question.
@@ -16,8 +39,8 @@ public:
     /// `module` is the path of the module that asks the desktop's own library.
     explicit Desktop(std::string module) : _module(std::move(module)) {}
 
-    /// The desktop's library. Null, with one line in `error`, when the module cannot be loaded.
-    DesktopLibrary* library(std::string& error);
+    /// The desktop's library, once its module could be loaded.
+    platform::Result<DesktopLibrary*> library();
 
     /// The name of the program that opens content of this MIME type, or URLs of this scheme; nothing
     /// when there is none, or no way to tell.
@@ -26,7 +49,7 @@ public:
 
 private:
     std::string _module;
-    std::string _loadingError;
+    std::optional<platform::Problem> _loadingProblem;
     std::unique_ptr<DesktopLibrary> _library;
 };
 

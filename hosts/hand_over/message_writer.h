@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "platform/foundation/result.h"
+
 namespace hosts {
 
 struct MailAttachment {
@@ -21,11 +23,11 @@ struct MailMessage {
 };
 
 /// Writes the message into the open file as a draft: complete by RFC 5322 and MIME, from the user of
-/// this machine, dated now, with an empty text to begin with, and marked as not yet sent. False, with
-/// one line in `error`, when it cannot be said or written; the file's content is then no message.
+/// this machine, dated now, with an empty text to begin with, and marked as not yet sent. With a problem
+/// in `outcome`, when it cannot be said or written, the file's content is no message.
 ///
 /// Implemented in a module, since the library that knows how mail is written takes long to load.
-using WriteMailMessage = bool(const MailMessage& message, int file, std::string& error);
+using WriteMailMessage = void(const MailMessage& message, int file, platform::Result<platform::Done>& outcome);
 constexpr const char* writeMailMessageSymbol = "trivel3WriteMailMessage";
 
 }  // namespace hosts

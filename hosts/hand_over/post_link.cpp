@@ -36,10 +36,4 @@ std::optional<std::string> postLink(std::string_view serviceType, std::string_vi
     return std::string{twitterComposer} + percentEncoded(text);
 }
 
-PostHandOver handOverPost(std::string_view serviceType, std::string_view text, UrlOpener& opener) {
-    const auto link = postLink(serviceType, text);
-    if (!link) return {"", "there is no way to post to the service " + std::string{serviceType}};
-    return {*link, opener.openURL(*link) ? "" : opener.lastError()};
-}
-
 }  // namespace hosts

@@ -34,17 +34,12 @@ bool UrlOpener::canOpenURL(std::string_view url) {
     return isOpened(scheme) && _desktop.handlerOfScheme(scheme).has_value();
 }
 
-bool UrlOpener::openURL(std::string_view url) {
-    _lastError.clear();
-    if (!isOpened(schemeOf(url))) {
-        _lastError = "addresses of this kind are not opened: " + schemeOf(url) + ":";
-        return false;
-    }
-    if (hasBlankOrControl(url)) {
-        _lastError = "an address has neither blanks nor control characters in it";
-        return false;
-    }
-    return _programs.run({"xdg-open", std::string{url}}, _lastError);
+platform::Result<platform::Done> UrlOpener::open(std::string_view url) {
+    using platform::Problem;
+    const std::string scheme = schemeOf(url);
+    if (!isOpened(scheme)) return Problem{{}, "addresses of this kind are not opened", scheme + ":"};
+    if (hasBlankOrControl(url)) return Problem{{}, {}, "an address has neither blanks nor control characters in it"};
+    return _programs.run({"xdg-open", std::string{url}});
 }
 
 }  // namespace hosts

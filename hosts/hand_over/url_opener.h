@@ -19,17 +19,14 @@ public:
 
     /// Whether the desktop has a program for the URL's scheme.
     bool canOpenURL(std::string_view url) override;
+    bool openURL(std::string_view url) override { return open(url).has_value(); }
 
     /// Hands the URL to xdg-open.
-    bool openURL(std::string_view url) override;
-
-    /// What became of the last openURL: empty when it worked, else one line.
-    const std::string& lastError() const { return _lastError; }
+    platform::Result<platform::Done> open(std::string_view url);
 
 private:
     Desktop& _desktop;
     XdgPrograms& _programs;
-    std::string _lastError;
 };
 
 }  // namespace hosts

@@ -2,9 +2,7 @@
 #include "hosts/hand_over/xdg_programs.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <spawn.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,15 +10,17 @@
 #include <cerrno>
 #include <csignal>
 #include <optional>
+#include <thread>
 
-#include "hosts/system/descriptor.h"
+#include "hosts/system/deadline.h"
 #include "hosts/system/error_text.h"
+#include "hosts/system/file_calls.h"
 
 namespace hosts {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using platform::Problem;
 
 // What a program is started with: a session of its own, so that a key that ends this program does
 // not end what it has opened; usual signals; no input, no output, no files.
@@ -77,25 +77,16 @@ int start(const std::vector<std::string>& arguments, pid_t& process) {
     return ::posix_spawnp(&process, list[0], settings.files(), settings.attributes(), list.data(), environ);
 }
 
-// Whether the process has ended, or ends before the time is up.
-bool endsInTime(pid_t process, Clock::duration time) {
-    const Descriptor handle{static_cast<int>(::syscall(SYS_pidfd_open, process, 0))};
-    const auto deadline = Clock::now() + time;
-    pollfd ended{handle.get(), POLLIN, 0};
-    while (true) {
-        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now()).count();
-        const int result = ::poll(&ended, 1, static_cast<int>(std::max<std::int64_t>(left, 0)));
-        if (result >= 0 || errno != EINTR) return result > 0;
-    }
-}
-
-int exitStatus(pid_t process) {
+// How the process ended; nothing when it does not in that time. Asked for again and again, since not
+// every kernel and sandbox gives a descriptor that tells of it.
+std::optional<int> endInTime(pid_t process, const Deadline& deadline) {
+    constexpr std::chrono::milliseconds pause{5};
     int status = 0;
-    pid_t result = -1;
-    do {
-        result = ::waitpid(process, &status, 0);
-    } while (result < 0 && errno == EINTR);
-    return result == process ? status : 0;
+    while (uninterrupted([&] { return ::waitpid(process, &status, WNOHANG); }) == 0) {
+        if (deadline.left() == 0) return std::nullopt;
+        std::this_thread::sleep_for(pause);
+    }
+    return status;
 }
 
 // The exit codes that these programs document.
@@ -122,9 +113,9 @@ std::optional<std::string> failure(int status) {
     return known == nullptr ? "exit status " + std::to_string(code) : known;
 }
 
-std::string startingError(const std::string& program, int error) {
-    if (error == ENOENT) return program + " is not installed (it comes with xdg-utils)";
-    return "cannot start " + program + ": " + errorText(error);
+Problem startingProblem(const std::string& program, int error) {
+    if (error == ENOENT) return {{}, {}, program + " is not installed (it comes with xdg-utils)"};
+    return {{}, "cannot start " + program, errorText(error)};
 }
 
 bool hasNul(const std::string& text) {
@@ -133,25 +124,16 @@ bool hasNul(const std::string& text) {
 
 }  // namespace
 
-bool XdgPrograms::run(const std::vector<std::string>& arguments, std::string& error) {
+platform::Result<platform::Done> XdgPrograms::run(const std::vector<std::string>& arguments) {
     reap();
     const std::string& program = arguments.front();
-    if (std::ranges::any_of(arguments, hasNul)) {
-        error = program + " takes no NUL byte";
-        return false;
-    }
+    if (std::ranges::any_of(arguments, hasNul)) return Problem{{}, {}, program + " takes no NUL byte"};
     pid_t process = 0;
-    if (const int failed = start(arguments, process); failed != 0) {
-        error = startingError(program, failed);
-        return false;
-    }
-    if (!endsInTime(process, patience)) {
-        _running.push_back(process);
-        return true;
-    }
-    const auto failed = failure(exitStatus(process));
-    if (failed) error = program + ": " + *failed;
-    return !failed;
+    if (const int error = start(arguments, process); error != 0) return startingProblem(program, error);
+    const auto end = endInTime(process, patience);
+    if (!end) _running.push_back(process);
+    if (auto failed = end ? failure(*end) : std::nullopt) return Problem{{}, program, *std::move(failed)};
+    return platform::done;
 }
 
 void XdgPrograms::reap() {

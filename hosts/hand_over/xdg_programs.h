@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/foundation/result.h"
+
 namespace hosts {
 
 /// Runs the programs by which files and addresses are handed to whatever the user's desktop has for
@@ -20,9 +22,9 @@ public:
     ~XdgPrograms() { reap(); }
 
     /// Runs the program `arguments[0]` and waits for its verdict, but not for longer than `patience`:
-    /// on some desktops it stays for as long as what it has opened, and then has done its work. False,
-    /// with one line in `error`, when it is missing or reports a failure.
-    bool run(const std::vector<std::string>& arguments, std::string& error);
+    /// on some desktops it stays for as long as what it has opened, and then has done its work. A
+    /// problem when it is missing or reports a failure.
+    platform::Result<platform::Done> run(const std::vector<std::string>& arguments);
 
     static constexpr std::chrono::seconds patience{2};
 

@@ -14,14 +14,17 @@ class SessionBus {
 public:
     virtual ~SessionBus() = default;
 
-    /// Hands the notification to the bus before it returns, connecting, or connecting again, first
-    /// when need be. False, with one line in `error`, when that did not work.
-    virtual bool post(const std::string& name, std::string& error) = 0;
+    /// Hands the notification, whose name is UTF-8 without NUL bytes, to the bus before it returns,
+    /// connecting, or connecting again, first when need be. A bus that has not answered by the deadline
+    /// is waited for further by the next post.
+    virtual platform::Result<platform::Done> post(const std::string& name, const Deadline& deadline) = 0;
 
-    /// Null, with one line in `error`, when there is no bus to listen to. When it returns, the bus
-    /// has taken the subscription: nothing posted from then on is missed.
-    virtual std::unique_ptr<NotificationStream> observe(std::string& error) = 0;
+    /// When it returns a stream, the bus has taken the subscription: nothing posted from then on is missed.
+    virtual platform::Result<std::unique_ptr<NotificationStream>> observe() = 0;
 };
+
+/// How long a bus may take to let a client in, or to take a message, before it counts as absent.
+constexpr std::chrono::milliseconds busPatience{1000};
 
 /// The module's one entry point, under the name `makeSessionBusSymbol`.
 using MakeSessionBus = void(std::unique_ptr<SessionBus>& bus);

@@ -1,52 +1,68 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/notifications/session_notify_center.h"
 
+#include <algorithm>
+
 #include "hosts/system/module_function.h"
+#include "platform/foundation/utf8.h"
 
 namespace hosts {
 
 namespace {
 
-// After a post that failed, none is tried for this many times as long as the failure took. A bus
-// that refuses is asked again at once, or nearly; one that hangs costs a twentieth of the time.
-constexpr int restsPerFailure = 20;
+// The share of the time that a bus which took nothing may cost from then on.
+constexpr int shareOfTime = 20;
+
+bool canTravel(std::string_view name) {
+    return platform::isValidUtf8(name) && name.find('\0') == std::string_view::npos;
+}
 
 }  // namespace
 
-bool SessionNotifyCenter::loadModule() {
-    if (_bus) return true;
-    if (_loadingFailed) return false;
-    auto* const make =
-        loadFunction<MakeSessionBus>(_module, makeSessionBusSymbol, "the session bus module", _lastError);
-    _loadingFailed = make == nullptr;
-    if (make != nullptr) make(_bus);
-    return make != nullptr;
+SessionNotifyCenter::~SessionNotifyCenter() {
+    if (!_waiting.empty()) static_cast<void>(post(busPatience));
+}
+
+platform::Result<SessionBus*> SessionNotifyCenter::bus() {
+    if (_bus) return _bus.get();
+    if (_loadingProblem) return *_loadingProblem;
+    auto make = loadFunction<MakeSessionBus>(_module, makeSessionBusSymbol, "the session bus module");
+    if (!make) return _loadingProblem.emplace(std::move(make).error());
+    (*make)(_bus);
+    return _bus.get();
 }
 
 void SessionNotifyCenter::postNotification(std::string_view name) {
-    const auto begin = Clock::now();
-    if (begin < _restUntil || !loadModule()) return;
-    if (!tryPost(std::string{name})) {
-        const auto end = Clock::now();
-        _restUntil = end + restsPerFailure * (end - begin);
-    }
+    if (!canTravel(name)) return;
+    if (std::ranges::find(_waiting, name) == _waiting.end()) _waiting.emplace_back(name);
+    static_cast<void>(flush());
 }
 
-bool SessionNotifyCenter::tryPost(const std::string& name) {
-    if (name.find('\0') != std::string::npos) {
-        _lastError = "a notification's name has no NUL byte in it";
-        return false;
-    }
-    const bool posted = _bus->post(name, _lastError);
-    if (posted) _lastError.clear();
-    return posted;
+platform::Result<platform::Done> SessionNotifyCenter::flush() {
+    using std::chrono::milliseconds;
+    if (!_lastTry) return post(busPatience);
+    const auto share = std::chrono::floor<milliseconds>((Clock::now() - *_lastTry) / shareOfTime);
+    return post(std::min<milliseconds>(share, busPatience));
 }
 
-std::unique_ptr<NotificationStream> SessionNotifyCenter::observe() {
-    if (!loadModule()) return nullptr;
-    auto stream = _bus->observe(_lastError);
-    if (stream) _lastError.clear();
-    return stream;
+platform::Result<platform::Done> SessionNotifyCenter::post(const Deadline& deadline) {
+    while (!_waiting.empty()) {
+        auto found = bus();
+        if (!found) return std::move(found).error();
+        if (auto posted = (*found)->post(_waiting.front(), deadline); !posted) {
+            _lastTry = Clock::now();
+            return posted;
+        }
+        _waiting.erase(_waiting.begin());
+        _lastTry.reset();
+    }
+    return platform::done;
+}
+
+platform::Result<std::unique_ptr<NotificationStream>> SessionNotifyCenter::observe() {
+    auto found = bus();
+    if (!found) return std::move(found).error();
+    return (*found)->observe();
 }
 
 }  // namespace hosts

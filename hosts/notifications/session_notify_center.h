@@ -3,8 +3,10 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "hosts/notifications/session_bus.h"
 #include "platform/services/notification_center.h"
@@ -15,33 +17,40 @@ namespace hosts {
 /// as its one argument, of the interface com.fenwary.DarwinNotifyCenter, sent by the object
 /// /com/fenwary/DarwinNotifyCenter on the user's session bus.
 ///
-/// Nothing is loaded, and no bus is looked for, before the first post or observation. Without a bus
-/// a post does nothing. A bus that has been restarted is found again.
+/// Nothing is loaded, and no bus is looked for, before the first post or observation. A bus that has
+/// been restarted is found again.
+///
+/// What could not be posted, for want of a bus or because it hangs, waits for the next post and is sent
+/// before it, or when the center goes; one post then stands for all of its name. A bus that hangs costs
+/// `busPatience` at the first post and at the end, and between them a twentieth of the time at most.
 class SessionNotifyCenter final : public platform::DarwinNotifyCenter {
 public:
     /// `module` is the path of the module that speaks to the bus.
     explicit SessionNotifyCenter(std::string module) : _module(std::move(module)) {}
+    SessionNotifyCenter(const SessionNotifyCenter&) = delete;
+    SessionNotifyCenter& operator=(const SessionNotifyCenter&) = delete;
+    ~SessionNotifyCenter() override;
 
+    /// A name that is no UTF-8 or has a NUL byte in it cannot travel, and is dropped.
     void postNotification(std::string_view name) override;
 
-    /// From here on, what any process posts, this one included. Null, with the reason in
-    /// lastError(), when there is no bus to listen to.
-    std::unique_ptr<NotificationStream> observe();
+    /// Posts what waits, for those who have the time. The problem is why it still waits.
+    platform::Result<platform::Done> flush();
 
-    /// Why the last operation reached nobody: one line, or empty.
-    const std::string& lastError() const { return _lastError; }
+    /// From here on, what any process posts, this one included.
+    platform::Result<std::unique_ptr<NotificationStream>> observe();
 
 private:
     using Clock = std::chrono::steady_clock;
 
-    bool loadModule();
-    bool tryPost(const std::string& name);
+    platform::Result<SessionBus*> bus();
+    platform::Result<platform::Done> post(const Deadline& deadline);
 
     std::string _module;
-    bool _loadingFailed = false;
     std::unique_ptr<SessionBus> _bus;
-    Clock::time_point _restUntil;
-    std::string _lastError;
+    std::optional<platform::Problem> _loadingProblem;
+    std::vector<std::string> _waiting;          // each name once
+    std::optional<Clock::time_point> _lastTry;  // when the bus last took nothing
 };
 
 }  // namespace hosts

@@ -14,7 +14,7 @@
 
 #include "hosts/system/descriptor.h"
 #include "hosts/system/error_text.h"
-#include "hosts/system/private_folders.h"
+#include "hosts/system/new_file.h"
 
 namespace hosts {
 

@@ -18,12 +18,12 @@ PhoneIdentity identityOf(const std::string& folder) {
 /// What the watch and the session bus tell, behind one descriptor.
 class FolderEvents final : public PhoneEvents {
 public:
-    FolderEvents(FileWatch files, SessionNotifyCenter& notifications)
-        : _files(std::move(files)), _notifications(notifications.observe()) {
-        if (_notifications) {
+    FolderEvents(FileWatch files, SessionNotifyCenter& notifications) : _files(std::move(files)) {
+        if (auto observed = notifications.observe()) {
+            _notifications = *std::move(observed);
             _files.alsoWaitFor(_notifications->descriptor());
         } else {
-            _whyNoNotifications = platform::Problem{{}, {}, notifications.lastError()};
+            _whyNoNotifications = std::move(observed).error();
         }
     }
 
@@ -32,7 +32,7 @@ public:
     std::optional<PhoneEvent> next() override {
         if (_notifications) {
             if (auto name = _notifications->next()) return PhoneEvent{PhoneEvent::Kind::notification, *std::move(name)};
-            if (!_notifications->lastError().empty()) endNotifications();
+            if (_notifications->ended()) endNotifications();
         }
         auto path = _files.nextChange();
         if (!path) return std::nullopt;
@@ -44,7 +44,7 @@ public:
 private:
     void endNotifications() {
         _files.waitForNoOther();
-        _whyNoNotifications = platform::Problem{{}, {}, _notifications->lastError()};
+        _whyNoNotifications = _notifications->ended();
         _notifications.reset();
     }
 

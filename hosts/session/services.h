@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "hosts/hand_over/desktop.h"
-#include "hosts/hand_over/mail_sender.h"
+#include "hosts/hand_over/hand_over.h"
 #include "hosts/hand_over/url_opener.h"
 #include "hosts/hand_over/xdg_programs.h"
 #include "hosts/session/opened_phone.h"
@@ -36,7 +36,7 @@ struct LiveServices {
           outcomes(*opened.outcomes),
           desktop(opened.installation.desktopModule()),
           opener(desktop, programs),
-          mail(opened.installation.mailModule(), desktop, programs) {}
+          handOver(opened.installation.mailModule(), desktop, programs, opener) {}
 
     SessionServices forSession() { return {phone.files(), phone.notifications(), opener, phone.device(), &outcomes}; }
 
@@ -45,7 +45,7 @@ struct LiveServices {
     Desktop desktop;
     XdgPrograms programs;
     UrlOpener opener;
-    MailSender mail;
+    DesktopHandOver handOver;
 };
 
 /// A file system over another: what is written stays in memory and is found there, and the file

@@ -30,4 +30,10 @@ private:
     Descriptor _descriptor;
 };
 
+/// The signals that ask a program to end.
+class StopSignals : public ArrivingSignals {
+public:
+    StopSignals() : ArrivingSignals({SIGINT, SIGTERM, SIGHUP}) {}
+};
+
 }  // namespace hosts

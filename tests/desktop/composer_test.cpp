@@ -5,6 +5,8 @@
 
 namespace desktop_tests {
 
+const platform::Problem noRoom{{}, {}, "there is no room"};
+
 class ComposerInAWindow : public Desk {
 protected:
     void openMail() {
@@ -48,6 +50,7 @@ TEST_F(ComposerInAWindow, mailSentIsHandedOverOnce) {
     clickButton("Send");
     EXPECT_TRUE(isGone());
     EXPECT_EQ(handOver.sent, std::vector<std::string>{"Trivel Support Trivel.plist"});
+    EXPECT_EQ(navigation().message(), "") << "the program that has it is before the user's eyes";
 }
 
 TEST_F(ComposerInAWindow, mailSavedAsDraftIsHandedOver) {
@@ -55,17 +58,42 @@ TEST_F(ComposerInAWindow, mailSavedAsDraftIsHandedOver) {
     clickButton("Save Draft");
     EXPECT_TRUE(isGone());
     EXPECT_EQ(handOver.saved, std::vector<std::string>{"Trivel Support Trivel.plist"});
+    EXPECT_EQ(navigation().message(), "Draft: /home/user/Trivel Support.eml");
+}
+
+TEST_F(ComposerInAWindow, draftThatCouldNotBeSavedIsToldEvenWhereAProgramTookTheMail) {
+    openMail();
+    handOver.draft = noRoom;
+    clickButton("Send");
+    EXPECT_TRUE(isGone());
+    EXPECT_EQ(navigation().message(), "The e-mail is open in Post Office, but no draft was saved: there is no room");
+}
+
+TEST_F(ComposerInAWindow, mailThatIsADraftAloneIsTold) {
+    openMail();
+    handOver.program = noRoom;
+    clickButton("Send");
+    EXPECT_TRUE(isGone());
+    EXPECT_EQ(navigation().message(), "Not sent (there is no room); draft: /home/user/Trivel Support.eml");
 }
 
 TEST_F(ComposerInAWindow, failureIsToldAndReadAway) {
     openMail();
-    handOver.outcome = {false, "There is no room."};
+    handOver.program = handOver.draft = noRoom;
+    clickButton("Save Draft");
+    EXPECT_EQ(navigation().message(), "The e-mail was not saved: there is no room");
+    press(Qt::Key_Escape);
+    EXPECT_EQ(navigation().message(), "");
+    EXPECT_TRUE(navigation().isComposerShown()) << "for another try";
     clickButton("Send");
-    EXPECT_TRUE(isGone());
-    EXPECT_EQ(navigation().message(), "There is no room.");
+    EXPECT_EQ(navigation().message(),
+              "The e-mail was not sent (there is no room), and no draft was saved: there is no room");
     settle();
     press(Qt::Key_Return);
     EXPECT_EQ(navigation().message(), "");
+    EXPECT_EQ(handOver.sent.size(), 1u) << "the key was for the message alone";
+    press(Qt::Key_Escape);
+    EXPECT_TRUE(isGone()) << "the composer has the keyboard again";
     press(Qt::Key_Down);
     EXPECT_TRUE(seenTable()->hasActiveFocus()) << "the pages have the keyboard again";
 }
@@ -78,6 +106,26 @@ TEST_F(ComposerInAWindow, postIsHandedOverAsTheUserLeftIt) {
     clickButton("Post");
     EXPECT_TRUE(isGone());
     EXPECT_EQ(handOver.posted, std::vector<std::string>{"I'm loving #Trivel3 from @Fenwary! Really."});
+}
+
+TEST_F(ComposerInAWindow, postThatFoundNoWayOutStaysWithItsText) {
+    openPost();
+    for (char each : std::string(" Really."))
+        QTest::keyClick(&view(), each);
+    handOver.opened = platform::Problem{"https://example.org/post", {}, "there is no browser"};
+    clickButton("Post");
+    settle();
+    EXPECT_EQ(navigation().message(), "Not opened: there is no browser https://example.org/post");
+    press(Qt::Key_Return);
+    EXPECT_EQ(navigation().message(), "");
+    ASSERT_TRUE(navigation().isComposerShown());
+    handOver.opened = platform::done;
+    QTest::keyClick(&view(), '!');
+    clickButton("Post");
+    EXPECT_TRUE(isGone());
+    const std::string text = "I'm loving #Trivel3 from @Fenwary! Really.";
+    EXPECT_EQ(handOver.posted, (std::vector<std::string>{text, text + "!"}));
+    EXPECT_EQ(navigation().message(), "");
 }
 
 TEST_F(ComposerInAWindow, escapeCancelsAPost) {

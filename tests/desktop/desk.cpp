@@ -32,20 +32,19 @@ std::string mailText(const platform::MFMailComposeViewController& mail) {
 
 }  // namespace
 
-hosts::desktop::HandOver::Outcome NotedHandOver::sendMail(const platform::MFMailComposeViewController& mail) {
+hosts::MailHandOver NotedHandOver::sendMail(const platform::MFMailComposeViewController& mail) {
     sent.push_back(mailText(mail));
-    return outcome;
+    return {program, draft};
 }
 
-hosts::desktop::HandOver::Outcome NotedHandOver::saveMail(const platform::MFMailComposeViewController& mail) {
+platform::Result<std::string> NotedHandOver::saveDraft(const platform::MFMailComposeViewController& mail) {
     saved.push_back(mailText(mail));
-    return outcome;
+    return draft;
 }
 
-hosts::desktop::HandOver::Outcome NotedHandOver::post(const platform::SLComposeViewController&,
-                                                      const std::string& text) {
-    posted.push_back(text);
-    return outcome;
+platform::Result<platform::Done> NotedHandOver::post(std::string_view, std::string_view text) {
+    posted.emplace_back(text);
+    return opened;
 }
 
 Desk::Desk() : phoneFolder(folder.path() / "phone") {

@@ -18,16 +18,19 @@
 namespace desktop_tests {
 
 /// Where composed things go in a test: they are noted.
-class NotedHandOver final : public hosts::desktop::HandOver {
+class NotedHandOver final : public hosts::HandOver {
 public:
-    Outcome sendMail(const platform::MFMailComposeViewController& mail) override;
-    Outcome saveMail(const platform::MFMailComposeViewController& mail) override;
-    Outcome post(const platform::SLComposeViewController& composer, const std::string& text) override;
+    hosts::MailHandOver sendMail(const platform::MFMailComposeViewController& mail) override;
+    platform::Result<std::string> saveDraft(const platform::MFMailComposeViewController& mail) override;
+    platform::Result<platform::Done> post(std::string_view serviceType, std::string_view text) override;
 
     std::vector<std::string> sent;
     std::vector<std::string> saved;
     std::vector<std::string> posted;
-    Outcome outcome{true, {}};
+    /// What becomes of each.
+    platform::Result<std::string> program{std::string("Post Office")};
+    platform::Result<std::string> draft{std::string("/home/user/Trivel Support.eml")};
+    platform::Result<platform::Done> opened{platform::done};
 };
 
 /// A window on the desk: a phone of its own in a folder of its own, and the pane in a window before

@@ -5,7 +5,7 @@
 #include <cstdio>
 
 #include "hosts/notifications/session_notify_center.h"
-#include "hosts/system/stop_signals.h"
+#include "hosts/system/arriving_signals.h"
 
 namespace {
 
@@ -26,9 +26,10 @@ int main(int argc, char** argv) {
     const hosts::StopSignals stop;
     hosts::SessionNotifyCenter center{argv[1]};
     const auto stream = center.observe();
-    if (!stream) return fail(center.lastError());
+    if (!stream) return fail(stream.error().text());
     printLine("listening");
-    while (const auto name = hosts::waitForNotification(*stream, stop.descriptor()))
+    while (const auto name = hosts::waitForNotification(**stream, stop.descriptor()))
         printLine(*name);
-    return stream->lastError().empty() ? 0 : fail(stream->lastError());
+    const auto& end = (*stream)->ended();
+    return end ? fail(end->text()) : 0;
 }

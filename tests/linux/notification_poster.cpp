@@ -10,7 +10,8 @@ int main(int argc, char** argv) {
     hosts::SessionNotifyCenter center{argv[1]};
     for (int argument = 2; argument < argc; ++argument)
         center.postNotification(argv[argument]);
-    if (center.lastError().empty()) return 0;
-    std::fprintf(stderr, "%s\n", center.lastError().c_str());
+    const auto posted = center.flush();
+    if (posted) return 0;
+    std::fprintf(stderr, "%s\n", posted.error().text().c_str());
     return 1;
 }

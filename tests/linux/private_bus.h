@@ -18,6 +18,7 @@ public:
     /// The folder of the socket, which is named "bus" as in a user's run-time folder.
     const std::string& folder() const { return _folder.path(); }
 
+    void signal(int number) { _daemon->signal(number); }
     void stop();
     /// Starts it again on the same socket, and returns when it can be reached.
     void restart();

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/system/stop_signals.h"
+#include "hosts/system/arriving_signals.h"
 
 #include <gtest/gtest.h>
 #include <poll.h>

@@ -12,9 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "hosts/hand_over/mail_sender.h"
-#include "hosts/hand_over/post_link.h"
-#include "hosts/hand_over/url_opener.h"
+#include "hosts/hand_over/hand_over.h"
 #include "tests/kit/test_platform.h"
 
 namespace {
@@ -24,12 +22,12 @@ using platform::MFMailComposeViewController;
 
 struct Services {
     explicit Services(const std::string& modules)
-        : desktop(modules + "/libtrivel3gio.so"), mail(modules + "/libtrivel3mail.so", desktop, programs) {}
+        : desktop(modules + "/libtrivel3gio.so"), handOver(modules + "/libtrivel3mail.so", desktop, programs, opener) {}
 
     hosts::Desktop desktop;
     hosts::XdgPrograms programs;
     hosts::UrlOpener opener{desktop, programs};
-    hosts::MailSender mail;
+    hosts::DesktopHandOver handOver;
     kit::TestPlatform platform;
 };
 
@@ -72,9 +70,10 @@ std::shared_ptr<MFMailComposeViewController> compose(Services& services, const A
     return composer;
 }
 
-void tell(const hosts::MailHandOver& outcome) {
-    std::cout << "program: " << outcome.program.value_or("") << "\ndraft: " << outcome.draft.value_or("")
-              << "\nerror: " << outcome.error << "\n";
+/// "NAME: ", and "no NAME: " with the reason where there is none.
+void tell(const std::string& name, const platform::Result<std::string>& result) {
+    std::cout << name << ": " << (result ? *result : "") << "\n";
+    std::cout << "no " << name << ": " << (result ? "" : result.error().text()) << "\n";
 }
 
 void canOpen(Services& services, const Arguments& arguments) {
@@ -82,8 +81,8 @@ void canOpen(Services& services, const Arguments& arguments) {
 }
 
 void open(Services& services, const Arguments& arguments) {
-    const bool opened = services.opener.openURL(arguments.at(0));
-    std::cout << (opened ? "opened" : "refused") << "\n" << services.opener.lastError() << "\n";
+    const auto opened = services.opener.open(arguments.at(0));
+    std::cout << (opened ? "opened" : "refused") << "\n" << (opened ? "" : opened.error().text()) << "\n";
 }
 
 void handler(Services& services, const Arguments& arguments) {
@@ -91,16 +90,19 @@ void handler(Services& services, const Arguments& arguments) {
 }
 
 void post(Services& services, const Arguments& arguments) {
-    const auto outcome = hosts::handOverPost(arguments.at(0), arguments.at(1), services.opener);
-    std::cout << outcome.address << "\n" << outcome.error << "\n";
+    const auto posted = services.handOver.post(arguments.at(0), arguments.at(1));
+    const platform::Problem problem = posted ? platform::Problem{} : posted.error();
+    std::cout << (posted ? "posted" : "refused") << "\n" << problem.path << "\n" << problem.reason << "\n";
 }
 
 void draft(Services& services, const Arguments& arguments) {
-    tell(services.mail.saveDraft(*compose(services, arguments)));
+    tell("draft", services.handOver.saveDraft(*compose(services, arguments)));
 }
 
 void send(Services& services, const Arguments& arguments) {
-    tell(services.mail.send(*compose(services, arguments)));
+    const auto handed = services.handOver.sendMail(*compose(services, arguments));
+    tell("program", handed.program);
+    tell("draft", handed.draft);
 }
 
 /// What a program does when the user changes their mind: nothing but end the composer.

@@ -43,7 +43,7 @@ protected:
 
     Values readSaved(const std::vector<std::string>& arguments) const {
         const Values outcome = save(arguments);
-        EXPECT_EQ(outcome.at("error"), "");
+        EXPECT_EQ(outcome.at("no draft"), "");
         return read(outcome.at("draft"));
     }
 
@@ -191,7 +191,7 @@ TEST_F(MailDraft, isNotMadeForARecipientThatIsNoAddress) {
     for (const std::string nobody : {"", "  ", ","}) {
         const Values outcome = save({subject, "to=" + nobody});
         EXPECT_EQ(outcome.at("draft"), "");
-        EXPECT_THAT(outcome.at("error"), HasSubstr("not an e-mail address: ")) << nobody;
+        EXPECT_THAT(outcome.at("no draft"), HasSubstr("not an e-mail address: ")) << nobody;
     }
     EXPECT_THAT(desktop.filesAtHome(), IsEmpty());
 }
@@ -241,7 +241,7 @@ TEST_F(MailDraft, saysThatTheDocumentsFolderCannotBeWritten) {
     desktop.setEnvironment("XDG_DOCUMENTS_DIR", desktop.elsewhere("file/papers"));
     const Values outcome = save({subject, recipient});
     EXPECT_EQ(outcome.at("draft"), "");
-    EXPECT_THAT(outcome.at("error"), StartsWith("cannot make the folder " + desktop.elsewhere("file/papers")));
+    EXPECT_THAT(outcome.at("no draft"), StartsWith("cannot make the folder " + desktop.elsewhere("file/papers")));
 }
 
 // Not even the machine's administrator makes files there.
@@ -249,7 +249,7 @@ TEST_F(MailDraft, saysThatTheDocumentsFolderIsReadOnly) {
     desktop.setEnvironment("XDG_DOCUMENTS_DIR", "/sys");
     const Values outcome = save({subject, recipient});
     EXPECT_EQ(outcome.at("draft"), "");
-    EXPECT_THAT(outcome.at("error"), StartsWith("cannot make a file in /sys: "));
+    EXPECT_THAT(outcome.at("no draft"), StartsWith("cannot make a file in /sys: "));
 }
 
 TEST_F(MailDraft, leavesNothingHalfWrittenOnAFullDisk) {
@@ -257,7 +257,8 @@ TEST_F(MailDraft, leavesNothingHalfWrittenOnAFullDisk) {
         save({subject, recipient,
               "attach=" + attachment(std::string(100000, 'x')) + "|Trivel.plist|application/x-plist", "limit=20000"});
     EXPECT_EQ(outcome.at("draft"), "");
-    EXPECT_EQ(outcome.at("error"), "cannot write the e-mail " + desktop.home() + "/Trivel Support.eml: File too large");
+    EXPECT_EQ(outcome.at("no draft"),
+              "cannot write the e-mail " + desktop.home() + "/Trivel Support.eml: File too large");
     EXPECT_THAT(desktop.filesAtHome(), IsEmpty());
 }
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // What reaches the user's mail program.
-#include "hosts/hand_over/mail_sender.h"
+#include "hosts/hand_over/hand_over.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -49,7 +49,7 @@ TEST_F(MailHandOver, goesToTheMailProgramWithItsAttachment) {
     desktop.installProgram("xdg-email");
     const Values outcome = send();
     EXPECT_EQ(outcome.at("program"), "Post Office");
-    EXPECT_EQ(outcome.at("error"), "");
+    EXPECT_EQ(outcome.at("no program"), "");
     const auto runs = desktop.runsOf("xdg-email");
     ASSERT_THAT(runs, SizeIs(1));
     EXPECT_THAT(runs[0], ElementsAre("--utf8", "--subject", "Trivel Support", "--attach",
@@ -79,7 +79,7 @@ TEST_F(MailHandOver, isADraftWhereThereIsNoDesktopAtAll) {
     const Values outcome = send();
     EXPECT_EQ(outcome.at("program"), "");
     EXPECT_EQ(outcome.at("draft"), draft());
-    EXPECT_EQ(outcome.at("error"), "no program for e-mail is set up");
+    EXPECT_EQ(outcome.at("no program"), "no program for e-mail is set up");
     EXPECT_THAT(desktop.filesAtHome(), ElementsAre("Trivel Support.eml"));
 }
 
@@ -96,7 +96,7 @@ TEST_F(MailHandOver, saysThatXdgEmailIsMissing) {
     const Values outcome = send();
     EXPECT_EQ(outcome.at("program"), "");
     EXPECT_EQ(outcome.at("draft"), draft());
-    EXPECT_EQ(outcome.at("error"), "xdg-email is not installed (it comes with xdg-utils)");
+    EXPECT_EQ(outcome.at("no program"), "xdg-email is not installed (it comes with xdg-utils)");
 }
 
 TEST_F(MailHandOver, saysWhyTheMailProgramDidNotTakeIt) {
@@ -105,7 +105,7 @@ TEST_F(MailHandOver, saysWhyTheMailProgramDidNotTakeIt) {
     const Values outcome = send();
     EXPECT_EQ(outcome.at("program"), "");
     EXPECT_EQ(outcome.at("draft"), draft());
-    EXPECT_EQ(outcome.at("error"), "xdg-email: the program that it has started failed");
+    EXPECT_EQ(outcome.at("no program"), "xdg-email: the program that it has started failed");
 }
 
 TEST_F(MailHandOver, opensTheDraftWhereAProgramReadsMessages) {
@@ -114,7 +114,7 @@ TEST_F(MailHandOver, opensTheDraftWhereAProgramReadsMessages) {
     const Values outcome = send();
     EXPECT_EQ(outcome.at("program"), "Letters");
     EXPECT_EQ(outcome.at("draft"), draft());
-    EXPECT_EQ(outcome.at("error"), "");
+    EXPECT_EQ(outcome.at("no program"), "");
     EXPECT_THAT(desktop.runsOf("xdg-open"), ElementsAre(ElementsAre(draft())));
 }
 
@@ -125,7 +125,7 @@ TEST_F(MailHandOver, opensTheDraftWhenTheMailProgramDidNotTakeIt) {
     desktop.installProgram("xdg-open");
     const Values outcome = send();
     EXPECT_EQ(outcome.at("program"), "Letters");
-    EXPECT_EQ(outcome.at("error"), "");
+    EXPECT_EQ(outcome.at("no program"), "");
 }
 
 TEST_F(MailHandOver, doesNotOpenTheDraftOnceTheMailProgramHasIt) {
@@ -154,7 +154,7 @@ TEST_F(MailHandOver, reachesTheMailProgramEvenWhereNoDraftCanBeSaved) {
     const Values outcome = send();
     EXPECT_EQ(outcome.at("program"), "Post Office");
     EXPECT_EQ(outcome.at("draft"), "");
-    EXPECT_THAT(outcome.at("error"), HasSubstr("cannot make the folder " + attached + "/papers"));
+    EXPECT_THAT(outcome.at("no draft"), HasSubstr("cannot make the folder " + attached + "/papers"));
 }
 
 TEST_F(MailHandOver, saysWhyNothingWasDoneWhereNothingCouldBe) {
@@ -162,7 +162,7 @@ TEST_F(MailHandOver, saysWhyNothingWasDoneWhereNothingCouldBe) {
     const Values outcome = send();
     EXPECT_EQ(outcome.at("program"), "");
     EXPECT_EQ(outcome.at("draft"), "");
-    EXPECT_THAT(outcome.at("error"), HasSubstr("cannot make the folder " + attached + "/papers"));
+    EXPECT_THAT(outcome.at("no draft"), HasSubstr("cannot make the folder " + attached + "/papers"));
 }
 
 TEST_F(MailHandOver, isADraftAloneWhenTheFilesForTheMailProgramCannotBeWritten) {
@@ -172,7 +172,7 @@ TEST_F(MailHandOver, isADraftAloneWhenTheFilesForTheMailProgramCannotBeWritten) 
     const Values outcome = send();
     EXPECT_EQ(outcome.at("program"), "");
     EXPECT_EQ(outcome.at("draft"), draft());
-    EXPECT_THAT(outcome.at("error"), HasSubstr("cannot make the folder " + attached + "/cache/trivel3/mail/"));
+    EXPECT_THAT(outcome.at("no program"), HasSubstr("cannot make the folder " + attached + "/cache/trivel3/mail/"));
     EXPECT_THAT(desktop.runsOf("xdg-email"), IsEmpty());
 }
 
@@ -181,7 +181,7 @@ TEST_F(MailHandOver, leavesNoHalfWrittenFileForTheMailProgram) {
     desktop.installProgram("xdg-email");
     test::writeText(attached, std::string(100000, 'x'));
     const Values outcome = send({"limit=20000"});
-    EXPECT_THAT(outcome.at("error"), HasSubstr("File too large"));
+    EXPECT_THAT(outcome.at("no draft"), HasSubstr("File too large"));
     EXPECT_THAT(desktop.filesAtHome(), Not(Contains(HasSubstr("Trivel"))));
     EXPECT_THAT(desktop.runsOf("xdg-email"), IsEmpty());
 }
@@ -230,13 +230,16 @@ TEST_F(MailHandOver, saysThatAModuleIsMissing) {
     platform::MFMailComposeViewController composer{platform.services()};
     hosts::Desktop nowhere{"/no/such/desktop.so"};
     hosts::XdgPrograms programs;
-    const auto withoutMail = hosts::MailSender{"/no/such/mail.so", nowhere, programs}.send(composer);
-    EXPECT_FALSE(withoutMail);
-    EXPECT_THAT(withoutMail.error, HasSubstr("cannot load the mail module: /no/such/mail.so"));
+    hosts::UrlOpener opener{nowhere, programs};
+    const auto withoutMail = hosts::DesktopHandOver{"/no/such/mail.so", nowhere, programs, opener}.sendMail(composer);
+    EXPECT_FALSE(withoutMail.program);
+    ASSERT_FALSE(withoutMail.draft);
+    EXPECT_THAT(withoutMail.draft.error().text(), HasSubstr("cannot load the mail module: /no/such/mail.so"));
     const std::string mail = std::string{TEST_MODULES} + "/libtrivel3mail.so";
-    const auto withoutDesktop = hosts::MailSender{mail, nowhere, programs}.send(composer);
-    EXPECT_FALSE(withoutDesktop);
-    EXPECT_THAT(withoutDesktop.error, HasSubstr("cannot load the desktop module: /no/such/desktop.so"));
+    const auto withoutDesktop = hosts::DesktopHandOver{mail, nowhere, programs, opener}.sendMail(composer);
+    EXPECT_FALSE(withoutDesktop.program);
+    ASSERT_FALSE(withoutDesktop.draft);
+    EXPECT_THAT(withoutDesktop.draft.error().text(), HasSubstr("cannot load the desktop module: /no/such/desktop.so"));
 }
 
 }  // namespace

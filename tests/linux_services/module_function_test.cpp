@@ -12,37 +12,37 @@ namespace {
 using hosts::loadFunction;
 using hosts::WriteMailMessage;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 const std::string mailModule = std::string{TEST_MODULES} + "/libtrivel3mail.so";
 
+std::string problemWith(const std::string& module, const char* function) {
+    const auto found = loadFunction<WriteMailMessage>(module, function, "the mail module");
+    return found ? "(none)" : found.error().text();
+}
+
 TEST(ModuleFunction, isFoundInItsModule) {
-    std::string error;
-    auto* const function = loadFunction<WriteMailMessage>(mailModule, hosts::writeMailMessageSymbol, "mail", error);
-    EXPECT_TRUE(function);
-    EXPECT_THAT(error, IsEmpty());
-    EXPECT_EQ(loadFunction<WriteMailMessage>(mailModule, hosts::writeMailMessageSymbol, "mail", error), function);
+    const auto function = loadFunction<WriteMailMessage>(mailModule, hosts::writeMailMessageSymbol, "mail");
+    ASSERT_TRUE(function);
+    EXPECT_TRUE(*function);
+    const auto again = loadFunction<WriteMailMessage>(mailModule, hosts::writeMailMessageSymbol, "mail");
+    ASSERT_TRUE(again);
+    EXPECT_EQ(*again, *function);
 }
 
 TEST(ModuleFunction, isMissingWithAReasonWhereThereIsNoModule) {
-    std::string error;
-    EXPECT_FALSE(loadFunction<WriteMailMessage>("/no/such/module.so", "function", "the mail module", error));
-    EXPECT_THAT(error, StartsWith("cannot load the mail module: /no/such/module.so: "));
+    EXPECT_THAT(problemWith("/no/such/module.so", "function"),
+                StartsWith("cannot load the mail module: /no/such/module.so: "));
 }
 
 TEST(ModuleFunction, isMissingWithAReasonWhereTheModuleLacksIt) {
-    std::string error;
-    EXPECT_FALSE(loadFunction<WriteMailMessage>(mailModule, "trivel3NoSuchFunction", "the mail module", error));
-    EXPECT_THAT(error, HasSubstr("trivel3NoSuchFunction"));
+    EXPECT_THAT(problemWith(mailModule, "trivel3NoSuchFunction"), HasSubstr("trivel3NoSuchFunction"));
 }
 
 TEST(ModuleFunction, isMissingWithAReasonWhereTheFileIsNoModule) {
     const test::TemporaryFolder folder;
     test::writeText(folder / "module.so", "no module");
-    std::string error;
-    EXPECT_FALSE(loadFunction<WriteMailMessage>(folder / "module.so", "function", "the mail module", error));
-    EXPECT_THAT(error, HasSubstr("module.so"));
+    EXPECT_THAT(problemWith(folder / "module.so", "function"), HasSubstr("module.so"));
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/hand_over/new_file.h"
+#include "hosts/system/new_file.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -18,15 +18,18 @@ using testing::StartsWith;
 
 class NewFileTest : public testing::Test {
 protected:
-    std::optional<NewFile> create() { return NewFile::create(folder.path(), "Draft", ".eml", error); }
+    platform::Result<NewFile> create() { return NewFile::create(folder.path(), "Draft", ".eml"); }
     std::string kept(std::string_view contents) {
         auto file = create();
-        EXPECT_TRUE(file && file->write(contents, error) && file->keep(error)) << error;
+        EXPECT_TRUE(file && file->write(contents) && file->keep());
         return file ? file->path() : "";
+    }
+    static std::string problem(const std::string& where, const std::string& stem = "Draft") {
+        const auto file = NewFile::create(where, stem, ".eml");
+        return file ? "(none)" : file.error().text();
     }
 
     test::TemporaryFolder folder;
-    std::string error;
 };
 
 TEST_F(NewFileTest, holdsWhatIsWrittenOnceItIsKept) {
@@ -51,7 +54,7 @@ TEST_F(NewFileTest, takesTheNextNumberBesideAFolderOrALinkOfItsName) {
 TEST_F(NewFileTest, goesWhenItIsNotKept) {
     {
         auto file = create();
-        ASSERT_TRUE(file && file->write("half", error));
+        ASSERT_TRUE(file && file->write("half"));
         EXPECT_THAT(test::namesIn(folder.path()), ElementsAre("Draft.eml"));
     }
     EXPECT_THAT(test::namesIn(folder.path()), IsEmpty());
@@ -64,19 +67,17 @@ TEST_F(NewFileTest, isForItsUserAlone) {
 }
 
 TEST_F(NewFileTest, makesTheFoldersThatAreMissing) {
-    auto file = NewFile::create(folder / "a/b", "Draft", ".eml", error);
-    ASSERT_TRUE(file && file->keep(error)) << error;
+    auto file = NewFile::create(folder / "a/b", "Draft", ".eml");
+    ASSERT_TRUE(file && file->keep());
     EXPECT_EQ(test::readText(folder / "a/b/Draft.eml"), "");
 }
 
 TEST_F(NewFileTest, saysWhyItCannotBeMade) {
     test::writeText(folder / "file", "");
-    EXPECT_FALSE(NewFile::create(folder / "file", "Draft", ".eml", error));
-    EXPECT_THAT(error, StartsWith("cannot make the folder " + (folder / "file")));
-    EXPECT_FALSE(NewFile::create(folder / "file/inner", "Draft", ".eml", error));
-    EXPECT_THAT(error, StartsWith("cannot make the folder " + (folder / "file/inner")));
-    EXPECT_FALSE(NewFile::create(folder.path(), std::string(300, 'x'), ".eml", error));
-    EXPECT_EQ(error, "cannot make a file in " + folder.path() + ": File name too long");
+    EXPECT_THAT(problem(folder / "file"), StartsWith("cannot make the folder " + (folder / "file")));
+    EXPECT_THAT(problem(folder / "file/inner"), StartsWith("cannot make the folder " + (folder / "file/inner")));
+    EXPECT_EQ(problem(folder.path(), std::string(300, 'x')),
+              "cannot make a file in " + folder.path() + ": File name too long");
 }
 
 TEST(FileName, isTheTextWhereThatIsFit) {

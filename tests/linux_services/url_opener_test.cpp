@@ -85,9 +85,9 @@ TEST_F(UrlOpener, knowsNoProgramWithoutItsModule) {
     hosts::XdgPrograms programs;
     hosts::UrlOpener opener{nothing, programs};
     EXPECT_FALSE(opener.canOpenURL("https://twitter.com/"));
-    std::string error;
-    EXPECT_FALSE(nothing.library(error));
-    EXPECT_THAT(error, HasSubstr("cannot load the desktop module: /no/such/module.so"));
+    const auto library = nothing.library();
+    ASSERT_FALSE(library);
+    EXPECT_THAT(library.error().text(), HasSubstr("cannot load the desktop module: /no/such/module.so"));
 }
 
 TEST_F(UrlOpener, handsAnAddressOverAsItIs) {
@@ -175,20 +175,20 @@ TEST_F(UrlOpener, opensThePostComposerOfTheNetwork) {
     desktop.installProgram("xdg-open");
     const std::string link = "https://twitter.com/intent/tweet?text=I%27m%20loving%20%23Trivel3%20from%20%40Fenwary%21";
     EXPECT_THAT(desktop.probe({"post", "SLServiceTypeTwitter", "I'm loving #Trivel3 from @Fenwary!"}),
-                ElementsAre(link, ""));
+                ElementsAre("posted", "", ""));
     EXPECT_THAT(desktop.runsOf("xdg-open"), ElementsAre(ElementsAre(link)));
 }
 
 TEST_F(UrlOpener, keepsThePostsAddressWhenItCannotBeOpened) {
-    EXPECT_THAT(
-        desktop.probe({"post", "SLServiceTypeTwitter", "a"}),
-        ElementsAre("https://twitter.com/intent/tweet?text=a", "xdg-open is not installed (it comes with xdg-utils)"));
+    EXPECT_THAT(desktop.probe({"post", "SLServiceTypeTwitter", "a"}),
+                ElementsAre("refused", "https://twitter.com/intent/tweet?text=a",
+                            "xdg-open is not installed (it comes with xdg-utils)"));
 }
 
 TEST_F(UrlOpener, postsNothingToAServiceThatItDoesNotKnow) {
     desktop.installProgram("xdg-open");
     EXPECT_THAT(desktop.probe({"post", "SLServiceTypeOther", "a"}),
-                ElementsAre("", "there is no way to post to the service SLServiceTypeOther"));
+                ElementsAre("refused", "", "there is no way to post to the service SLServiceTypeOther"));
     EXPECT_THAT(desktop.runsOf("xdg-open"), IsEmpty());
 }
 

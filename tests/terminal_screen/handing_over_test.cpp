@@ -47,6 +47,23 @@ TEST(ScreenMail, keepsTheEmailAsADraftWhereNoProgramTakesIt) {
     EXPECT_THAT(screen.terminal.text(), HasSubstr(".eml"));
 }
 
+TEST(ScreenMail, tellsOfADraftThatCouldNotBeSavedEvenWhereAProgramTookTheEmail) {
+    OpenedScreen screen({.environment = {{"XDG_DOCUMENTS_DIR", "/dev/null/papers"}}});
+    screen.terminal.installProgram("xdg-email", "exit 0");
+    const std::filesystem::path home = screen.terminal.home();
+    std::filesystem::create_directories(home / ".local/share/applications");
+    std::ofstream(home / ".local/share/applications/post.desktop")
+        << "[Desktop Entry]\nType=Application\nName=Post Office\nExec=/bin/true %u\n"
+           "MimeType=x-scheme-handler/mailto;\n";
+    std::ofstream(home / ".local/share/applications/mimeinfo.cache")
+        << "[MIME Cache]\nx-scheme-handler/mailto=post.desktop;\n";
+    ASSERT_TRUE(screen.open("Fenwary Support", "New E-mail"));
+    screen.terminal.press({"Enter"});
+    EXPECT_TRUE(screen.terminal.waitFor("The e-mail is open in Post Office, but no draft was saved: "))
+        << screen.terminal.text();
+    EXPECT_TRUE(screen.terminal.waitForRow("▸", "Fenwary Support"));
+}
+
 TEST(ScreenPost, opensThePostAsTheUserLeftIt) {
     OpenedScreen screen;
     screen.terminal.installProgram("xdg-open", opener);
@@ -87,10 +104,10 @@ TEST(ScreenNotifications, goOutWithEachWrite) {
     test::SessionBusAddress address(bus.address());
     hosts::SessionNotifyCenter center(TEST_BUS_MODULE);
     const auto stream = center.observe();
-    ASSERT_TRUE(stream) << center.lastError();
+    ASSERT_TRUE(stream) << stream.error().text();
     OpenedScreen screen({.environment = {{"DBUS_SESSION_BUS_ADDRESS", bus.address()}}});
     screen.terminal.press({"Space"});
-    EXPECT_EQ(hosts::waitForNotification(*stream, -1, std::chrono::seconds(20)),
+    EXPECT_EQ(hosts::waitForNotification(**stream, -1, std::chrono::seconds(20)),
               "com.fenwary.trivel3.preferencesChanged");
 }
 

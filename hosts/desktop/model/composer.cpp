@@ -4,12 +4,10 @@
 #include <QLocale>
 #include <QStringList>
 #include <string_view>
+#include <utility>
 
 namespace hosts::desktop {
 namespace {
-
-using MailResult = platform::MFMailComposeResult;
-using PostResult = platform::SLComposeViewControllerResult;
 
 constexpr std::string_view serviceTypePrefix = "SLServiceType";
 
@@ -71,38 +69,27 @@ QString Composer::text() const {
 }
 
 void Composer::send() {
-    if (!_mail || _isDone) return;
-    finishMail(_handOver.sendMail(*_mail), MailResult::sent);
+    if (_mail && !_isDone) take(sendMail(*_mail, _handOver));
 }
 
 void Composer::saveDraft() {
-    if (!_mail || _isDone) return;
-    finishMail(_handOver.saveMail(*_mail), MailResult::saved);
-}
-
-void Composer::finishMail(const HandOver::Outcome& outcome, MailResult result) {
-    _isDone = true;
-    tell(outcome.message);
-    _mail->finish(outcome.worked ? result : MailResult::failed, outcome.worked ? std::string() : outcome.message);
+    if (_mail && !_isDone) take(saveMail(*_mail, _handOver));
 }
 
 void Composer::post(const QString& text) {
-    if (!_post || _isDone) return;
-    _isDone = true;
-    const HandOver::Outcome outcome = _handOver.post(*_post, text.toStdString());
-    tell(outcome.message);
-    _post->finish(outcome.worked ? PostResult::done : PostResult::cancelled);
+    if (_post && !_isDone) take(hosts::post(*_post, text.toStdString(), _handOver));
 }
 
 void Composer::cancel() {
-    if (_isDone) return;
-    _isDone = true;
-    if (_mail) _mail->finish(MailResult::cancelled);
-    if (_post) _post->finish(PostResult::cancelled);
+    if (std::exchange(_isDone, true)) return;
+    if (_mail) _mail->finish(platform::MFMailComposeResult::cancelled);
+    if (_post) _post->finish(platform::SLComposeViewControllerResult::cancelled);
 }
 
-void Composer::tell(const std::string& message) {
-    if (!message.empty()) emit told(QString::fromStdString(message));
+// What has opened is before the user's eyes.
+void Composer::take(const ComposerOutcome& outcome) {
+    _isDone = outcome.isFinished;
+    if (outcome.weight != ComposerOutcome::Weight::plain) emit told(QString::fromStdString(outcome.text));
 }
 
 }  // namespace hosts::desktop

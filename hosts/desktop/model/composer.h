@@ -6,12 +6,12 @@
 #include <QVariantList>
 #include <memory>
 
-#include "hosts/desktop/model/hand_over.h"
+#include "hosts/session/composer_outcome.h"
 
 namespace hosts::desktop {
 
 /// A composer that a page has presented, as it is drawn: an e-mail or a post. When the user is done
-/// with it, the page is told, and dismisses it.
+/// with it, the page is told, and dismisses it; what found no way out stays, for another try.
 class Composer : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -49,8 +49,7 @@ private:
     Composer(std::shared_ptr<platform::MFMailComposeViewController> mail,
              std::shared_ptr<platform::SLComposeViewController> post, HandOver& handOver);
 
-    void finishMail(const HandOver::Outcome& outcome, platform::MFMailComposeResult result);
-    void tell(const std::string& message);
+    void take(const ComposerOutcome& outcome);
 
     // One of them is there.
     std::shared_ptr<platform::MFMailComposeViewController> _mail;

@@ -13,14 +13,13 @@
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/desktop/program/desktop_taste.h"
 #include "hosts/desktop/program/folder_key.h"
-#include "hosts/desktop/program/linux_hand_over.h"
 #include "hosts/desktop/program/options.h"
 #include "hosts/desktop/program/renderer.h"
 #include "hosts/desktop/program/screenshots.h"
 #include "hosts/desktop/program/single_instance.h"
 #include "hosts/desktop/program/window_memory.h"
 #include "hosts/session/exit_status.h"
-#include "hosts/system/stop_signals.h"
+#include "hosts/system/arriving_signals.h"
 
 namespace hosts::desktop {
 namespace {
@@ -92,9 +91,8 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
     const auto informed = phone.phone->useDeviceInformation(phone.deviceInformation);
     if (!informed) return fail(failed, informed.error());
     LiveServices services(phone);
-    LinuxHandOver handOver(services.mail, services.opener);
     WindowMemory memory(key, QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
-    DesktopSession session({phone, services.forSession(), handOver, shapeForScreen(*options.device)});
+    DesktopSession session({phone, services.forSession(), services.handOver, shapeForScreen(*options.device)});
     const auto opened = session.open(startingSize(*options.device, memory));
     if (!opened) return fail(failed, opened.error());
     session.navigation().follow(memory.path());

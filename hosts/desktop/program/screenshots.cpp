@@ -16,14 +16,6 @@ namespace {
 // What two pictures of a long page have in common, in points.
 constexpr double pictureOverlap = 60;
 
-// Nothing leaves the program while its picture is taken.
-class NoHandOver final : public HandOver {
-public:
-    Outcome sendMail(const platform::MFMailComposeViewController&) override { return {}; }
-    Outcome saveMail(const platform::MFMailComposeViewController&) override { return {}; }
-    Outcome post(const platform::SLComposeViewController&, const std::string&) override { return {}; }
-};
-
 QString fileNameOf(const QString& title) {
     static const QRegularExpression others(QStringLiteral("[^\\p{L}\\p{N}]+"));
     QString name = title.toLower().replace(others, QStringLiteral("-"));

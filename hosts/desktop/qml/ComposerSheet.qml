@@ -25,7 +25,7 @@ FocusScope {
     onRisenChanged: if (risen === 0 && !navigation.composerShown) navigation.composerLeft()
 
     focus: true
-    enabled: navigation.composerShown
+    enabled: navigation.composerShown && navigation.message === ""
 
     Accessible.role: Accessible.Dialog
     Accessible.name: form.item ? form.item.title : ""
@@ -62,7 +62,7 @@ FocusScope {
 
     Shortcut {
         sequences: ["Escape"]
-        enabled: sheet.navigation.composerShown
+        enabled: sheet.enabled
         onActivated: sheet.composer.cancel()
     }
 }

@@ -81,9 +81,11 @@ FocusScope {
         }
     }
 
-    /// The keyboard is the pages' again, unless there is a message to read.
+    /// The keyboard is the composer's or the pages' again, unless there is a message to read.
     function giveBack() {
-        if (!message.wanted) pages.forceActiveFocus()
+        if (message.wanted) return
+        if (shell.navigation.composerShown) composer.item.forceActiveFocus()
+        else pages.forceActiveFocus()
     }
 
     Shortcut {

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "hosts/hand_over/desktop_library.h"
+#include "hosts/hand_over/desktop.h"
 
 namespace hosts {
 

@@ -4,11 +4,11 @@
 #include <cerrno>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "hosts/hand_over/mail/sender.h"
-#include "hosts/hand_over/mail/unique_object.h"
 #include "hosts/hand_over/message_writer.h"
 #include "hosts/system/error_text.h"
 
@@ -16,12 +16,60 @@ namespace hosts {
 
 namespace {
 
+using platform::Done;
+using platform::Problem;
+using platform::Result;
+
 constexpr const char* charset = "utf-8";
+
+struct UnrefObject {
+    void operator()(gpointer object) const { g_object_unref(object); }
+};
+template <class T>
+using UniqueObject = std::unique_ptr<T, UnrefObject>;
 
 struct FreeFormatOptions {
     void operator()(GMimeFormatOptions* options) const { g_mime_format_options_free(options); }
 };
 using FormatOptions = std::unique_ptr<GMimeFormatOptions, FreeFormatOptions>;
+
+struct Mailbox {
+    std::string name;  // may be empty
+    std::string address;
+};
+
+std::string textOrNothing(const char* text) {
+    return text == nullptr ? "" : text;
+}
+
+std::optional<Mailbox> mailboxFromEnvironment() {
+    const char* const email = g_getenv("EMAIL");
+    const UniqueObject<InternetAddressList> list{email == nullptr ? nullptr
+                                                                  : internet_address_list_parse(nullptr, email)};
+    if (!list || internet_address_list_length(list.get()) != 1) return std::nullopt;
+    InternetAddress* const address = internet_address_list_get_address(list.get(), 0);
+    if (!INTERNET_ADDRESS_IS_MAILBOX(address)) return std::nullopt;
+    return Mailbox{textOrNothing(internet_address_get_name(address)),
+                   textOrNothing(internet_address_mailbox_get_addr(INTERNET_ADDRESS_MAILBOX(address)))};
+}
+
+// What stands in an address as it is, on either side of the "@".
+std::string atomOr(const char* text, const char* otherwise) {
+    constexpr std::string_view allowed = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.-_";
+    const std::string_view atom{text};
+    const bool isAtom = !atom.empty() && atom.find_first_not_of(allowed) == std::string_view::npos &&
+                        atom.front() != '.' && atom.back() != '.' && atom.find("..") == std::string_view::npos;
+    return isAtom ? text : otherwise;
+}
+
+// Who writes mail on this machine: who the environment variable EMAIL names, else the user under the
+// machine's name. Mail programs put the user's own choice in its place.
+Mailbox mailboxOfUser() {
+    if (auto mailbox = mailboxFromEnvironment()) return *mailbox;
+    const std::string name = g_get_real_name();
+    return {name == "Unknown" ? "" : name,
+            atomOr(g_get_user_name(), "user") + "@" + atomOr(g_get_host_name(), "localhost")};
+}
 
 // A header is one line, whatever the text.
 std::string onOneLine(std::string_view text) {
@@ -57,10 +105,10 @@ class Draft {
 public:
     Draft();
 
-    bool addRecipient(const std::string& recipient, std::string& error);
+    Result<Done> addRecipient(const std::string& recipient);
     void setSubject(std::string_view subject);
-    bool attach(const MailAttachment& attachment, std::string& error);
-    bool writeTo(int file, std::string& error) const;
+    Result<Done> attach(const MailAttachment& attachment);
+    Result<Done> writeTo(int file) const;
 
 private:
     void setSender();
@@ -79,10 +127,10 @@ Draft::Draft() {
 }
 
 void Draft::setSender() {
-    const Sender sender = mailSender();
-    const std::string domain = sender.address.substr(sender.address.rfind('@') + 1);
-    g_mime_message_add_mailbox(_message.get(), GMIME_ADDRESS_TYPE_FROM,
-                               sender.name.empty() ? nullptr : sender.name.c_str(), sender.address.c_str());
+    const Mailbox user = mailboxOfUser();
+    const std::string domain = user.address.substr(user.address.rfind('@') + 1);
+    g_mime_message_add_mailbox(_message.get(), GMIME_ADDRESS_TYPE_FROM, user.name.empty() ? nullptr : user.name.c_str(),
+                               user.address.c_str());
     GDateTime* const now = g_date_time_new_now_local();
     g_mime_message_set_date(_message.get(), now);
     g_date_time_unref(now);
@@ -103,20 +151,18 @@ void Draft::setSubject(std::string_view subject) {
     g_mime_message_set_subject(_message.get(), onOneLine(subject).c_str(), charset);
 }
 
-bool Draft::addRecipient(const std::string& recipient, std::string& error) {
+Result<Done> Draft::addRecipient(const std::string& recipient) {
     const UniqueObject<InternetAddressList> parsed{internet_address_list_parse(nullptr, onOneLine(recipient).c_str())};
     if (!parsed || internet_address_list_length(parsed.get()) == 0) {
-        error = "not an e-mail address: " + onOneLine(recipient);
-        return false;
+        return Problem{{}, {}, "not an e-mail address: " + onOneLine(recipient)};
     }
     internet_address_list_append(g_mime_message_get_addresses(_message.get(), GMIME_ADDRESS_TYPE_TO), parsed.get());
-    return true;
+    return platform::done;
 }
 
-bool Draft::attach(const MailAttachment& attachment, std::string& error) {
+Result<Done> Draft::attach(const MailAttachment& attachment) {
     if (attachment.data.size() > UINT32_MAX) {
-        error = "too large for an attachment: " + onOneLine(attachment.fileName);
-        return false;
+        return Problem{{}, {}, "too large for an attachment: " + onOneLine(attachment.fileName)};
     }
     _lent.push_back(std::make_unique<LentBytes>(attachment.data));
     const auto stream = _lent.back()->stream();
@@ -132,10 +178,10 @@ bool Draft::attach(const MailAttachment& attachment, std::string& error) {
     g_mime_part_set_content_encoding(part.get(), GMIME_CONTENT_ENCODING_BASE64);
     g_mime_part_set_content(part.get(), content.get());
     g_mime_multipart_add(_parts.get(), GMIME_OBJECT(part.get()));
-    return true;
+    return platform::done;
 }
 
-bool Draft::writeTo(int file, std::string& error) const {
+Result<Done> Draft::writeTo(int file) const {
     const UniqueObject<GMimeStream> output{g_mime_stream_fs_new(file)};
     g_mime_stream_fs_set_owner(GMIME_STREAM_FS(output.get()), FALSE);
     const UniqueObject<GMimeStream> buffer{g_mime_stream_buffer_new(output.get(), GMIME_STREAM_BUFFER_BLOCK_WRITE)};
@@ -145,28 +191,28 @@ bool Draft::writeTo(int file, std::string& error) const {
     const bool written =
         g_mime_object_write_to_stream(GMIME_OBJECT(_message.get()), options.get(), buffer.get()) >= 0 &&
         g_mime_stream_flush(buffer.get()) == 0;
-    if (!written) error = errno == 0 ? "it cannot be written" : errorText(errno);
-    return written;
+    if (!written) return Problem{{}, {}, errno == 0 ? "it cannot be written" : errorText(errno)};
+    return platform::done;
 }
 
-bool writeMessage(const MailMessage& message, int file, std::string& error) {
+Result<Done> writeMessage(const MailMessage& message, int file) {
     Draft draft;
     for (const std::string& recipient : message.recipients) {
-        if (!draft.addRecipient(recipient, error)) return false;
+        if (auto added = draft.addRecipient(recipient); !added) return added;
     }
     draft.setSubject(message.subject);
     for (const MailAttachment& attachment : message.attachments) {
-        if (!draft.attach(attachment, error)) return false;
+        if (auto attached = draft.attach(attachment); !attached) return attached;
     }
-    return draft.writeTo(file, error);
+    return draft.writeTo(file);
 }
 
 }  // namespace
 
 }  // namespace hosts
 
-extern "C" __attribute__((visibility("default"))) bool trivel3WriteMailMessage(const hosts::MailMessage& message,
-                                                                               int file, std::string& error) {
+extern "C" __attribute__((visibility("default"))) void trivel3WriteMailMessage(
+    const hosts::MailMessage& message, int file, platform::Result<platform::Done>& outcome) {
     g_mime_init();
-    return hosts::writeMessage(message, file, error);
+    outcome = hosts::writeMessage(message, file);
 }

@@ -6,7 +6,7 @@
 #include <iterator>
 
 #include "hosts/session/exit_status.h"
-#include "hosts/system/stop_signals.h"
+#include "hosts/system/arriving_signals.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/observed_content.h"
 #include "hosts/terminal/commands/settings_command.h"

@@ -7,8 +7,6 @@
 namespace hosts::terminal::screen {
 namespace {
 
-using platform::MFMailComposeResult;
-
 enum Button : std::size_t { sendButton, saveButton, cancelButton };
 
 constexpr std::size_t nameIndent = 2;
@@ -38,9 +36,9 @@ std::string attachmentText(const MailSheet::Composer::Attachment& attachment) {
 
 }  // namespace
 
-MailSheet::MailSheet(std::shared_ptr<Composer> composer, MailSender& sender, Notices& notices, const ScreenText& text)
+MailSheet::MailSheet(std::shared_ptr<Composer> composer, HandOver& handOver, Notices& notices, const ScreenText& text)
     : _composer(std::move(composer)),
-      _sender(sender),
+      _handOver(handOver),
       _notices(notices),
       _text(text),
       _buttons({"Send", "Save draft", "Cancel"}) {}
@@ -95,7 +93,7 @@ void MailSheet::handle(const Event& event) {
             press(_focus);
             break;
         case Key::escape:
-            cancel();
+            press(cancelButton);
             break;
         case Key::click:
             if (const auto button = _buttons.buttonAt(event.column); button && event.line == _buttonLine)
@@ -107,32 +105,8 @@ void MailSheet::handle(const Event& event) {
 }
 
 void MailSheet::press(std::size_t button) {
-    if (button == sendButton) return send();
-    return button == saveButton ? save() : cancel();
-}
-
-// An e-mail that is in the user's hands in neither way stays, for another try.
-void MailSheet::send() {
-    const MailHandOver outcome = _sender.send(*_composer);
-    if (!outcome) return _notices.warn("The e-mail was not sent: " + outcome.error);
-    if (outcome.program) {
-        _notices.say("The e-mail is open in " + *outcome.program +
-                     (outcome.draft ? "; draft: " + *outcome.draft : std::string()));
-    } else {
-        _notices.warn("Not sent (" + outcome.error + "); draft: " + *outcome.draft);
-    }
-    _composer->finish(outcome.program ? MFMailComposeResult::sent : MFMailComposeResult::saved);
-}
-
-void MailSheet::save() {
-    const MailHandOver outcome = _sender.saveDraft(*_composer);
-    if (!outcome) return _notices.warn("The e-mail was not saved: " + outcome.error);
-    _notices.say("Draft: " + *outcome.draft);
-    _composer->finish(MFMailComposeResult::saved);
-}
-
-void MailSheet::cancel() {
-    _composer->finish(MFMailComposeResult::cancelled);
+    if (button == cancelButton) return _composer->finish(platform::MFMailComposeResult::cancelled);
+    _notices.tell(button == sendButton ? sendMail(*_composer, _handOver) : saveMail(*_composer, _handOver));
 }
 
 }  // namespace hosts::terminal::screen

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "hosts/hand_over/mail_sender.h"
+#include "hosts/session/composer_outcome.h"
 #include "hosts/terminal/screen/button_row.h"
 #include "hosts/terminal/screen/notices.h"
 #include "hosts/terminal/screen/screen_text.h"
@@ -17,7 +17,7 @@ class MailSheet final : public Sheet {
 public:
     using Composer = platform::MFMailComposeViewController;
 
-    MailSheet(std::shared_ptr<Composer> composer, MailSender& sender, Notices& notices, const ScreenText& text);
+    MailSheet(std::shared_ptr<Composer> composer, HandOver& handOver, Notices& notices, const ScreenText& text);
 
     std::string title() const override { return "New E-mail"; }
     Picture compose(Size size) override;
@@ -27,12 +27,9 @@ public:
 private:
     void addField(Picture& picture, std::string_view name, std::string_view content, std::size_t width) const;
     void press(std::size_t button);
-    void send();
-    void save();
-    void cancel();
 
     std::shared_ptr<Composer> _composer;
-    MailSender& _sender;
+    HandOver& _handOver;
     Notices& _notices;
     ScreenText _text;
     ButtonRow _buttons;

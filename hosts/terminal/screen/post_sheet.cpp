@@ -1,13 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/screen/post_sheet.h"
 
-#include "hosts/hand_over/post_link.h"
 #include "hosts/terminal/screen/text_field.h"
 
 namespace hosts::terminal::screen {
 namespace {
-
-using platform::SLComposeViewControllerResult;
 
 enum Button : std::size_t { postButton, cancelButton };
 
@@ -16,9 +13,9 @@ constexpr std::size_t fieldLine = 1;
 
 }  // namespace
 
-PostSheet::PostSheet(std::shared_ptr<Composer> composer, UrlOpener& opener, Notices& notices, const ScreenText& text)
+PostSheet::PostSheet(std::shared_ptr<Composer> composer, HandOver& handOver, Notices& notices, const ScreenText& text)
     : _composer(std::move(composer)),
-      _opener(opener),
+      _handOver(handOver),
       _notices(notices),
       _text(text),
       _editor(_composer->text()),
@@ -84,16 +81,8 @@ void PostSheet::click(const Event& event) {
 }
 
 void PostSheet::press(std::size_t button) {
-    if (button == postButton) return post();
-    _composer->finish(SLComposeViewControllerResult::cancelled);
-}
-
-// A post that found no way out stays, with its address for the user to take elsewhere.
-void PostSheet::post() {
-    const PostHandOver outcome = handOverPost(_composer->serviceType(), _editor.text(), _opener);
-    if (!outcome) return _notices.warn("Not opened: " + outcome.error + " " + outcome.address);
-    _notices.say("The post is open in your browser");
-    _composer->finish(SLComposeViewControllerResult::done);
+    if (button == cancelButton) return _composer->finish(platform::SLComposeViewControllerResult::cancelled);
+    _notices.tell(post(*_composer, _editor.text(), _handOver));
 }
 
 }  // namespace hosts::terminal::screen

@@ -3,13 +3,12 @@
 
 #include <memory>
 
-#include "hosts/hand_over/url_opener.h"
+#include "hosts/session/composer_outcome.h"
 #include "hosts/terminal/screen/button_row.h"
 #include "hosts/terminal/screen/line_editor.h"
 #include "hosts/terminal/screen/notices.h"
 #include "hosts/terminal/screen/screen_text.h"
 #include "hosts/terminal/screen/sheet.h"
-#include "platform/services/post_composer.h"
 
 namespace hosts::terminal::screen {
 
@@ -18,7 +17,7 @@ class PostSheet final : public Sheet {
 public:
     using Composer = platform::SLComposeViewController;
 
-    PostSheet(std::shared_ptr<Composer> composer, UrlOpener& opener, Notices& notices, const ScreenText& text);
+    PostSheet(std::shared_ptr<Composer> composer, HandOver& handOver, Notices& notices, const ScreenText& text);
 
     std::string title() const override { return "New Post"; }
     Picture compose(Size size) override;
@@ -30,10 +29,9 @@ private:
     void moveFocus(std::size_t by);
     void click(const Event& event);
     void press(std::size_t button);
-    void post();
 
     std::shared_ptr<Composer> _composer;
-    UrlOpener& _opener;
+    HandOver& _handOver;
     Notices& _notices;
     ScreenText _text;
     LineEditor _editor;

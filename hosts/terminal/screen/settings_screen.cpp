@@ -32,13 +32,13 @@ std::string text(const Size& size, const Glyphs& glyphs) {
 }  // namespace
 
 bool NoticingApplication::openURL(std::string_view url) {
-    const bool isOpened = _opener.openURL(url);
-    if (isOpened) {
+    const auto opened = _opener.open(url);
+    if (opened) {
         _notices.say("Opened " + std::string(url));
     } else {
-        _notices.warn("Not opened: " + std::string(url) + " (" + _opener.lastError() + ")");
+        _notices.warn("Not opened: " + std::string(url) + " (" + opened.error().text() + ")");
     }
-    return isOpened;
+    return opened.has_value();
 }
 
 SettingsScreen::SettingsScreen(OpenedPhone& phone, const Style& style)
@@ -76,10 +76,10 @@ bool SettingsScreen::noteFilesChanged(std::span<const std::string> paths) {
 
 std::shared_ptr<Sheet> SettingsScreen::sheetFor(const std::shared_ptr<platform::UIViewController>& presented) {
     if (auto mail = std::dynamic_pointer_cast<platform::MFMailComposeViewController>(presented)) {
-        return std::make_shared<MailSheet>(std::move(mail), _services.mail, _notices, _text);
+        return std::make_shared<MailSheet>(std::move(mail), _services.handOver, _notices, _text);
     }
     if (auto post = std::dynamic_pointer_cast<platform::SLComposeViewController>(presented)) {
-        return std::make_shared<PostSheet>(std::move(post), _services.opener, _notices, _text);
+        return std::make_shared<PostSheet>(std::move(post), _services.handOver, _notices, _text);
     }
     return nullptr;
 }

@@ -1,22 +1,29 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <optional>
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "hosts/system/descriptor.h"
+#include "platform/foundation/result.h"
 
 namespace hosts {
 
+/// Makes the folder and those above it that are missing, for their user alone (0700), as the rules
+/// for the user's folders ask. Folders that are there stay as they are. False, with `failure` set,
+/// when there is no such folder afterwards.
+bool makePrivateFolders(const std::filesystem::path& folder, std::error_code& failure);
+
 /// A file of this machine that nobody had before, for the user's eyes only (0600). It goes with this
-/// object unless it has been kept. Operations that fail leave one line in `error`.
+/// object unless it has been kept.
 class NewFile {
 public:
     /// Makes STEM + EXTENSION in the folder or, where that is taken, "STEM (2)EXTENSION" and so on;
     /// the folder too, and those above it, where they are missing.
-    static std::optional<NewFile> create(const std::string& folder, const std::string& stem,
-                                         const std::string& extension, std::string& error);
+    static platform::Result<NewFile> create(const std::string& folder, const std::string& stem,
+                                            const std::string& extension);
     NewFile(NewFile&& other) noexcept = default;
     NewFile& operator=(NewFile&&) = delete;
     ~NewFile();
@@ -24,9 +31,9 @@ public:
     const std::string& path() const { return _path; }
     int descriptor() const { return _file.get(); }
 
-    bool write(std::string_view contents, std::string& error);
+    platform::Result<platform::Done> write(std::string_view contents);
     /// Makes the content durable and lets the file stay.
-    bool keep(std::string& error);
+    platform::Result<platform::Done> keep();
 
 private:
     NewFile(Descriptor file, std::string path) : _file(std::move(file)), _path(std::move(path)) {}

@@ -1,19 +1,18 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/hand_over/new_file.h"
+#include "hosts/system/new_file.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <filesystem>
-#include <system_error>
-
 #include "hosts/system/error_text.h"
-#include "hosts/system/private_folders.h"
 
 namespace hosts {
 
 namespace {
+
+namespace fs = std::filesystem;
+using platform::Problem;
 
 constexpr mode_t privateFile = 0600;
 constexpr int mostNumbers = 10000;
@@ -29,47 +28,43 @@ bool isContinuation(char byte) {
 
 }  // namespace
 
-std::optional<NewFile> NewFile::create(const std::string& folder, const std::string& stem, const std::string& extension,
-                                       std::string& error) {
+bool makePrivateFolders(const fs::path& folder, std::error_code& failure) {
+    if (fs::is_directory(folder, failure)) return true;
+    if (folder.has_relative_path() && !makePrivateFolders(folder.parent_path(), failure)) return false;
+    if (fs::create_directory(folder, failure)) fs::permissions(folder, fs::perms::owner_all, failure);
+    return !failure;
+}
+
+platform::Result<NewFile> NewFile::create(const std::string& folder, const std::string& stem,
+                                          const std::string& extension) {
     std::error_code failure;
-    if (!makePrivateFolders(folder, failure)) {
-        error = "cannot make the folder " + folder + ": " + failure.message();
-        return std::nullopt;
-    }
+    if (!makePrivateFolders(folder, failure)) return Problem{folder, "cannot make the folder", failure.message()};
     for (int number = 1; number <= mostNumbers; ++number) {
-        std::string path = (std::filesystem::path{folder} / numbered(stem, number, extension)).string();
+        std::string path = fs::path{folder} / numbered(stem, number, extension);
         Descriptor file{::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, privateFile)};
         if (file.isOpen()) return NewFile{std::move(file), std::move(path)};
         if (errno != EEXIST) break;
     }
-    error = "cannot make a file in " + folder + ": " + errorText(errno);
-    return std::nullopt;
+    return Problem{folder, "cannot make a file in", errorText(errno)};
 }
 
 NewFile::~NewFile() {
     if (_file.isOpen()) ::unlink(_path.c_str());
 }
 
-bool NewFile::write(std::string_view contents, std::string& error) {
+platform::Result<platform::Done> NewFile::write(std::string_view contents) {
     while (!contents.empty()) {
-        const ssize_t written = ::write(_file.get(), contents.data(), contents.size());
-        if (written >= 0) {
-            contents.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno != EINTR) {
-            error = "cannot write " + _path + ": " + errorText(errno);
-            return false;
-        }
+        const ssize_t written = uninterrupted([&] { return ::write(_file.get(), contents.data(), contents.size()); });
+        if (written < 0) return Problem{_path, "cannot write", errorText(errno)};
+        contents.remove_prefix(static_cast<std::size_t>(written));
     }
-    return true;
+    return platform::done;
 }
 
-bool NewFile::keep(std::string& error) {
-    if (::fsync(_file.get()) != 0) {
-        error = "cannot write " + _path + ": " + errorText(errno);
-        return false;
-    }
+platform::Result<platform::Done> NewFile::keep() {
+    if (::fsync(_file.get()) != 0) return Problem{_path, "cannot write", errorText(errno)};
     _file = Descriptor{};
-    return true;
+    return platform::done;
 }
 
 std::string fileNameFrom(std::string_view text, std::string_view otherwise) {
