@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "hosts/terminal/screen/picture.h"
+#include "hosts/terminal/render/picture.h"
 
 namespace hosts::terminal::screen {
 

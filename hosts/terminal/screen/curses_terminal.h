@@ -5,8 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "hosts/terminal/render/picture.h"
 #include "hosts/terminal/screen/event.h"
-#include "hosts/terminal/screen/picture.h"
 
 namespace hosts::terminal::screen {
 

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
+#include "hosts/terminal/render/picture.h"
 #include "hosts/terminal/screen/line_editor.h"
 #include "hosts/terminal/screen/page_view.h"
-#include "hosts/terminal/screen/picture.h"
 
 namespace hosts::terminal::screen {
 

@@ -20,6 +20,7 @@ attr_t colouredInk(Ink ink) {
         case Ink::scroll:
             return A_BOLD;
         case Ink::faint:
+        case Ink::quiet:
         case Ink::scrollTrack:
             return A_DIM;
         case Ink::good:
@@ -50,6 +51,7 @@ attr_t plainInk(Ink ink) {
         case Ink::scroll:
             return A_BOLD;
         case Ink::faint:
+        case Ink::quiet:
         case Ink::scrollTrack:
             return A_DIM;
         case Ink::bar:
@@ -85,7 +87,7 @@ attr_t attributesOf(Ink ink, bool isSelected, bool colour) {
     if (!isSelected || isBesideRow) return colour ? colouredInk(ink) : plainInk(ink);
     // Without boldness: many terminals draw bold black in grey.
     if (colour) return coloured(selected);
-    return A_REVERSE | (ink == Ink::faint ? A_NORMAL : A_BOLD);
+    return A_REVERSE | (ink == Ink::faint || ink == Ink::quiet ? A_NORMAL : A_BOLD);
 }
 
 }  // namespace hosts::terminal::screen

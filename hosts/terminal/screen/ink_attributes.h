@@ -4,7 +4,7 @@
 #define NCURSES_NOMACROS 1
 #include <curses.h>
 
-#include "hosts/terminal/screen/picture.h"
+#include "hosts/terminal/render/picture.h"
 
 namespace hosts::terminal::screen {
 

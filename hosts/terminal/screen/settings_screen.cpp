@@ -31,7 +31,7 @@ std::string text(const Size& size, const Glyphs& glyphs) {
 
 }  // namespace
 
-SettingsScreen::SettingsScreen(ProgramContext& context, const Style& style)
+SettingsScreen::SettingsScreen(ProgramContext& context, const TextStyle& style)
     : _text(style),
       _outside(context, _notices),
       _session(_outside.services(), context.installation.systemImage, context.device),

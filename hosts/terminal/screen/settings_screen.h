@@ -7,14 +7,14 @@
 #include <vector>
 
 #include "hosts/session/settings_session.h"
+#include "hosts/terminal/render/picture.h"
+#include "hosts/terminal/render/screen_text.h"
 #include "hosts/terminal/screen/bars.h"
 #include "hosts/terminal/screen/event.h"
 #include "hosts/terminal/screen/find_prompt.h"
 #include "hosts/terminal/screen/notices.h"
 #include "hosts/terminal/screen/outside.h"
-#include "hosts/terminal/screen/picture.h"
 #include "hosts/terminal/screen/screen_host.h"
-#include "hosts/terminal/screen/screen_text.h"
 #include "platform/ui/navigation_controller.h"
 
 namespace hosts::terminal::screen {
@@ -25,7 +25,7 @@ public:
     static constexpr Size leastSize{40, 12};
 
     /// `context` outlives the object.
-    SettingsScreen(ProgramContext& context, const Style& style);
+    SettingsScreen(ProgramContext& context, const TextStyle& style);
 
     /// Loads the pane and opens its root page. False, with one line in `error`, when that fails.
     bool start(std::string& error);

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "hosts/terminal/render/picture.h"
 #include "hosts/terminal/screen/event.h"
-#include "hosts/terminal/screen/picture.h"
 
 namespace hosts::terminal::screen {
 

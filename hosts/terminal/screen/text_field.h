@@ -4,9 +4,9 @@
 #include <cstddef>
 #include <vector>
 
+#include "hosts/terminal/render/picture.h"
+#include "hosts/terminal/render/screen_text.h"
 #include "hosts/terminal/screen/line_editor.h"
-#include "hosts/terminal/screen/picture.h"
-#include "hosts/terminal/screen/screen_text.h"
 
 namespace hosts::terminal::screen {
 
