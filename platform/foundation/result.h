@@ -46,10 +46,9 @@ private:
     std::variant<T, Problem> _content;
 };
 
-/// For what gives nothing when it works: `return done;`.
+/// For what gives nothing when it works.
 struct Done {
     bool operator==(const Done&) const = default;
 };
-inline constexpr Done done{};
 
 }  // namespace platform

@@ -4,11 +4,9 @@
 
 #include "hosts/terminal/render/page_layout.h"
 #include "hosts/terminal/screen/bars.h"
-#include "hosts/terminal/screen/button_row.h"
+#include "hosts/terminal/screen/controls.h"
 #include "hosts/terminal/screen/file_watch.h"
-#include "hosts/terminal/screen/line_editor.h"
-#include "hosts/terminal/screen/row_search.h"
-#include "hosts/terminal/screen/text_field.h"
+#include "hosts/terminal/screen/find_prompt.h"
 #include "tests/terminal_screen/long_page.h"
 
 namespace terminal_screen_test {

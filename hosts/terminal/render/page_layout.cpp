@@ -10,7 +10,7 @@
 namespace hosts::terminal {
 namespace {
 
-using Kind = PageLayout::PageLine::Kind;
+using LineKind = PageLayout::PageLine::Kind;
 
 // Rows stand in from the titles of their sections, and what is said about rows in from the rows: even
 // without colour nothing is taken for something else.
@@ -54,11 +54,8 @@ Line firstLine(const RowSnapshot& row, bool selected, std::size_t width, const S
     line.add(selected ? std::string(text.glyphs().marker) : " ");
     line.addSpaces(1);
     // A switch says for itself what it is set to.
-    if (row.checked && !row.on) {
-        line.add(std::string(text.glyphs().check), row.enabled ? Ink::good : Ink::quiet);
-    } else {
-        line.addSpaces(1);
-    }
+    const Ink markInk = !row.checked ? Ink::plain : row.enabled ? Ink::good : Ink::quiet;
+    line.add(row.checked && !row.on ? std::string(text.glyphs().check) : " ", markInk);
     line.addSpaces(1);
     line.add(label, row.enabled ? Ink::plain : Ink::faint);
     line.addSpaces(width - labelIndent - columns(label) - columns(state));
@@ -114,22 +111,22 @@ PageLayout::PageLayout(platform::UIViewController& page, const ScreenText& text,
 void PageLayout::addText(std::string_view text, Ink ink, bool isCentred) {
     for (std::string& line : _text.lines(text, _width)) {
         const std::size_t indent = isCentred ? (_width - std::min(_width, columns(line))) / 2 : 0;
-        addLine(Kind::text, Line::of(indent, std::move(line), ink));
+        addLine(LineKind::text, Line::of(indent, std::move(line), ink));
     }
 }
 
 void PageLayout::addSection(const std::optional<std::string>& title, const std::optional<std::string>& footer,
                             std::size_t rowCount, const HeightOf& heightOf) {
     const std::size_t section = _sectionCount++;
-    if (!_lines.empty()) addLine(Kind::text, {});
-    if (title) addIndented(Kind::groupTitle, *title, titleIndent, Ink::strong);
+    if (!_lines.empty()) addLine(LineKind::text, {});
+    if (title) addIndented(LineKind::groupTitle, *title, titleIndent, Ink::strong);
     for (std::size_t row = 0; row < rowCount; ++row) {
         const platform::NSIndexPath path{section, row};
         const std::size_t height = heightOf(path);
         _rows.push_back({path, _lines.size(), height});
-        _lines.insert(_lines.end(), height, {Kind::row, _rows.size() - 1});
+        _lines.insert(_lines.end(), height, {LineKind::row, _rows.size() - 1});
     }
-    if (footer) addIndented(Kind::footer, *footer, detailIndent, Ink::faint);
+    if (footer) addIndented(LineKind::footer, *footer, detailIndent, Ink::faint);
 }
 
 void PageLayout::addIndented(PageLine::Kind kind, std::string_view text, std::size_t indent, Ink ink) {

@@ -9,8 +9,8 @@
 namespace hosts::terminal {
 namespace {
 
-// No character is wider, so that a line always takes one.
-constexpr std::size_t leastWidth = 2;
+// A line always takes one.
+constexpr std::size_t widestCharacter = 2;
 
 std::size_t columnsOf(char32_t code) {
     const int width = ::wcwidth(static_cast<wchar_t>(code));
@@ -54,7 +54,7 @@ std::string shortened(std::string_view text, std::size_t most, std::string_view 
 }
 
 std::vector<std::string> wrapped(std::string_view line, std::size_t width) {
-    width = std::max(width, leastWidth);
+    width = std::max(width, widestCharacter);
     std::vector<std::string> lines;
     while (true) {
         const std::size_t fitting = fittingLength(line, width);

@@ -5,8 +5,7 @@
 
 #include "hosts/hand_over/mail_sender.h"
 #include "hosts/terminal/render/screen_text.h"
-#include "hosts/terminal/screen/button_row.h"
-#include "hosts/terminal/screen/notices.h"
+#include "hosts/terminal/screen/controls.h"
 #include "hosts/terminal/screen/sheet.h"
 #include "platform/services/mail_composer.h"
 

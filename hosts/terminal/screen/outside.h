@@ -14,7 +14,7 @@
 #include "hosts/session/settings_session.h"
 #include "hosts/terminal/commands/watched_writes.h"
 #include "hosts/terminal/program_context.h"
-#include "hosts/terminal/screen/notices.h"
+#include "hosts/terminal/screen/sheet.h"
 #include "platform/services/application.h"
 
 namespace hosts::terminal::screen {

@@ -15,7 +15,7 @@ constexpr std::size_t scrollBarWidth = 2;
 // after one more look; a page that does not is shown as it is then.
 constexpr int mostLooks = 3;
 
-using Kind = PageLayout::PageLine::Kind;
+using LineKind = PageLayout::PageLine::Kind;
 
 std::size_t moved(std::size_t from, std::ptrdiff_t by, std::size_t most) {
     const auto position = static_cast<std::ptrdiff_t>(from) + by;
@@ -80,7 +80,7 @@ std::vector<Line> PageView::composeLines() {
     const std::size_t end = std::min(_top + _size.height, _layout.lineCount());
     for (std::size_t number = _top; number < end; ++number) {
         const PageLayout::PageLine& line = _layout.line(number);
-        if (line.kind != Kind::row) {
+        if (line.kind != LineKind::row) {
             lines.push_back(_layout.textOf(line));
             continue;
         }
@@ -164,7 +164,7 @@ std::optional<platform::NSIndexPath> PageView::cursor() const {
 
 std::optional<platform::NSIndexPath> PageView::rowOnLine(std::size_t line) const {
     const std::size_t number = _top + line;
-    if (number >= _layout.lineCount() || _layout.line(number).kind != Kind::row) return std::nullopt;
+    if (number >= _layout.lineCount() || _layout.line(number).kind != LineKind::row) return std::nullopt;
     return _layout.row(_layout.line(number).index).path;
 }
 

@@ -2,7 +2,6 @@
 #include "hosts/terminal/screen/post_sheet.h"
 
 #include "hosts/hand_over/post_link.h"
-#include "hosts/terminal/screen/text_field.h"
 
 namespace hosts::terminal::screen {
 namespace {

@@ -5,9 +5,7 @@
 
 #include "hosts/hand_over/url_opener.h"
 #include "hosts/terminal/render/screen_text.h"
-#include "hosts/terminal/screen/button_row.h"
-#include "hosts/terminal/screen/line_editor.h"
-#include "hosts/terminal/screen/notices.h"
+#include "hosts/terminal/screen/controls.h"
 #include "hosts/terminal/screen/sheet.h"
 #include "platform/services/post_composer.h"
 

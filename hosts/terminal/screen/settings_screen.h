@@ -12,9 +12,9 @@
 #include "hosts/terminal/screen/bars.h"
 #include "hosts/terminal/screen/event.h"
 #include "hosts/terminal/screen/find_prompt.h"
-#include "hosts/terminal/screen/notices.h"
 #include "hosts/terminal/screen/outside.h"
 #include "hosts/terminal/screen/screen_host.h"
+#include "hosts/terminal/screen/sheet.h"
 #include "platform/ui/navigation_controller.h"
 
 namespace hosts::terminal::screen {

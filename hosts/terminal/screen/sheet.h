@@ -1,13 +1,33 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "hosts/terminal/render/picture.h"
 #include "hosts/terminal/screen/event.h"
 
 namespace hosts::terminal::screen {
+
+/// Something to tell the user in passing.
+struct Notice {
+    std::string text;
+    bool isWarning = false;
+};
+
+/// The one notice that is shown, until the user does something else.
+class Notices {
+public:
+    void say(std::string text) { _notice = Notice{std::move(text), false}; }
+    void warn(std::string text) { _notice = Notice{std::move(text), true}; }
+    void clear() { _notice.reset(); }
+    const std::optional<Notice>& current() const { return _notice; }
+
+private:
+    std::optional<Notice> _notice;
+};
 
 /// A key and what it does.
 struct KeyHint {

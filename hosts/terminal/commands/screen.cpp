@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/terminal/screen/run_screen.h"
-
 #include <unistd.h>
 
 #include "hosts/terminal/commands/commands.h"
@@ -11,7 +9,6 @@
 #include "hosts/terminal/screen/file_watch.h"
 #include "hosts/terminal/screen/screen_signals.h"
 #include "hosts/terminal/screen/settings_screen.h"
-#include "hosts/terminal/screen/terminal_kind.h"
 
 namespace hosts::terminal {
 namespace {
@@ -38,7 +35,7 @@ int runScreen(ProgramContext& context) {
         return showInstead(context, "no terminal for the interactive screen");
     }
     std::string error;
-    if (!canShowScreen(error)) return showInstead(context, error);
+    if (const auto possible = canShowScreen(); !possible) return showInstead(context, possible.error().reason);
     const TextStyle style = styleForStandardOutput();
     SettingsScreen screen(context, {style.colour, style.unicode});
     if (!screen.start(error)) return fail(failed, error);
@@ -48,9 +45,9 @@ int runScreen(ProgramContext& context) {
     if (context.skips) held.emplace(*context.skips);
     ScreenSignals signals;
     auto notifications = screen.notifications().observe();
-    const auto terminal = CursesTerminal::open(style.colour, error);
-    if (!terminal) return fail(failed, error);
-    EventLoop({screen, *terminal, signals, files, std::move(notifications)}).run();
+    const auto terminal = CursesTerminal::open(style.colour);
+    if (!terminal) return fail(failed, terminal.error().text());
+    EventLoop({screen, **terminal, signals, files, std::move(notifications)}).run();
     return done;
 }
 
