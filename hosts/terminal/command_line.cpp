@@ -10,7 +10,6 @@
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/nearest_spelling.h"
 #include "hosts/terminal/render/printable.h"
-#include "hosts/terminal/screen/run_screen.h"
 
 namespace hosts::terminal {
 namespace {

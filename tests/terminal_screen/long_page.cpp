@@ -3,6 +3,7 @@
 
 namespace terminal_screen_test {
 
+using namespace hosts::terminal;
 using namespace hosts::terminal::screen;
 
 const platform::PSListController::Specifiers& LongPage::specifiers() {
@@ -23,7 +24,7 @@ std::shared_ptr<platform::UITableViewCell> LongPage::tableView_cellForRowAtIndex
     return PSListController::tableView_cellForRowAtIndexPath(table, path);
 }
 
-LongScreen::LongScreen(std::size_t count, Style style)
+LongScreen::LongScreen(std::size_t count, hosts::terminal::TextStyle style)
     : host(ScreenText(style), [](const auto&) { return nullptr; }),
       navigation(host),
       page(std::make_shared<LongPage>(platform.services(), count)) {

@@ -30,7 +30,7 @@ private:
 
 /// Such a page on a screen without a terminal.
 struct LongScreen {
-    explicit LongScreen(std::size_t count, hosts::terminal::screen::Style style = {});
+    explicit LongScreen(std::size_t count, hosts::terminal::TextStyle style = {});
 
     hosts::terminal::screen::PageView& view() { return host.top(); }
     /// The lines' characters, without blanks at their ends.

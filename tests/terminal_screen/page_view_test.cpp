@@ -12,7 +12,7 @@ using testing::HasSubstr;
 
 TEST(PageView, drawsTitleRowsAndFooter) {
     LongScreen screen(2);
-    EXPECT_THAT(screen.compose(40, 6), ElementsAre("  Rows", "▸   Row 0", "    Row 1", "    That is all.", "", ""));
+    EXPECT_THAT(screen.compose(40, 6), ElementsAre("  Rows", "▸   Row 0", "    Row 1", "      That is all.", "", ""));
 }
 
 TEST(PageView, producesCellsForTheRowsThatAreSeenAlone) {
@@ -92,7 +92,7 @@ TEST(PageView, outlivesTheLastRow) {
     LongScreen screen(1);
     screen.compose(80, 10);
     screen.page->removeSpecifier_animated(screen.page->specifiers()[1], true);
-    EXPECT_THAT(screen.compose(80, 3), ElementsAre("  Rows", "    That is all.", ""));
+    EXPECT_THAT(screen.compose(80, 3), ElementsAre("  Rows", "      That is all.", ""));
     EXPECT_EQ(screen.view().cursor(), std::nullopt);
     screen.view().moveRows(1);
     screen.view().movePages(-1);

@@ -2,25 +2,24 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "hosts/terminal/render/page_layout.h"
 #include "hosts/terminal/screen/bars.h"
-#include "hosts/terminal/screen/button_row.h"
+#include "hosts/terminal/screen/controls.h"
 #include "hosts/terminal/screen/file_watch.h"
-#include "hosts/terminal/screen/line_editor.h"
-#include "hosts/terminal/screen/row_lines.h"
-#include "hosts/terminal/screen/row_search.h"
-#include "hosts/terminal/screen/text_field.h"
+#include "hosts/terminal/screen/find_prompt.h"
 #include "tests/terminal_screen/long_page.h"
 
 namespace terminal_screen_test {
 namespace {
 
+using namespace hosts::terminal;
 using namespace hosts::terminal::screen;
 using platform::NSIndexPath;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-const ScreenText unicode{Style{.colour = false, .unicode = true}};
-const ScreenText ascii{Style{.colour = false, .unicode = false}};
+const ScreenText unicode{TextStyle{.colour = false, .unicode = true}};
+const ScreenText ascii{TextStyle{.colour = false, .unicode = false}};
 
 Event key(Key pressed) {
     Event event;
@@ -129,10 +128,10 @@ TEST(RowLines, sayGreyedInWordsAndCutLongLabels) {
     row.label = "A label that is longer than the row";
     row.kind = hosts::RowSnapshot::Kind::link;
     row.enabled = false;
-    const auto lines = rowLines(row, true, {30, 1}, unicode);
+    const auto lines = rowLines(row, true, {29, 1}, unicode);
     ASSERT_EQ(lines.size(), 1u);
-    EXPECT_EQ(lines[0].text(), "▸   A label that … (greyed) › ");
-    EXPECT_EQ(lines[0].columns(), 30u);
+    EXPECT_EQ(lines[0].text(), "▸   A label that … (greyed) ›");
+    EXPECT_EQ(lines[0].columns(), 29u);
 }
 
 TEST(RowSearch, goesRoundThePage) {

@@ -20,16 +20,12 @@ namespace {
 // memory.
 constexpr std::size_t mostBytes = platform::FileSystem::usualReadLimit;
 
-std::optional<std::string> readInput(const std::string& file, std::string& error) {
+platform::Result<std::string> readInput(const std::string& file) {
     errno = 0;
     auto bytes = platform::readSystemFile(file, mostBytes + 1);
-    if (!bytes) {
-        error = file + ": " + errorText(errno) + "; give the path of a file that can be read";
-    } else if (bytes->size() > mostBytes) {
-        error = file + ": holds more than 64 MB, and no more is read";
-        bytes.reset();
-    }
-    return bytes;
+    if (!bytes) return platform::Problem{file, {}, errorText(errno) + "; give the path of a file that can be read"};
+    if (bytes->size() > mostBytes) return platform::Problem{file, {}, "holds more than 64 MB, and no more is read"};
+    return *std::move(bytes);
 }
 
 std::string malformed(const std::string& file, const platform::PropertyListReading& reading) {
@@ -37,19 +33,21 @@ std::string malformed(const std::string& file, const platform::PropertyListReadi
 }
 
 // The value in the wanted format, or what it holds that cannot be said in it.
-platform::PropertyListWriting encode(const platform::Value& value, const std::string& format) {
-    if (format == "xml1") return platform::writeXmlPropertyList(value);
-    if (format == "binary1") return platform::writeBinaryPropertyList(value);
-    platform::PropertyListWriting writing;
-    if (auto json = faithfulJsonOf(value, writing.reason)) writing.bytes = jsonLine(*json) + "\n";
-    return writing;
+platform::Result<std::string> encode(const platform::Value& value, const std::string& format) {
+    if (format == "json") {
+        const auto json = faithfulJsonOf(value);
+        if (!json) return json.error();
+        return jsonLine(*json) + "\n";
+    }
+    auto writing = format == "xml1" ? platform::writeXmlPropertyList(value) : platform::writeBinaryPropertyList(value);
+    if (!writing) return platform::Problem{{}, {}, writing.reason};
+    return *std::move(writing.bytes);
 }
 
 bool lint(const std::string& file) {
-    std::string error;
-    const auto bytes = readInput(file, error);
+    const auto bytes = readInput(file);
     if (!bytes) {
-        fail(failed, error);
+        fail(failed, bytes.error().text());
         return false;
     }
     const auto reading = platform::readPropertyList(*bytes);
@@ -67,20 +65,20 @@ int runPlistLint(const LintOptions& options) {
 }
 
 int runPlistConvert(const ConvertOptions& options) {
-    std::string error;
-    const auto bytes = readInput(options.file, error);
-    if (!bytes) return fail(failed, error);
+    const auto bytes = readInput(options.file);
+    if (!bytes) return fail(failed, bytes.error().text());
     const auto reading = platform::readPropertyList(*bytes);
     if (!reading) return fail(failed, malformed(options.file, reading));
     const auto encoded = encode(*reading.value, options.format);
     if (!encoded) {
-        return fail(failed, options.file + ": cannot be written as " + options.format + ": it holds " + encoded.reason);
+        return fail(failed,
+                    options.file + ": cannot be written as " + options.format + ": it holds " + encoded.error().reason);
     }
     if (options.output == "-") {
-        print(*encoded.bytes);
+        print(*encoded);
         return done;
     }
-    const auto written = writeOutputFile(options.output, *encoded.bytes);
+    const auto written = writeOutputFile(options.output, *encoded);
     return written ? done : fail(failed, written.error());
 }
 

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
+#include <charconv>
+#include <string_view>
+
 #include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
-#include "hosts/terminal/commands/setting_value.h"
 #include "hosts/terminal/commands/settings_command.h"
 #include "hosts/terminal/render/printable.h"
 #include "platform/foundation/utf8.h"
@@ -14,6 +16,60 @@ using Kind = platform::PreferenceAccess::Kind;
 
 platform::Problem refusal(std::string reason) {
     return {{}, {}, std::move(reason)};
+}
+
+// How a value on the command line is to be read.
+enum class ValueType { boolean, integer, string };
+
+std::optional<platform::Value> parseBoolean(std::string_view text) {
+    for (std::string_view word : {"true", "yes", "on", "1"}) {
+        if (text == word) return platform::Value(true);
+    }
+    for (std::string_view word : {"false", "no", "off", "0"}) {
+        if (text == word) return platform::Value(false);
+    }
+    return std::nullopt;
+}
+
+std::optional<platform::Value> parseInteger(std::string_view text) {
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
+    return platform::Value(number);
+}
+
+std::optional<ValueType> valueTypeNamed(const std::string& name) {
+    if (name == "bool") return ValueType::boolean;
+    if (name == "int") return ValueType::integer;
+    if (name == "string") return ValueType::string;
+    return std::nullopt;
+}
+
+// Nothing when the text is not of that type.
+std::optional<platform::Value> parseValue(const std::string& text, ValueType type) {
+    switch (type) {
+        case ValueType::boolean:
+            return parseBoolean(text);
+        case ValueType::integer:
+            return parseInteger(text);
+        case ValueType::string:
+            break;
+    }
+    return platform::Value(text);
+}
+
+// What `parseValue` takes for the type.
+const char* valueTypeHelp(ValueType type) {
+    switch (type) {
+        case ValueType::boolean:
+            return "true, false, yes, no, on, off, 1 or 0";
+        case ValueType::integer:
+            return "a decimal integer";
+        case ValueType::string:
+            break;
+    }
+    return "text";
 }
 
 // The type that a known key's values have; nothing for one that no command line can say.

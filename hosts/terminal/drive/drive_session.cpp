@@ -4,11 +4,9 @@
 #include <map>
 #include <utility>
 
-#include "hosts/terminal/drive/command_reader.h"
-#include "hosts/terminal/drive/row_reference.h"
+#include "hosts/terminal/drive/command.h"
 #include "hosts/terminal/render/page_json.h"
 #include "hosts/terminal/render/value_json.h"
-#include "hosts/terminal/render/view_json.h"
 #include "platform/list/list_controller.h"
 #include "platform/ui/button.h"
 
@@ -26,15 +24,16 @@ std::string textOf(const json& command, const char* name) {
     return found != command.end() && found->is_string() ? found->get<std::string>() : std::string();
 }
 
-json rowOf(const json& command) {
-    auto found = command.find("row");
-    return found == command.end() ? json(nullptr) : *found;
+platform::Problem refusal(std::string reason) {
+    return {{}, {}, std::move(reason)};
 }
 
 std::optional<platform::MFMailComposeResult> mailResult(const std::string& name) {
-    using Result = platform::MFMailComposeResult;
-    static const std::map<std::string, Result> results = {
-        {"sent", Result::sent}, {"saved", Result::saved}, {"cancelled", Result::cancelled}, {"failed", Result::failed}};
+    using platform::MFMailComposeResult;
+    static const std::map<std::string, MFMailComposeResult> results = {{"sent", MFMailComposeResult::sent},
+                                                                       {"saved", MFMailComposeResult::saved},
+                                                                       {"cancelled", MFMailComposeResult::cancelled},
+                                                                       {"failed", MFMailComposeResult::failed}};
     auto found = results.find(name);
     return found == results.end() ? std::nullopt : std::optional(found->second);
 }
@@ -74,9 +73,9 @@ json DriveSession::answer(const std::string& line) {
     return answer;
 }
 
-DriveSession::Refusal DriveSession::carryOut(const json& command) {
+DriveSession::Outcome DriveSession::carryOut(const json& command) {
     const std::string verb = textOf(command, "do");
-    if (verb == "show" || verb == "view") return std::nullopt;
+    if (verb == "show" || verb == "view") return platform::Done{};
     if (verb == "tap") return tap(command);
     if (verb == "switch") return moveSwitch(command);
     if (verb == "back") return goBack();
@@ -84,77 +83,75 @@ DriveSession::Refusal DriveSession::carryOut(const json& command) {
     if (verb == "reload") return reload();
     if (verb == "heart") return touchHeart();
     if (verb == "composer") return finishComposer(command);
-    if (verb == "get") return "\"key\" takes a settings key";
-    return verb.empty() ? "\"do\" names the command; it is missing" : "there is no command '" + verb + "'";
+    if (verb == "get") return refusal("\"key\" takes a settings key");
+    return refusal(verb.empty() ? "\"do\" names the command; it is missing" : "there is no command '" + verb + "'");
 }
 
-DriveSession::Refusal DriveSession::tap(const json& command) {
+DriveSession::Outcome DriveSession::tap(const json& command) {
     // Held here: the tap may put another page on top, or release this one.
     const std::shared_ptr<platform::UIViewController> tapped = _navigation.topViewController();
-    std::string error;
-    auto path = findRow(*tapped, rowOf(command), error);
-    if (!path) return error;
+    const auto path = findRow(*tapped, command);
+    if (!path) return path.error();
     tableOfPage(*tapped)->touchRowAtIndexPath(*path);
-    return std::nullopt;
+    return platform::Done{};
 }
 
-DriveSession::Refusal DriveSession::moveSwitch(const json& command) {
+DriveSession::Outcome DriveSession::moveSwitch(const json& command) {
     auto on = command.find("on");
-    if (on == command.end() || !on->is_boolean()) return "\"on\" takes true or false";
-    std::string error;
-    auto path = findRow(page(), rowOf(command), error);
-    if (!path) return error;
+    if (on == command.end() || !on->is_boolean()) return refusal("\"on\" takes true or false");
+    const auto path = findRow(page(), command);
+    if (!path) return path.error();
     auto cell =
         std::dynamic_pointer_cast<platform::PSTableCell>(tableOfPage(page())->produceCellForRowAtIndexPath(*path));
-    if (!cell || !cell->isSwitch()) return "the row has no switch";
-    if (!cell->userMovedSwitch(on->get<bool>())) return "the row is greyed";
-    return std::nullopt;
+    if (!cell || !cell->isSwitch()) return refusal("the row has no switch");
+    if (!cell->userMovedSwitch(on->get<bool>())) return refusal("the row is greyed");
+    return platform::Done{};
 }
 
-DriveSession::Refusal DriveSession::goBack() {
-    if (_navigation.popViewControllerAnimated(true)) return std::nullopt;
-    return "this is the first page";
+DriveSession::Outcome DriveSession::goBack() {
+    if (_navigation.popViewControllerAnimated(true)) return platform::Done{};
+    return refusal("this is the first page");
 }
 
-DriveSession::Refusal DriveSession::appear() {
+DriveSession::Outcome DriveSession::appear() {
     page().viewWillAppear(false);
-    return std::nullopt;
+    return platform::Done{};
 }
 
-DriveSession::Refusal DriveSession::reload() {
+DriveSession::Outcome DriveSession::reload() {
     auto* list = dynamic_cast<platform::PSListController*>(&page());
-    if (!list) return "the page is no list of rows to reload";
+    if (!list) return refusal("the page is no list of rows to reload");
     list->reloadSpecifiers();
-    return std::nullopt;
+    return platform::Done{};
 }
 
-DriveSession::Refusal DriveSession::touchHeart() {
+DriveSession::Outcome DriveSession::touchHeart() {
     const auto& item = page().navigationItem().rightBarButtonItem();
     auto* button = item ? dynamic_cast<platform::UIButton*>(item->customView().get()) : nullptr;
-    if (!button) return "the page has no right-hand item";
+    if (!button) return refusal("the page has no right-hand item");
     button->sendActionsForControlEvents(platform::UIControlEventTouchUpInside);
-    return std::nullopt;
+    return platform::Done{};
 }
 
-DriveSession::Refusal DriveSession::finishComposer(const json& command) {
+DriveSession::Outcome DriveSession::finishComposer(const json& command) {
     const std::string name = textOf(command, "result");
     const auto result = mailResult(name);
-    if (!result) return "\"result\" takes \"sent\", \"saved\", \"cancelled\" or \"failed\"";
-    if (_navigation.presented().empty()) return "no composer is presented";
+    if (!result) return refusal("\"result\" takes \"sent\", \"saved\", \"cancelled\" or \"failed\"");
+    if (_navigation.presented().empty()) return refusal("no composer is presented");
     const std::shared_ptr<platform::UIViewController> composer = _navigation.presented().back();
     if (auto* mail = dynamic_cast<platform::MFMailComposeViewController*>(composer.get())) {
         mail->finish(*result);
-        return std::nullopt;
+        return platform::Done{};
     }
     auto* post = dynamic_cast<platform::SLComposeViewController*>(composer.get());
-    if (!post) return "what is presented is no composer";
+    if (!post) return refusal("what is presented is no composer");
     const bool sent = *result == platform::MFMailComposeResult::sent;
     if (!sent && *result != platform::MFMailComposeResult::cancelled) {
-        return "a post is \"sent\" or \"cancelled\"; it cannot be '" + name + "'";
+        return refusal("a post is \"sent\" or \"cancelled\"; it cannot be '" + name + "'");
     }
     post->finish(sent ? platform::SLComposeViewControllerResult::done
                       : platform::SLComposeViewControllerResult::cancelled);
-    return std::nullopt;
+    return platform::Done{};
 }
 
 json DriveSession::valueAnswer(const std::string& key) const {
@@ -162,10 +159,10 @@ json DriveSession::valueAnswer(const std::string& key) const {
     return {{"ok", true}, {"kind", kindOf(value)}, {"value", jsonOf(value)}};
 }
 
-json DriveSession::pageAnswer(const Refusal& refusal, bool withViews) {
+json DriveSession::pageAnswer(const Outcome& outcome, bool withViews) {
     // First the page: what producing its cells does is among the same answer's events.
     const PageSnapshot snapshot = PageSnapshot::of(page());
-    json answer = refusal ? refused(*refusal) : json{{"ok", true}};
+    json answer = outcome ? json{{"ok", true}} : refused(outcome.error().reason);
     answer["page"] = pageJson(snapshot);
     if (withViews) answer["view"] = viewTreeJson(page(), snapshot);
     answer["events"] = _events.take();

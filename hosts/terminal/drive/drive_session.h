@@ -3,7 +3,6 @@
 
 #include <memory>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <set>
 #include <string>
 
@@ -11,6 +10,7 @@
 #include "hosts/terminal/drive/event_log.h"
 #include "hosts/terminal/drive/page_recorder.h"
 #include "hosts/terminal/drive/recorders.h"
+#include "platform/foundation/result.h"
 
 namespace hosts::terminal {
 
@@ -28,20 +28,20 @@ public:
     nlohmann::json answer(const std::string& line);
 
 private:
-    /// Why a command could not be carried out; nothing when it was.
-    using Refusal = std::optional<std::string>;
+    /// A problem, with a reason alone, for a command that was not carried out.
+    using Outcome = platform::Result<platform::Done>;
 
-    Refusal carryOut(const nlohmann::json& command);
-    Refusal tap(const nlohmann::json& command);
-    Refusal moveSwitch(const nlohmann::json& command);
-    Refusal goBack();
-    Refusal appear();
-    Refusal reload();
-    Refusal touchHeart();
-    Refusal finishComposer(const nlohmann::json& command);
+    Outcome carryOut(const nlohmann::json& command);
+    Outcome tap(const nlohmann::json& command);
+    Outcome moveSwitch(const nlohmann::json& command);
+    Outcome goBack();
+    Outcome appear();
+    Outcome reload();
+    Outcome touchHeart();
+    Outcome finishComposer(const nlohmann::json& command);
 
     nlohmann::json valueAnswer(const std::string& key) const;
-    nlohmann::json pageAnswer(const Refusal& refusal, bool withViews);
+    nlohmann::json pageAnswer(const Outcome& outcome, bool withViews);
 
     platform::UIViewController& page() const { return *_navigation.topViewController(); }
 

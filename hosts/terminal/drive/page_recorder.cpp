@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/drive/page_recorder.h"
 
-#include "hosts/terminal/drive/attachment_copies.h"
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <optional>
+#include <system_error>
+
 #include "platform/list/list_controller.h"
 #include "platform/services/mail_composer.h"
 #include "platform/services/post_composer.h"
@@ -16,12 +21,29 @@ json rowLabel(const platform::PSSpecifier& row) {
     return row.name();
 }
 
+// Writes a copy into a new folder of its own below $TMPDIR, or /tmp, for whoever drives the program: it
+// is theirs to remove, since they may read it after the program has ended. Nothing when that fails, or
+// when `name` is no plain file name.
+std::optional<std::string> copyAttachment(const std::string& name, const std::string& data) {
+    if (name.empty() || name.find('/') != name.npos || name == "." || name == "..") return std::nullopt;
+    const char* configured = std::getenv("TMPDIR");
+    std::string folder = std::string(configured && *configured ? configured : "/tmp") + "/trivel3-XXXXXX";
+    if (!::mkdtemp(folder.data())) return std::nullopt;
+    std::string path = folder + "/" + name;
+    std::ofstream file(path, std::ios::binary);
+    file << data << std::flush;
+    if (file) return path;
+    std::error_code ignored;
+    std::filesystem::remove_all(folder, ignored);
+    return std::nullopt;
+}
+
 json attachmentJson(const platform::MFMailComposeViewController::Attachment& attachment) {
     json described = {
         {"name", attachment.fileName}, {"type", attachment.mimeType}, {"bytes", nullptr}, {"path", nullptr}};
     if (!attachment.data) return described;
     described["bytes"] = attachment.data->size();
-    if (auto path = AttachmentCopies::write(attachment.fileName, *attachment.data)) described["path"] = *path;
+    if (auto path = copyAttachment(attachment.fileName, *attachment.data)) described["path"] = *path;
     return described;
 }
 

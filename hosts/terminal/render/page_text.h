@@ -4,7 +4,7 @@
 #include <string>
 
 #include "hosts/session/page_snapshot.h"
-#include "hosts/terminal/render/text_style.h"
+#include "hosts/terminal/render/screen_text.h"
 
 namespace hosts::terminal {
 

@@ -9,8 +9,8 @@
 namespace hosts::terminal {
 namespace {
 
-// No character is wider, so that a line always takes one.
-constexpr std::size_t leastWidth = 2;
+// A line always takes one.
+constexpr std::size_t widestCharacter = 2;
 
 std::size_t columnsOf(char32_t code) {
     const int width = ::wcwidth(static_cast<wchar_t>(code));
@@ -28,18 +28,6 @@ std::size_t fittingLength(std::string_view text, std::size_t width) {
         length += character.length;
     }
     return length;
-}
-
-void wrapLine(std::string_view line, std::size_t width, std::vector<std::string>& lines) {
-    while (true) {
-        const std::size_t fitting = fittingLength(line, width);
-        if (fitting == line.size()) break;
-        const std::size_t space = line.rfind(' ', fitting);
-        const bool atSpace = space != line.npos && space > 0;
-        lines.emplace_back(line.substr(0, atSpace ? space : fitting));
-        line.remove_prefix(atSpace ? space + 1 : fitting);
-    }
-    lines.emplace_back(line);
 }
 
 }  // namespace
@@ -65,14 +53,19 @@ std::string shortened(std::string_view text, std::size_t most, std::string_view 
     return std::string(text.substr(0, fittingLength(text, room))).append(ellipsis);
 }
 
-std::vector<std::string> wrapped(std::string_view text, std::size_t width) {
+std::vector<std::string> wrapped(std::string_view line, std::size_t width) {
+    width = std::max(width, widestCharacter);
     std::vector<std::string> lines;
     while (true) {
-        const std::size_t end = text.find('\n');
-        wrapLine(text.substr(0, end), std::max(width, leastWidth), lines);
-        if (end == text.npos) return lines;
-        text.remove_prefix(end + 1);
+        const std::size_t fitting = fittingLength(line, width);
+        if (fitting == line.size()) break;
+        const std::size_t space = line.rfind(' ', fitting);
+        const bool atSpace = space != line.npos && space > 0;
+        lines.emplace_back(line.substr(0, atSpace ? space : fitting));
+        line.remove_prefix(atSpace ? space + 1 : fitting);
     }
+    lines.emplace_back(line);
+    return lines;
 }
 
 }  // namespace hosts::terminal

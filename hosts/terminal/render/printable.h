@@ -21,8 +21,7 @@ std::size_t columns(std::string_view text);
 /// which takes a column for each of its characters.
 std::string shortened(std::string_view text, std::size_t most, std::string_view ellipsis = "…");
 
-/// Lines of at most this many columns, broken at spaces where there are any, and at the text's own
-/// line breaks.
-std::vector<std::string> wrapped(std::string_view text, std::size_t width);
+/// The line as lines of at most this many columns, broken at spaces where there are any.
+std::vector<std::string> wrapped(std::string_view line, std::size_t width);
 
 }  // namespace hosts::terminal

@@ -123,12 +123,11 @@ json jsonOf(const std::optional<Value>& value) {
     return value ? Converter().convert(*value) : json(nullptr);
 }
 
-std::optional<json> faithfulJsonOf(const Value& value, std::string& what) {
+platform::Result<json> faithfulJsonOf(const Value& value) {
     Converter converter;
     json converted = converter.convert(value);
-    if (converter.loss().empty()) return converted;
-    what = converter.loss();
-    return std::nullopt;
+    if (!converter.loss().empty()) return platform::Problem{{}, {}, converter.loss()};
+    return converted;
 }
 
 json kindOf(const std::optional<Value>& value) {

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "hosts/terminal/screen/picture.h"
-#include "hosts/terminal/screen/screen_text.h"
+#include "hosts/terminal/render/picture.h"
+#include "hosts/terminal/render/screen_text.h"
 #include "hosts/terminal/screen/sheet.h"
 
 namespace hosts::terminal::screen {

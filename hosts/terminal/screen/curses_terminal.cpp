@@ -1,15 +1,22 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/screen/curses_terminal.h"
 
+#define NCURSES_NOMACROS 1
+#include <curses.h>
 #include <sys/ioctl.h>
+#include <termcap.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <cwchar>
+#include <iterator>
+#include <utility>
 
-#include "hosts/terminal/screen/curses_input.h"
-#include "hosts/terminal/screen/ink_attributes.h"
-#include "hosts/terminal/screen/last_resort.h"
+#include "hosts/terminal/screen/screen_signals.h"
 
 namespace hosts::terminal::screen {
 namespace {
@@ -18,7 +25,126 @@ namespace {
 // enough for a slow line, little enough not to be felt.
 constexpr int escapeDelay = 50;
 
+enum ColourPair : short { usualPair, goodPair, warningPair, barPair, barKeyPair, selectedPair, fieldPair };
+
+constexpr short terminalsOwn = -1;
+
+// How an ink is drawn. Without colour, boldness and inverse video tell inks apart.
+struct Look {
+    Ink ink;
+    ColourPair pair;
+    attr_t besideColour;
+    attr_t withoutColour;
+};
+
+constexpr Look looks[] = {
+    {Ink::plain, usualPair, A_NORMAL, A_NORMAL},
+    {Ink::strong, usualPair, A_BOLD, A_BOLD},
+    {Ink::faint, usualPair, A_DIM, A_DIM},
+    {Ink::quiet, usualPair, A_DIM, A_DIM},
+    {Ink::good, goodPair, A_NORMAL, A_BOLD},
+    {Ink::warning, warningPair, A_BOLD, A_BOLD},
+    {Ink::bar, barPair, A_NORMAL, A_REVERSE},
+    {Ink::barTitle, barPair, A_BOLD, A_REVERSE | A_BOLD},
+    {Ink::barKey, barKeyPair, A_BOLD, A_REVERSE | A_BOLD},
+    {Ink::field, fieldPair, A_NORMAL, A_UNDERLINE},
+    {Ink::button, usualPair, A_NORMAL, A_NORMAL},
+    {Ink::focusedButton, selectedPair, A_NORMAL, A_REVERSE},
+    {Ink::scroll, usualPair, A_BOLD, A_BOLD},
+    {Ink::scrollTrack, usualPair, A_DIM, A_DIM},
+};
+
+attr_t coloured(ColourPair pair, attr_t more) {
+    return static_cast<attr_t>(COLOR_PAIR(pair)) | more;
+}
+
+void startColours() {
+    ::start_color();
+    ::use_default_colors();
+    ::init_pair(goodPair, COLOR_GREEN, terminalsOwn);
+    ::init_pair(warningPair, COLOR_RED, terminalsOwn);
+    ::init_pair(barPair, COLOR_WHITE, COLOR_BLUE);
+    ::init_pair(barKeyPair, COLOR_YELLOW, COLOR_BLUE);
+    ::init_pair(selectedPair, COLOR_BLACK, COLOR_CYAN);
+    ::init_pair(fieldPair, COLOR_BLACK, COLOR_WHITE);
+}
+
+attr_t attributesOf(Ink ink, bool isSelected, bool colour) {
+    const Look& look = *std::ranges::find(looks, ink, &Look::ink);
+    const bool isBesideRow = ink == Ink::scroll || ink == Ink::scrollTrack;
+    if (!isSelected || isBesideRow) return colour ? coloured(look.pair, look.besideColour) : look.withoutColour;
+    // Without boldness: many terminals draw bold black in grey.
+    if (colour) return coloured(selectedPair, A_NORMAL);
+    return A_REVERSE | (ink == Ink::faint || ink == Ink::quiet ? A_NORMAL : A_BOLD);
+}
+
+Event keyEvent(Key key) {
+    Event event;
+    event.key = key;
+    return event;
+}
+
+Event decodeMouse() {
+    MEVENT mouse;
+    if (::getmouse(&mouse) != OK || mouse.x < 0 || mouse.y < 0) return {};
+    Event event;
+    event.line = static_cast<std::size_t>(mouse.y);
+    event.column = static_cast<std::size_t>(mouse.x);
+    if (mouse.bstate & (BUTTON1_PRESSED | BUTTON1_CLICKED)) event.key = Key::click;
+    if (mouse.bstate & BUTTON4_PRESSED) event.key = Key::wheelUp;
+    if (mouse.bstate & BUTTON5_PRESSED) event.key = Key::wheelDown;
+    return event;
+}
+
+constexpr std::pair<wint_t, Key> functionKeys[] = {
+    {KEY_UP, Key::up},        {KEY_DOWN, Key::down},           {KEY_LEFT, Key::left},        {KEY_RIGHT, Key::right},
+    {KEY_PPAGE, Key::pageUp}, {KEY_NPAGE, Key::pageDown},      {KEY_HOME, Key::home},        {KEY_END, Key::end},
+    {KEY_ENTER, Key::enter},  {KEY_BACKSPACE, Key::backspace}, {KEY_DC, Key::deleteForward}, {KEY_BTAB, Key::backTab},
+};
+
+Event decodeFunctionKey(wint_t key) {
+    if (key == KEY_MOUSE) return decodeMouse();
+    const auto found = std::ranges::find(functionKeys, key, &std::pair<wint_t, Key>::first);
+    return keyEvent(found == std::end(functionKeys) ? Key::none : found->second);
+}
+
+// In UTF-8, or nothing in a locale that is not UTF-8 and for a character beyond ASCII.
+Event decodeCharacter(wint_t character) {
+    Event event;
+    std::array<char, MB_LEN_MAX> bytes;
+    std::mbstate_t state{};
+    const std::size_t length = std::wcrtomb(bytes.data(), static_cast<wchar_t>(character), &state);
+    const bool isAscii = character < 0x80;
+    if (length == static_cast<std::size_t>(-1) || (!isAscii && length < 2)) return event;
+    event.key = Key::character;
+    event.character.assign(bytes.data(), length);
+    return event;
+}
+
+// `status` is what `wget_wch` gave. The key is `none` for what this program has no use for.
+Event decodeKey(int status, wint_t key) {
+    constexpr wint_t escape = 0x1B;
+    constexpr wint_t erase = 0x7F;
+    constexpr wint_t firstPrintable = 0x20;
+    if (status == KEY_CODE_YES) return decodeFunctionKey(key);
+    if (key == '\r' || key == '\n') return keyEvent(Key::enter);
+    if (key == '\t') return keyEvent(Key::tab);
+    if (key == escape) return keyEvent(Key::escape);
+    if (key == erase || key == '\b') return keyEvent(Key::backspace);
+    const bool isControl = key < firstPrintable || (key > erase && key < 0xA0);
+    return isControl ? Event{} : decodeCharacter(key);
+}
+
 }  // namespace
+
+platform::Result<platform::Done> canShowScreen() {
+    const char* const name = std::getenv("TERM");
+    if (!name || !*name) return platform::Problem{{}, {}, "TERM is not set"};
+    const std::string terminal = "the terminal TERM=" + std::string(name);
+    if (::tgetent(nullptr, name) != 1) return platform::Problem{{}, {}, "nothing is known of " + terminal};
+    if (!::tgetstr("cm", nullptr)) return platform::Problem{{}, {}, terminal + " cannot show a screen"};
+    return platform::Done{};
+}
 
 class CursesTerminal::State {
 public:
@@ -71,18 +197,11 @@ CursesTerminal::CursesTerminal(std::unique_ptr<State> state) : _state(std::move(
 
 CursesTerminal::~CursesTerminal() = default;
 
-std::unique_ptr<CursesTerminal> CursesTerminal::open(bool wantsColour, std::string& error) {
+platform::Result<std::unique_ptr<CursesTerminal>> CursesTerminal::open(bool wantsColour) {
     auto state = std::make_unique<State>();
-    if (!state->open()) {
-        error = "the terminal cannot be opened";
-        return nullptr;
-    }
+    if (!state->open()) return platform::Problem{{}, {}, "the terminal cannot be opened"};
     state->setUp(wantsColour);
     return std::unique_ptr<CursesTerminal>(new CursesTerminal(std::move(state)));
-}
-
-bool CursesTerminal::hasColour() const {
-    return _state->colour;
 }
 
 Size CursesTerminal::size() const {

@@ -3,24 +3,26 @@
 
 #include <memory>
 #include <optional>
-#include <string>
 
+#include "hosts/terminal/render/picture.h"
 #include "hosts/terminal/screen/event.h"
-#include "hosts/terminal/screen/picture.h"
+#include "platform/foundation/result.h"
 
 namespace hosts::terminal::screen {
+
+/// Whether the terminal on standard output is of a kind that can show a screen. Asked first, since
+/// curses would write without being able to place anything.
+platform::Result<platform::Done> canShowScreen();
 
 /// The terminal on standard input and output, as a screen. It is put back as it was when the object
 /// goes. One at a time; for one thread.
 class CursesTerminal {
 public:
-    /// Null, with one line in `error`, when that does not work.
-    static std::unique_ptr<CursesTerminal> open(bool wantsColour, std::string& error);
+    static platform::Result<std::unique_ptr<CursesTerminal>> open(bool wantsColour);
     CursesTerminal(const CursesTerminal&) = delete;
     CursesTerminal& operator=(const CursesTerminal&) = delete;
     ~CursesTerminal();
 
-    bool hasColour() const;
     Size size() const;
 
     /// Brings the terminal to show the picture, with as few characters as it takes.

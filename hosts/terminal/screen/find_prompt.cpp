@@ -2,17 +2,45 @@
 #include "hosts/terminal/screen/find_prompt.h"
 
 #include <algorithm>
+#include <cwctype>
+#include <iterator>
 
+#include "hosts/session/row_finder.h"
 #include "hosts/terminal/render/printable.h"
-#include "hosts/terminal/screen/row_search.h"
+#include "platform/foundation/utf8.h"
 
 namespace hosts::terminal::screen {
 namespace {
 
-constexpr std::string_view label = " Find: ";
-constexpr std::string_view missing = " no such row ";
+constexpr std::string_view promptLabel = " Find: ";
+constexpr std::string_view noSuchRow = " no such row ";
+
+std::wstring inSmallLetters(std::string_view text) {
+    std::wstring small;
+    while (!text.empty()) {
+        const platform::Utf8Character letter = platform::firstUtf8Character(text);
+        small += static_cast<wchar_t>(std::towlower(static_cast<std::wint_t>(letter.code)));
+        text.remove_prefix(letter.length);
+    }
+    return small;
+}
 
 }  // namespace
+
+std::optional<platform::NSIndexPath> searchRow(platform::UIViewController& page, std::string_view text,
+                                               platform::NSIndexPath start, SearchFrom from) {
+    const std::vector<RowPlace> rows = rowPlaces(page);
+    if (rows.empty() || text.empty()) return std::nullopt;
+    const std::wstring wanted = inSmallLetters(text);
+    const auto found = std::ranges::find(rows, start, &RowPlace::path);
+    const std::size_t count = rows.size();
+    const auto origin = static_cast<std::size_t>(std::distance(rows.begin(), found)) % count;
+    for (std::size_t step = from == SearchFrom::here ? 0 : 1; step <= count; ++step) {
+        const RowPlace& row = rows[(from == SearchFrom::before ? origin + count - step : origin + step) % count];
+        if (inSmallLetters(row.label).find(wanted) != std::wstring::npos) return row.path;
+    }
+    return std::nullopt;
+}
 
 void FindPrompt::open(const PageView& view) {
     _isOpen = true;
@@ -61,8 +89,8 @@ bool FindPrompt::repeat(PageView& view, bool upwards) const {
 }
 
 Picture FindPrompt::compose(std::size_t width, const ScreenText& text) const {
-    const std::string note(_isFound ? std::string_view() : missing);
-    const std::size_t room = width - columns(label) - columns(note) - 1;
+    const std::string note(_isFound ? std::string_view() : noSuchRow);
+    const std::size_t room = width - columns(promptLabel) - columns(note) - 1;
     std::string before;
     for (std::size_t i = 0; i < _editor.caret(); ++i)
         before += text.plain(_editor.characters()[i]);
@@ -76,11 +104,11 @@ Picture FindPrompt::compose(std::size_t width, const ScreenText& text) const {
     typed = shortened(typed, room, "");
     Picture picture;
     Line& line = picture.lines.emplace_back();
-    line.add(std::string(label), Ink::barKey);
+    line.add(std::string(promptLabel), Ink::barKey);
     line.add(typed, Ink::bar);
     line.addSpaces(room + 1 - columns(typed), Ink::bar);
     line.add(note, Ink::warning);
-    picture.caret = Caret{0, columns(label) + columns(before)};
+    picture.caret = Caret{0, columns(promptLabel) + columns(before)};
     return picture;
 }
 

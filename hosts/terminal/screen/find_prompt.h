@@ -3,12 +3,21 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
-#include "hosts/terminal/screen/line_editor.h"
+#include "hosts/terminal/render/picture.h"
+#include "hosts/terminal/screen/controls.h"
 #include "hosts/terminal/screen/page_view.h"
-#include "hosts/terminal/screen/picture.h"
 
 namespace hosts::terminal::screen {
+
+enum class SearchFrom { here, next, before };
+
+/// The row whose label holds the text, in small or capital letters: the nearest one from the row at
+/// `start` on (`here`: that row itself can be the one), downwards or, for `before`, upwards, and round
+/// the page's end. Nothing when no row's label does.
+std::optional<platform::NSIndexPath> searchRow(platform::UIViewController& page, std::string_view text,
+                                               platform::NSIndexPath start, SearchFrom from);
 
 /// Finds rows by their labels: a line to type in, whose text the cursor follows as it is typed.
 class FindPrompt {

@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "hosts/terminal/screen/screen_text.h"
+#include "hosts/terminal/render/screen_text.h"
 #include "hosts/terminal/screen/sheet.h"
 
 namespace hosts::terminal::screen {

@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "hosts/terminal/screen/row_lines.h"
 #include "platform/list/list_controller.h"
 
 namespace hosts::terminal::screen {
@@ -16,7 +15,7 @@ constexpr std::size_t scrollBarWidth = 2;
 // after one more look; a page that does not is shown as it is then.
 constexpr int mostLooks = 3;
 
-using Kind = PageLayout::PageLine::Kind;
+using LineKind = PageLayout::PageLine::Kind;
 
 std::size_t moved(std::size_t from, std::ptrdiff_t by, std::size_t most) {
     const auto position = static_cast<std::ptrdiff_t>(from) + by;
@@ -81,8 +80,8 @@ std::vector<Line> PageView::composeLines() {
     const std::size_t end = std::min(_top + _size.height, _layout.lineCount());
     for (std::size_t number = _top; number < end; ++number) {
         const PageLayout::PageLine& line = _layout.line(number);
-        if (line.kind != Kind::row) {
-            lines.push_back(composeText(line));
+        if (line.kind != LineKind::row) {
+            lines.push_back(_layout.textOf(line));
             continue;
         }
         if (drawnRow != line.index) drawn = composeRow(line.index);
@@ -96,17 +95,14 @@ std::vector<Line> PageView::composeLines() {
 std::vector<Line> PageView::composeRow(std::size_t row) {
     const PageLayout::Row& laid = _layout.row(row);
     const RowSnapshot shown = RowSnapshot::of(laid.path, produce(row));
-    return rowLines(shown, row == _cursor, {contentWidth(), laid.height}, _text);
-}
-
-Line PageView::composeText(const PageLayout::PageLine& line) const {
-    if (line.kind == Kind::blank) return {};
-    const std::string& text = _layout.textOf(line);
-    if (line.kind == Kind::pageName) return centred(text, Ink::strong, contentWidth());
-    if (line.kind == Kind::pageDetail) return centred(text, Ink::faint, contentWidth());
-    Line drawn;
-    drawn.add(text, line.kind == Kind::groupTitle ? Ink::strong : Ink::faint);
-    return drawn;
+    const bool isSelected = row == _cursor;
+    std::vector<Line> lines = rowLines(shown, isSelected, {contentWidth() - 1, laid.height}, _text);
+    lines.resize(laid.height);
+    for (Line& line : lines) {
+        line.selected = isSelected;
+        line.addSpaces(contentWidth() - line.columns());
+    }
+    return lines;
 }
 
 void PageView::addScrollBar(std::vector<Line>& lines) const {
@@ -168,7 +164,7 @@ std::optional<platform::NSIndexPath> PageView::cursor() const {
 
 std::optional<platform::NSIndexPath> PageView::rowOnLine(std::size_t line) const {
     const std::size_t number = _top + line;
-    if (number >= _layout.lineCount() || _layout.line(number).kind != Kind::row) return std::nullopt;
+    if (number >= _layout.lineCount() || _layout.line(number).kind != LineKind::row) return std::nullopt;
     return _layout.row(_layout.line(number).index).path;
 }
 

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "hosts/session/page_snapshot.h"
-#include "hosts/terminal/screen/page_layout.h"
-#include "hosts/terminal/screen/picture.h"
-#include "hosts/terminal/screen/screen_text.h"
+#include "hosts/terminal/render/page_layout.h"
+#include "hosts/terminal/render/picture.h"
+#include "hosts/terminal/render/screen_text.h"
 #include "platform/list/specifier.h"
 #include "platform/ui/view_controller.h"
 
@@ -71,7 +71,6 @@ private:
     void releaseUnseenCells();
     std::vector<Line> composeLines();
     std::vector<Line> composeRow(std::size_t row);
-    Line composeText(const PageLayout::PageLine& line) const;
     void addScrollBar(std::vector<Line>& lines) const;
     std::size_t contentWidth() const;
     std::size_t lastTop() const;

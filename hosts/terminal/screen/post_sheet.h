@@ -4,10 +4,8 @@
 #include <memory>
 
 #include "hosts/session/composer_outcome.h"
-#include "hosts/terminal/screen/button_row.h"
-#include "hosts/terminal/screen/line_editor.h"
-#include "hosts/terminal/screen/notices.h"
-#include "hosts/terminal/screen/screen_text.h"
+#include "hosts/terminal/render/screen_text.h"
+#include "hosts/terminal/screen/controls.h"
 #include "hosts/terminal/screen/sheet.h"
 
 namespace hosts::terminal::screen {

@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
+#include "hosts/terminal/render/screen_text.h"
 #include "hosts/terminal/screen/page_view.h"
-#include "hosts/terminal/screen/screen_text.h"
 #include "hosts/terminal/screen/sheet.h"
 #include "platform/list/table_host.h"
 #include "platform/ui/navigation_controller.h"

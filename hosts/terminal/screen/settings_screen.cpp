@@ -41,7 +41,7 @@ bool NoticingApplication::openURL(std::string_view url) {
     return opened.has_value();
 }
 
-SettingsScreen::SettingsScreen(OpenedPhone& phone, const Style& style)
+SettingsScreen::SettingsScreen(OpenedPhone& phone, const TextStyle& style)
     : _text(style),
       _phone(phone),
       _services(phone),

@@ -8,13 +8,13 @@
 #include <vector>
 
 #include "hosts/session/settings_session.h"
+#include "hosts/terminal/render/picture.h"
+#include "hosts/terminal/render/screen_text.h"
 #include "hosts/terminal/screen/bars.h"
 #include "hosts/terminal/screen/event.h"
 #include "hosts/terminal/screen/find_prompt.h"
-#include "hosts/terminal/screen/notices.h"
-#include "hosts/terminal/screen/picture.h"
 #include "hosts/terminal/screen/screen_host.h"
-#include "hosts/terminal/screen/screen_text.h"
+#include "hosts/terminal/screen/sheet.h"
 #include "platform/ui/navigation_controller.h"
 
 namespace hosts::terminal::screen {
@@ -38,7 +38,7 @@ public:
     static constexpr Size leastSize{40, 12};
 
     /// `phone` outlives the object.
-    SettingsScreen(OpenedPhone& phone, const Style& style);
+    SettingsScreen(OpenedPhone& phone, const TextStyle& style);
 
     /// Loads the pane and opens its root page.
     platform::Result<platform::Done> start();

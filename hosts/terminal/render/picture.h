@@ -8,7 +8,7 @@
 #include <vector>
 
 /// What a terminal shows, without saying how it is painted.
-namespace hosts::terminal::screen {
+namespace hosts::terminal {
 
 /// In columns and lines.
 struct Size {
@@ -21,7 +21,8 @@ struct Size {
 enum class Ink {
     plain,
     strong,
-    faint,    ///< greyed rows, footers, what is off
+    faint,    ///< greyed rows, footers
+    quiet,    ///< what is off, and what leads on: fainter than its label where a terminal is a screen
     good,     ///< checkmarks, what is on
     warning,  ///< what did not work
     bar,      ///< the title bar and the key line
@@ -47,6 +48,8 @@ struct Line {
     /// The row that keys act on.
     bool selected = false;
 
+    /// Text of one ink, so many blanks from the left.
+    static Line of(std::size_t blanks, std::string text, Ink ink);
     void add(std::string text, Ink ink = Ink::plain);
     void addSpaces(std::size_t count, Ink ink = Ink::plain);
     std::size_t columns() const;
@@ -69,7 +72,4 @@ struct Picture {
     void add(std::string text, Ink ink = Ink::plain);
 };
 
-/// The text in the middle of `width` columns; from the left edge when it does not fit.
-Line centred(std::string text, Ink ink, std::size_t width);
-
-}  // namespace hosts::terminal::screen
+}  // namespace hosts::terminal

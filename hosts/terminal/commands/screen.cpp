@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/terminal/screen/run_screen.h"
-
 #include <unistd.h>
 
 #include "hosts/session/exit_status.h"
@@ -10,7 +8,6 @@
 #include "hosts/terminal/screen/event_loop.h"
 #include "hosts/terminal/screen/screen_signals.h"
 #include "hosts/terminal/screen/settings_screen.h"
-#include "hosts/terminal/screen/terminal_kind.h"
 
 namespace hosts::terminal {
 namespace {
@@ -29,8 +26,7 @@ int runScreen(OpenedPhone& context) {
     if (::isatty(STDIN_FILENO) != 1 || ::isatty(STDOUT_FILENO) != 1) {
         return showInstead(context, "no terminal for the interactive screen");
     }
-    std::string error;
-    if (!canShowScreen(error)) return showInstead(context, error);
+    if (const auto possible = canShowScreen(); !possible) return showInstead(context, possible.error().reason);
     const TextStyle style = styleForStandardOutput();
     SettingsScreen screen(context, {style.colour, style.unicode});
     const auto started = screen.start();
@@ -39,9 +35,9 @@ int runScreen(OpenedPhone& context) {
     // Written by the terminal's end, after it has been put back.
     const Outcomes::Hold held(*context.outcomes);
     ScreenSignals signals;
-    const auto terminal = CursesTerminal::open(style.colour, error);
-    if (!terminal) return fail(failed, error);
-    EventLoop({screen, *terminal, signals, *events}).run();
+    const auto terminal = CursesTerminal::open(style.colour);
+    if (!terminal) return fail(failed, terminal.error());
+    EventLoop({screen, **terminal, signals, *events}).run();
     return done;
 }
 

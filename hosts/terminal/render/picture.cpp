@@ -1,9 +1,16 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/terminal/screen/picture.h"
+#include "hosts/terminal/render/picture.h"
 
 #include "hosts/terminal/render/printable.h"
 
-namespace hosts::terminal::screen {
+namespace hosts::terminal {
+
+Line Line::of(std::size_t blanks, std::string text, Ink ink) {
+    Line line;
+    line.addSpaces(blanks);
+    line.add(std::move(text), ink);
+    return line;
+}
 
 void Line::add(std::string text, Ink ink) {
     if (!text.empty()) spans.push_back({std::move(text), ink});
@@ -31,12 +38,4 @@ void Picture::add(std::string text, Ink ink) {
     lines.emplace_back().add(std::move(text), ink);
 }
 
-Line centred(std::string text, Ink ink, std::size_t width) {
-    const std::size_t taken = terminal::columns(text);
-    Line line;
-    line.addSpaces(width > taken ? (width - taken) / 2 : 0, ink);
-    line.add(std::move(text), ink);
-    return line;
-}
-
-}  // namespace hosts::terminal::screen
+}  // namespace hosts::terminal
