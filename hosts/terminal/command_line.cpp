@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "hosts/session/nearest_spelling.h"
 #include "hosts/terminal/commands/commands.h"
-#include "hosts/terminal/commands/nearest_spelling.h"
 #include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/screen/run_screen.h"

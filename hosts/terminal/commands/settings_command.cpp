@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "hosts/terminal/commands/nearest_spelling.h"
+#include "hosts/session/nearest_spelling.h"
 #include "hosts/terminal/render/printable.h"
 #include "platform/foundation/property_list.h"
 

@@ -3,8 +3,8 @@
 #include "hosts/session/quiet_services.h"
 #include "hosts/session/scratch_file_system.h"
 #include "hosts/session/settings_session.h"
+#include "hosts/session/title_path.h"
 #include "hosts/terminal/commands/commands.h"
-#include "hosts/terminal/commands/title_path.h"
 #include "hosts/terminal/exit_status.h"
 #include "hosts/terminal/render/page_json.h"
 #include "hosts/terminal/render/page_text.h"
@@ -42,7 +42,8 @@ int runShow(ProgramContext& context, const ShowOptions& options) {
     StillScreen screen;
     platform::UINavigationController navigation(screen);
     navigation.pushViewController_animated(std::move(root), false);
-    if (!followTitlePath(navigation, options.page, error)) return fail(failed, error);
+    const auto followed = followTitlePath(navigation, options.page);
+    if (!followed) return fail(failed, followed.error().text());
 
     platform::UIViewController& page = *navigation.topViewController();
     const PageSnapshot snapshot = PageSnapshot::of(page);
