@@ -11,18 +11,6 @@ json orNull(const std::optional<T>& value) {
     return value ? json(*value) : json(nullptr);
 }
 
-const char* kindName(RowSnapshot::Kind kind) {
-    switch (kind) {
-        case RowSnapshot::Kind::switchRow:
-            return "switch";
-        case RowSnapshot::Kind::link:
-            return "link";
-        case RowSnapshot::Kind::item:
-            break;
-    }
-    return "item";
-}
-
 // An image of the bundle goes by its name; an application's icon has none to tell.
 json iconJson(const RowSnapshot& row) {
     if (!row.icon) return false;
