@@ -15,7 +15,10 @@ bool DesktopSession::open(QSize size, std::string& error) {
     auto root = _session.makeRootPage(error);
     if (!root) return false;
     _window = std::make_unique<SettingsWindow>(_navigation);
-    if (!_window->load(size, error)) return false;
+    if (const auto loaded = _window->load(size); !loaded) {
+        error = loaded.error().text();
+        return false;
+    }
     _window->view().setTitle(QString::fromStdString(root->title()));
     _navigation.open(std::move(root));
     return true;

@@ -9,14 +9,12 @@
 #include <algorithm>
 #include <cmath>
 
-#include "hosts/desktop/drawing/fonts.h"
+#include "hosts/desktop/drawing/qt_values.h"
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/desktop/program/desktop_taste.h"
 #include "hosts/desktop/program/exit_status.h"
-#include "hosts/desktop/program/folder_key.h"
 #include "hosts/desktop/program/live_services.h"
 #include "hosts/desktop/program/options.h"
-#include "hosts/desktop/program/renderer.h"
 #include "hosts/desktop/program/screenshots.h"
 #include "hosts/desktop/program/single_instance.h"
 #include "hosts/desktop/program/window_memory.h"
