@@ -85,8 +85,7 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
               platform::SkipListener* skips) {
     const QString key = folderKey(phone.folder);
     SingleInstance instance(key);
-    if (instance.wakeOther()) return leaveToOpenWindow(options);
-    instance.claim();
+    if (!instance.claim()) return leaveToOpenWindow(options);
 
     DesktopTaste taste;
     LiveServices services(phone, skips);
