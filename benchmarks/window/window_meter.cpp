@@ -16,7 +16,7 @@
 
 #include "benchmarks/window/first_frame.h"
 #include "benchmarks/window/metered_window.h"
-#include "hosts/desktop/drawing/fonts.h"
+#include "hosts/desktop/drawing/qt_values.h"
 
 namespace benchmarks {
 namespace {

@@ -7,11 +7,10 @@
 namespace hosts {
 namespace {
 
-// How a cell of a page's own is named.
-std::string firstText(const platform::UIView& view) {
-    const std::vector<std::string> texts = textsIn(view);
-    return texts.empty() ? std::string() : texts.front();
-}
+// Under these names a choice row says in its user info which setting it changes, and to what. They are part
+// of what a page shows: other programs read them too.
+constexpr const char* choiceKey = "identifier";
+constexpr const char* choiceValue = "value";
 
 void collectTexts(const platform::UIView& view, std::vector<std::string>& texts) {
     if (auto* label = dynamic_cast<const platform::UILabel*>(&view)) {
@@ -29,38 +28,13 @@ std::shared_ptr<const platform::UIImage> firstImage(const platform::UIView& view
     return nullptr;
 }
 
-RowSnapshot::Kind rowKind(platform::PSCellType type) {
-    switch (type) {
-        case platform::PSCellType::switchCell:
-            return RowSnapshot::Kind::switchRow;
-        case platform::PSCellType::link:
-            return RowSnapshot::Kind::link;
-        case platform::PSCellType::group:
-        case platform::PSCellType::listItem:
-            break;
-    }
-    return RowSnapshot::Kind::item;
-}
-
 void describeChoice(RowSnapshot& row, const platform::PSSpecifier& specifier) {
     const platform::Dictionary* info = specifier.userInfo() ? specifier.userInfo()->dictionary() : nullptr;
     if (!info) return;
-    const platform::Value* key = info->find("identifier");
-    const platform::Value* value = info->find("value");
+    const platform::Value* key = info->find(choiceKey);
+    const platform::Value* value = info->find(choiceValue);
     if (key && key->string()) row.key = *key->string();
     if (value && value->integer()) row.value = platform::integerValue(*value);
-}
-
-void describeListRow(RowSnapshot& row, const platform::PSTableCell& cell) {
-    const platform::PSSpecifier& specifier = *cell.specifier();
-    row.label = specifier.name();
-    row.kind = rowKind(specifier.cellType());
-    row.identifier = specifier.identifier();
-    row.enabled = cell.isCellEnabled();
-    row.checked = cell.isChecked();
-    if (cell.isSwitch()) row.on = cell.isOn();
-    row.icon = cell.imageView()->image;
-    describeChoice(row, specifier);
 }
 
 SectionSnapshot describeSection(platform::UITableView& table, std::size_t section) {
@@ -79,22 +53,66 @@ SectionSnapshot describeSection(platform::UITableView& table, std::size_t sectio
 
 }  // namespace
 
+RowLook::Kind rowKind(const platform::PSSpecifier& row) {
+    switch (row.cellType()) {
+        case platform::PSCellType::switchCell:
+            return RowLook::Kind::switchRow;
+        case platform::PSCellType::link:
+            return RowLook::Kind::link;
+        case platform::PSCellType::group:
+        case platform::PSCellType::listItem:
+            break;
+    }
+    return RowLook::Kind::item;
+}
+
+const char* kindName(RowLook::Kind kind) {
+    switch (kind) {
+        case RowLook::Kind::switchRow:
+            return "switch";
+        case RowLook::Kind::link:
+            return "link";
+        case RowLook::Kind::item:
+            break;
+    }
+    return "item";
+}
+
+RowLook RowLook::of(const platform::UITableViewCell& cell) {
+    RowLook look;
+    look.details = textsIn(cell);
+    if (!look.details.empty()) {
+        look.label = std::move(look.details.front());
+        look.details.erase(look.details.begin());
+    }
+    look.icon = firstImage(cell);
+    look.accessory = cell.accessoryType;
+    look.labelInset = cell.textLabel()->frame().x;
+    look.accessoryWidth = cell.accessoryWidth();
+    look.height = cell.frame().height;
+    if (auto* listCell = dynamic_cast<const platform::PSTableCell*>(&cell)) {
+        look.kind = rowKind(*listCell->specifier());
+        look.enabled = listCell->isCellEnabled();
+        look.checked = listCell->isChecked();
+        if (listCell->isSwitch()) look.on = listCell->isOn();
+    }
+    return look;
+}
+
+bool RowLook::leadsOn() const {
+    return kind == Kind::link || accessory == platform::UITableViewCellAccessoryType::disclosureIndicator;
+}
+
 RowSnapshot RowSnapshot::of(platform::NSIndexPath path, std::shared_ptr<platform::UITableViewCell> cell) {
     RowSnapshot row;
     row.path = path;
+    if (cell) static_cast<RowLook&>(row) = RowLook::of(*cell);
     if (auto* listCell = dynamic_cast<const platform::PSTableCell*>(cell.get())) {
-        describeListRow(row, *listCell);
-    } else if (cell) {
-        row.label = firstText(*cell);
-        row.icon = firstImage(*cell);
+        row.identifier = listCell->specifier()->identifier();
+        describeChoice(row, *listCell->specifier());
     }
     row.cell = std::move(cell);
     return row;
-}
-
-bool RowSnapshot::leadsOn() const {
-    return kind == Kind::link ||
-           (cell && cell->accessoryType == platform::UITableViewCellAccessoryType::disclosureIndicator);
 }
 
 std::vector<std::string> textsIn(const platform::UIView& view) {

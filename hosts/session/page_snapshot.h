@@ -7,33 +7,55 @@
 #include <string>
 #include <vector>
 
+#include "platform/list/specifier.h"
 #include "platform/ui/index_path.h"
 #include "platform/ui/table_view.h"
 #include "platform/ui/view_controller.h"
 
 namespace hosts {
 
-/// A row as it stands on the screen.
-struct RowSnapshot {
+/// What a row's cell shows at a time, whoever draws it.
+struct RowLook {
     enum class Kind { switchRow, link, item };
 
-    platform::NSIndexPath path;
+    /// What the row is called: the first text of its cell.
     std::string label;
+    /// The further texts, which only a cell of a page's own making has.
+    std::vector<std::string> details;
     Kind kind = Kind::item;
-    std::optional<std::string> identifier;
-    /// A choice row's settings key and the number that it stands for.
-    std::optional<std::string> key;
-    std::optional<std::int64_t> value;
+    std::shared_ptr<const platform::UIImage> icon;
     bool enabled = true;
+    /// The state that the cell was last given with `setChecked:`.
     bool checked = false;
     /// A switch's state.
     std::optional<bool> on;
-    std::shared_ptr<const platform::UIImage> icon;
-    std::shared_ptr<platform::UITableViewCell> cell;
+    platform::UITableViewCellAccessoryType accessory = platform::UITableViewCellAccessoryType::none;
+    /// In points: from the left edge to the label, from the label's end to the right edge, and the height.
+    double labelInset = 0;
+    double accessoryWidth = 0;
+    double height = 0;
+
+    bool operator==(const RowLook&) const = default;
 
     /// Whether the row says that it opens something: a link, or a cell of a page's own making that
     /// bears the same arrow.
     bool leadsOn() const;
+
+    static RowLook of(const platform::UITableViewCell& cell);
+};
+
+RowLook::Kind rowKind(const platform::PSSpecifier& row);
+/// "switch", "link" or "item".
+const char* kindName(RowLook::Kind kind);
+
+/// A row as it stands on the screen.
+struct RowSnapshot : RowLook {
+    platform::NSIndexPath path;
+    std::optional<std::string> identifier;
+    /// A choice row's settings key and the number that it stands for.
+    std::optional<std::string> key;
+    std::optional<std::int64_t> value;
+    std::shared_ptr<platform::UITableViewCell> cell;
 
     /// What the cell of the row at this path shows; a null cell shows nothing.
     static RowSnapshot of(platform::NSIndexPath path, std::shared_ptr<platform::UITableViewCell> cell);

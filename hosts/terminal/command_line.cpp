@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "hosts/session/exit_status.h"
+#include "hosts/session/nearest_spelling.h"
 #include "hosts/terminal/commands/commands.h"
-#include "hosts/terminal/commands/nearest_spelling.h"
 #include "hosts/terminal/render/printable.h"
 
 namespace hosts::terminal {

@@ -4,8 +4,8 @@
 namespace platform {
 namespace {
 
-// A switch is 51 points wide and keeps the platform's margin on both sides.
-constexpr double switchAccessoryWidth = 51 + 15 + 8;
+// The platform's margin to the right of the switch, and this much between it and the label.
+constexpr double switchGap = 8;
 
 UITableViewCellAccessoryType restingAccessory(const PSSpecifier& specifier) {
     return specifier.cellType() == PSCellType::link ? UITableViewCellAccessoryType::disclosureIndicator
@@ -40,7 +40,7 @@ bool PSTableCell::userMovedSwitch(bool on) {
 }
 
 double PSTableCell::accessoryWidth() const {
-    return isSwitch() ? switchAccessoryWidth : UITableViewCell::accessoryWidth();
+    return isSwitch() ? switchWidth + margin + switchGap : UITableViewCell::accessoryWidth();
 }
 
 }  // namespace platform

@@ -12,6 +12,9 @@ namespace platform {
 /// switch's state change while it is on the screen.
 class PSTableCell : public UITableViewCell {
 public:
+    /// Of a switch, in points.
+    static constexpr double switchWidth = 51;
+
     explicit PSTableCell(std::shared_ptr<PSSpecifier> specifier);
     const char* className() const override { return "PSTableCell"; }
 
@@ -35,7 +38,6 @@ public:
     /// False, with nothing done, when the cell is greyed or no switch.
     bool userMovedSwitch(bool on);
 
-protected:
     double accessoryWidth() const override;
 
 private:

@@ -5,7 +5,6 @@ namespace platform {
 namespace {
 
 // The platform's own measures, in points.
-constexpr double margin = 15;
 constexpr double disclosureWidth = 33;
 constexpr double checkmarkWidth = 39;
 constexpr double detailFontSize = 12;

@@ -17,6 +17,9 @@ enum class UITableViewCellAccessoryType { none = 0, disclosureIndicator = 1, che
 /// to its right.
 class UITableViewCell : public UIView {
 public:
+    /// Between the cell's edges and what stands in it, in points.
+    static constexpr double margin = 15;
+
     UITableViewCell(UITableViewCellStyle style, std::string reuseIdentifier);
     const char* className() const override { return "UITableViewCell"; }
 
@@ -34,7 +37,6 @@ public:
 
     void layoutSubviews() override;
 
-protected:
     /// How much of the cell's width the accessory takes, in points.
     virtual double accessoryWidth() const;
 

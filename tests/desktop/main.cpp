@@ -5,7 +5,7 @@
 #include <QGuiApplication>
 #include <QStandardPaths>
 
-#include "hosts/desktop/drawing/fonts.h"
+#include "hosts/desktop/drawing/qt_values.h"
 #include "tests/desktop/noted_warnings.h"
 
 int main(int argumentCount, char** arguments) {

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <signal.h>
+
 #include <QDir>
 #include <QFile>
 #include <QTest>
@@ -189,6 +191,27 @@ TEST_F(RealEvents, openWindowTakesNoOtherOptionsAndSaysSo) {
     EXPECT_EQ(second.status, 1);
     EXPECT_TRUE(second.errors.contains("this phone's window is open already")) << second.errors.toStdString();
     EXPECT_TRUE(showsSwitchesOn(onAtFirst));
+}
+
+TEST_F(RealEvents, windowThatDoesNotAnswerKeepsNobodyFromTheSettings) {
+    open();
+    ASSERT_TRUE(isListening());
+    ASSERT_EQ(::kill(static_cast<pid_t>(program.processId()), SIGSTOP), 0);
+    const auto visitors = namesOnBus().filter(":").size();
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    QProcess second;
+    start(second, {"--phone", phone});
+    EXPECT_TRUE(waitFor([&] { return namesOnBus().filter(":").size() > visitors; }));
+    end(second);
+    EXPECT_TRUE(QFile::exists(pathOf("config/trivel3/trivel3-settings.ini"))) << "it had a window to remember";
+    EXPECT_EQ(::kill(static_cast<pid_t>(program.processId()), SIGCONT), 0);
+}
+
+TEST_F(RealEvents, windowOpensWhereThereIsNoSessionBus) {
+    // Without an address, one may be looked for or even started.
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + pathOf("run/bus"));
+    open();
+    EXPECT_FALSE(isListening());
 }
 
 TEST_F(RealEvents, lastPageIsThereAgain) {

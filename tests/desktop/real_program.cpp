@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/desktop/real_program.h"
 
-#include <QDir>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <filesystem>
 
 namespace desktop_tests {
@@ -16,8 +17,7 @@ RealProgram::RealProgram() : phone(pathOf("phone")) {
     environment.insert("XDG_CONFIG_HOME", pathOf("config"));
     environment.insert("QT_QPA_PLATFORM", "offscreen");
     environment.insert("QT_QUICK_BACKEND", "software");
-    // Where nobody listens. Without an address, one may be looked for or even started.
-    environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + pathOf("run/bus"));
+    environment.insert("DBUS_SESSION_BUS_ADDRESS", QString::fromStdString(bus.address()));
     environment.remove("TRIVEL3_PHONE");
 }
 
@@ -44,8 +44,16 @@ void RealProgram::end(QProcess& process) {
     EXPECT_EQ(process.readAllStandardError().toStdString(), "");
 }
 
+QStringList RealProgram::namesOnBus() const {
+    const QString us = QStringLiteral("test");
+    const auto connection = QDBusConnection::connectToBus(QString::fromStdString(bus.address()), us);
+    const QStringList names = connection.interface()->registeredServiceNames();
+    QDBusConnection::disconnectFromBus(us);
+    return names;
+}
+
 bool RealProgram::isListening() const {
-    return !QDir(pathOf("run")).entryList(QDir::System).isEmpty();
+    return !namesOnBus().filter("com.fenwary.trivel3.Settings.").isEmpty();
 }
 
 }  // namespace desktop_tests

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include "private_bus.h"
 #include "tests/kit/temporary_folder.h"
 
 namespace desktop_tests {
@@ -32,12 +33,15 @@ protected:
     /// Asks the program to end, and expects it to do so in good order and to have complained of nothing.
     static void end(QProcess& process);
 
+    /// Everybody who is on the session bus, by all their names.
+    QStringList namesOnBus() const;
     /// Whether a window answers for the phone.
     bool isListening() const;
 
     QString pathOf(const char* name) const { return QString::fromStdString(folder.path() / name); }
 
     kit::TemporaryFolder folder;
+    test::PrivateBus bus;
     QString phone;
     QProcessEnvironment environment;
 };

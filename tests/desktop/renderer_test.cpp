@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "hosts/desktop/program/renderer.h"
+#include "hosts/desktop/program/settings_window.h"
 #include "tests/kit/temporary_folder.h"
 
 namespace desktop_tests {

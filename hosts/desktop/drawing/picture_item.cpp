@@ -7,7 +7,7 @@
 #include <QSGImageNode>
 #include <memory>
 
-#include "hosts/desktop/drawing/images.h"
+#include "hosts/desktop/drawing/qt_values.h"
 
 namespace hosts::desktop {
 namespace {

@@ -5,22 +5,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "hosts/session/page_snapshot.h"
-#include "hosts/session/row_finder.h"
+#include "hosts/session/title_path.h"
 
 namespace hosts::desktop {
-namespace {
-
-// Whether a tap on the row does nothing but open a page.
-bool isPageLink(platform::UIViewController& page, platform::NSIndexPath path) {
-    auto* list = dynamic_cast<platform::PSListController*>(&page);
-    auto row = list ? list->specifierAtIndexPath(path) : nullptr;
-    return row && row->cellType() == platform::PSCellType::link && !row->action && row->isEnabled() &&
-           !row->detailControllerClass().empty();
-}
-
-}  // namespace
-
 Navigation::Navigation(HandOver& handOver) : _handOver(handOver), _controller(*this) {}
 
 Navigation::~Navigation() {
@@ -35,11 +22,7 @@ void Navigation::open(std::shared_ptr<platform::UIViewController> root) {
 
 void Navigation::follow(const QStringList& titles) {
     for (const QString& title : titles) {
-        const std::shared_ptr<platform::UIViewController> page = _controller.topViewController();
-        const auto places = rowsLabelled(*page, title.toStdString());
-        if (places.empty() || !isPageLink(*page, places.front())) break;
-        tableOfPage(*page)->touchRowAtIndexPath(places.front());
-        if (_controller.topViewController() == page) break;
+        if (!openPageTitled(*_controller.topViewController(), title.toStdString(), GreyedLinks::left)) break;
     }
     _isAnimated = false;
     publish();

@@ -1,43 +1,70 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/model/table_model.h"
 
+#include <QStringList>
 #include <algorithm>
 #include <iterator>
 
+#include "hosts/desktop/drawing/view_handle.h"
 #include "platform/list/table_cell.h"
 
 namespace hosts::desktop {
 namespace {
 
-using Kind = TableLine::Kind;
+using Part = TableLine::Part;
 
-QString kindName(Kind kind) {
-    switch (kind) {
-        case Kind::header:
-            return QStringLiteral("header");
-        case Kind::switchRow:
-            return QStringLiteral("switch");
-        case Kind::link:
-            return QStringLiteral("link");
-        case Kind::item:
-            return QStringLiteral("item");
-        case Kind::view:
-            return QStringLiteral("view");
-        case Kind::footer:
-            break;
-    }
-    return QStringLiteral("footer");
+const char* lineKind(Part part, const platform::PSSpecifier* specifier) {
+    if (part == Part::header) return "header";
+    if (part == Part::footer) return "footer";
+    return specifier ? kindName(rowKind(*specifier)) : "view";
 }
 
 std::ptrdiff_t offset(std::size_t position) {
     return static_cast<std::ptrdiff_t>(position);
 }
 
+// Whether both stand for the same thing, wherever that is now.
 bool standForSame(const TableLine& one, const TableLine& other) {
-    return one.standsForSameAs(other);
+    if (one.part != other.part || one.specifier != other.specifier) return false;
+    return one.specifier != nullptr || one.path == other.path;
+}
+
+TableLine makeLine(Part part, platform::NSIndexPath path, const platform::PSSpecifier* specifier) {
+    TableLine line;
+    line.part = part;
+    line.kind = lineKind(part, specifier);
+    line.path = path;
+    line.specifier = specifier;
+    return line;
+}
+
+// The lines of the table as it is now. `list` is the page when it is a list of rows, else null.
+std::vector<TableLine> tableLines(platform::UITableView& table, const platform::PSListController* list) {
+    std::vector<TableLine> lines;
+    platform::UITableViewDataSource* source = table.dataSource();
+    if (!source) return lines;
+    const std::size_t sections = source->numberOfSectionsInTableView(table);
+    for (std::size_t section = 0; section < sections; ++section) {
+        const platform::PSSpecifier* group = list ? list->groupSpecifier(section).get() : nullptr;
+        lines.push_back(makeLine(Part::header, {section, 0}, group));
+        const std::size_t rows = source->tableView_numberOfRowsInSection(table, section);
+        for (std::size_t row = 0; row < rows; ++row) {
+            const platform::NSIndexPath path{section, row};
+            lines.push_back(makeLine(Part::row, path, list ? list->specifierAtIndexPath(path).get() : nullptr));
+        }
+        lines.push_back(makeLine(Part::footer, {section, rows}, group));
+    }
+    return lines;
 }
 
 }  // namespace
+
+QString spokenTexts(const platform::UIView& view) {
+    QStringList texts;
+    for (const std::string& text : textsIn(view))
+        texts.append(QString::fromStdString(text).replace(u'\n', u' '));
+    return texts.join(QStringLiteral(", "));
+}
 
 TableModel::TableModel(platform::UITableView& table, platform::PSListController* list) : _table(&table), _list(list) {
     rebuild(false);
@@ -59,10 +86,23 @@ int TableModel::rowCount(const QModelIndex& parent) const {
 }
 
 QHash<int, QByteArray> TableModel::roleNames() const {
-    return {{KindRole, "kind"},     {LineIdRole, "lineId"},       {TextRole, "text"}, {PictureRole, "picture"},
-            {UsableRole, "usable"}, {CheckedRole, "marked"},      {OnRole, "isOn"},   {DisclosureRole, "leads"},
-            {InsetRole, "inset"},   {RowHeightRole, "rowHeight"}, {TreeRole, "tree"}, {FirstRole, "first"},
-            {StartsRole, "starts"}, {LastRole, "last"},           {BareRole, "bare"}, {AnimatedRole, "animated"}};
+    return {{KindRole, "kind"},
+            {LineIdRole, "lineId"},
+            {TextRole, "text"},
+            {PictureRole, "picture"},
+            {UsableRole, "usable"},
+            {CheckedRole, "marked"},
+            {OnRole, "isOn"},
+            {DisclosureRole, "leads"},
+            {InsetRole, "inset"},
+            {AccessoryWidthRole, "accessoryWidth"},
+            {RowHeightRole, "rowHeight"},
+            {TreeRole, "tree"},
+            {FirstRole, "first"},
+            {StartsRole, "starts"},
+            {LastRole, "last"},
+            {BareRole, "bare"},
+            {AnimatedRole, "animated"}};
 }
 
 QVariant TableModel::data(const QModelIndex& index, int role) const {
@@ -71,7 +111,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
     TableLine& line = lineAt(index.row());
     switch (role) {
         case KindRole:
-            return kindName(line.kind);
+            return QString::fromLatin1(line.kind);
         case LineIdRole:
             return line.id;
         case FirstRole:
@@ -95,19 +135,21 @@ QVariant TableModel::rowData(TableLine& line, int role) const {
     const LiveRow* row = shown ? shown : &nothing;
     switch (role) {
         case TextRole:
-            return row->look.label;
+            return line.isView() && row->cell ? spokenTexts(*row->cell) : QString::fromStdString(row->look.label);
         case PictureRole:
-            return QVariant::fromValue(row->look.icon);
+            return QVariant::fromValue(ImageHandle{row->look.icon});
         case UsableRole:
-            return row->look.isEnabled;
+            return row->look.enabled;
         case CheckedRole:
-            return row->look.isChecked;
+            return row->look.checked;
         case OnRole:
-            return row->look.isOn;
+            return row->look.on.value_or(false);
         case DisclosureRole:
-            return row->look.hasDisclosure;
+            return row->look.leadsOn();
         case InsetRole:
             return row->look.labelInset;
+        case AccessoryWidthRole:
+            return row->look.accessoryWidth;
         case RowHeightRole:
             return row->look.height;
         case TreeRole:
@@ -120,7 +162,7 @@ QVariant TableModel::rowData(TableLine& line, int role) const {
 QString TableModel::sectionText(const TableLine& line) const {
     if (!_table) return {};
     platform::UITableViewDataSource& source = *_table->dataSource();
-    const auto text = line.kind == Kind::header ? source.tableView_titleForHeaderInSection(*_table, line.path.section)
+    const auto text = line.part == Part::header ? source.tableView_titleForHeaderInSection(*_table, line.path.section)
                                                 : source.tableView_titleForFooterInSection(*_table, line.path.section);
     return QString::fromStdString(text.value_or(std::string()));
 }
@@ -134,7 +176,7 @@ bool TableModel::isLast(std::size_t line) const {
 }
 
 bool TableModel::isBare(std::size_t line) const {
-    return _lines[line].kind == Kind::footer && !isRowAt(line - 1);
+    return _lines[line].part == Part::footer && !isRowAt(line - 1);
 }
 
 bool TableModel::isRowAt(std::size_t line) const {
@@ -169,7 +211,7 @@ void TableModel::produce(TableLine& line) const {
 void TableModel::lineLeft(int lineId) {
     auto line = std::ranges::find(_lines, lineId, &TableLine::id);
     if (line == _lines.end() || !line->live) return;
-    if (_table && line->kind == Kind::view) _table->enqueueReusableCell(line->live->cell);
+    if (_table && line->isView()) _table->enqueueReusableCell(line->live->cell);
     line->live.reset();
 }
 
@@ -282,11 +324,8 @@ void TableModel::insertLines(std::size_t first, std::vector<TableLine>& lines, s
     if (first == last) return;
     std::vector<TableLine> inserted;
     for (std::size_t i = first; i < last; ++i) {
-        TableLine& line = inserted.emplace_back();
-        line.kind = lines[i].kind;
-        line.path = lines[i].path;
-        line.specifier = lines[i].specifier;
-        line.id = ++_lastId;
+        inserted.push_back(std::move(lines[i]));
+        inserted.back().id = ++_lastId;
     }
     beginInsertRows({}, static_cast<int>(first), static_cast<int>(last) - 1);
     _lines.insert(_lines.begin() + offset(first), std::make_move_iterator(inserted.begin()),

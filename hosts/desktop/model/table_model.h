@@ -3,13 +3,49 @@
 
 #include <QtQml/qqmlregistration.h>
 #include <QAbstractListModel>
+#include <memory>
 #include <optional>
 #include <vector>
 
-#include "hosts/desktop/model/table_line.h"
+#include "hosts/session/page_snapshot.h"
+#include "platform/list/list_controller.h"
 #include "platform/list/table_host.h"
+#include "platform/ui/table_view.h"
 
 namespace hosts::desktop {
+
+/// All texts in a view on one line, from the first drawn to the last, for those who cannot see it.
+QString spokenTexts(const platform::UIView& view);
+
+/// A row whose cell is on the screen.
+struct LiveRow {
+    std::shared_ptr<platform::UITableViewCell> cell;
+    RowLook look;
+    int revision = 0;
+};
+
+/// One line of a table as it is drawn from top to bottom: what stands above a section's rows, a row,
+/// or what stands below them.
+struct TableLine {
+    enum class Part { header, row, footer };
+
+    Part part = Part::row;
+    /// As the model tells it.
+    const char* kind = "";
+    platform::NSIndexPath path;
+    /// The row or group row that the line stands for; null where the page knows no such thing.
+    const platform::PSSpecifier* specifier = nullptr;
+    /// Tells this line from all others of its table, those that are gone included; 0 before the table
+    /// has taken it in.
+    int id = 0;
+    /// Whether the last change of what the line shows is to be seen happening.
+    bool isAnimated = false;
+    std::unique_ptr<LiveRow> live;
+
+    bool isRow() const { return part == Part::row; }
+    /// Whether the page makes the row's cell itself.
+    bool isView() const { return isRow() && !specifier; }
+};
 
 /// A page's table, line by line. A row's cell is produced when the row's delegate first asks what it
 /// shows, and kept until the delegate says that it has gone.
@@ -31,6 +67,7 @@ public:
         OnRole,
         DisclosureRole,
         InsetRole,
+        AccessoryWidthRole,
         RowHeightRole,
         TreeRole,
         FirstRole,    ///< a line of the first section

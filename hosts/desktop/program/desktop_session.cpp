@@ -20,8 +20,8 @@ platform::Result<platform::Done> DesktopSession::open(QSize size) {
     auto root = _session->makeRootPage();
     if (!root) return std::move(root).error();
     _window = std::make_unique<SettingsWindow>(_navigation);
-    std::string error;
-    if (!_window->load(size, error)) return platform::Problem{{}, {}, error};
+    const auto loaded = _window->load(size);
+    if (!loaded) return loaded;
     _window->view().setTitle(QString::fromStdString((*root)->title()));
     // The cells of a page are produced after the handler of what has changed them has returned, for the next picture.
     QObject::connect(&_window->view(), &QQuickWindow::afterAnimating, &_navigation, [this] { closeTurn(); });

@@ -9,12 +9,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "hosts/desktop/drawing/fonts.h"
+#include "hosts/desktop/drawing/qt_values.h"
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/desktop/program/desktop_taste.h"
-#include "hosts/desktop/program/folder_key.h"
 #include "hosts/desktop/program/options.h"
-#include "hosts/desktop/program/renderer.h"
 #include "hosts/desktop/program/screenshots.h"
 #include "hosts/desktop/program/single_instance.h"
 #include "hosts/desktop/program/window_memory.h"
@@ -84,8 +82,7 @@ int leaveToOpenWindow(const Options& options) {
 int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone& phone, const Options& options) {
     const QString key = folderKey(phone.phone->identity().place);
     SingleInstance instance(key);
-    if (instance.wakeOther()) return leaveToOpenWindow(options);
-    instance.claim();
+    if (!instance.claim()) return leaveToOpenWindow(options);
 
     DesktopTaste taste;
     const auto informed = phone.phone->useDeviceInformation(phone.deviceInformation);

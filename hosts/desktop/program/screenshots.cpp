@@ -110,24 +110,14 @@ private:
             const auto row = list->specifiers()[i];
             const auto path = list->indexPathForIndex(i);
             if (row->cellType() != platform::PSCellType::link || !path) continue;
-            if (!openGreyed(*list, row)) list->table().touchRowAtIndexPath(*path);
+            // A page whose link the settings grey has its picture taken all the same.
+            if (row->isEnabled() || !list->openDetailPage(row)) list->table().touchRowAtIndexPath(*path);
             drawComposer(name);
             if (&_navigation.current()->controller() == &page) continue;
             visitPage(name + u'-' + fileNameOf(_navigation.current()->title()));
             _navigation.back();
             settle();
         }
-    }
-
-    // A page whose link the settings grey has its picture taken all the same.
-    static bool openGreyed(platform::PSListController& list, const std::shared_ptr<platform::PSSpecifier>& row) {
-        if (row->isEnabled()) return false;
-        auto page =
-            list.platform().classes.make<platform::PSViewController>(row->detailControllerClass(), list.platform());
-        if (!page) return false;
-        page->setSpecifier(row);
-        list.pushController(std::move(page));
-        return true;
     }
 
     Navigation& _navigation;

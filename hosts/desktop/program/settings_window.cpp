@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/program/settings_window.h"
 
+#include <QDir>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQuickItem>
+#include <QQuickWindow>
+#include <cmath>
 
 // What qmltyperegistrar writes for the module; a static library's initialisers are otherwise dropped.
 void qml_register_types_Trivel3_Settings();
@@ -18,7 +22,36 @@ void setShellProperty(QQuickView& view, const char* name, bool value) {
     if (QQuickItem* shell = view.rootObject()) shell->setProperty(name, value);
 }
 
+bool isChosenByUser() {
+    for (const char* variable : {"QT_QUICK_BACKEND", "QMLSCENE_DEVICE", "QSG_RHI_BACKEND"}) {
+        if (qEnvironmentVariableIsSet(variable)) return true;
+    }
+    return false;
+}
+
 }  // namespace
+
+// The kernel's own drivers all have render nodes; the others have names of their own.
+bool hasGraphicsProcessor(const std::string& deviceFolder) {
+    const QDir devices(QString::fromStdString(deviceFolder));
+    if (!QDir(devices.filePath(QStringLiteral("dri"))).entryList({"renderD*"}, QDir::System | QDir::Files).isEmpty()) {
+        return true;
+    }
+    return !devices.entryList({"nvidiactl", "dxg", "mali*", "kgsl-*", "pvr*"}, QDir::System | QDir::Files).isEmpty();
+}
+
+void chooseRenderer() {
+    // At a broken number of pixels a point, the system's own drawing of letters leaves uneven gaps, and
+    // the renderer without a graphics processor uneven lines.
+    const double scale = qGuiApp->devicePixelRatio();
+    const bool isWhole = scale == std::floor(scale);
+    QQuickWindow::setTextRenderType(isWhole ? QQuickWindow::NativeTextRendering : QQuickWindow::QtTextRendering);
+    // Without a processor of its own, the graphics library compiles and runs shaders on the main one:
+    // the first picture then takes several times as long as with Qt's renderer for that case.
+    if (isWhole && !isChosenByUser() && !hasGraphicsProcessor()) {
+        QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    }
+}
 
 SettingsWindow::SettingsWindow(Navigation& navigation) : _navigation(navigation) {
     qml_register_types_Trivel3_Settings();
@@ -29,15 +62,15 @@ SettingsWindow::SettingsWindow(Navigation& navigation) : _navigation(navigation)
     QObject::connect(_view.engine(), &QQmlEngine::quit, &_view, &QWindow::close);
 }
 
-bool SettingsWindow::load(QSize size, std::string& error) {
+platform::Result<platform::Done> SettingsWindow::load(QSize size) {
     _view.resize(size);
     _view.setInitialProperties({{QStringLiteral("navigation"), QVariant::fromValue(&_navigation)}});
     _view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Trivel3/Settings/Shell.qml")));
-    if (_view.status() == QQuickView::Ready) return true;
-    error = "the window cannot be made";
+    if (_view.status() == QQuickView::Ready) return platform::done;
+    std::string reason = "the window cannot be made";
     for (const QQmlError& problem : _view.errors())
-        error += ": " + problem.toString().toStdString();
-    return false;
+        reason += ": " + problem.toString().toStdString();
+    return platform::Problem{{}, {}, std::move(reason)};
 }
 
 void SettingsWindow::setDark(bool dark) {

@@ -6,8 +6,17 @@
 #include <string>
 
 #include "hosts/desktop/model/navigation.h"
+#include "platform/foundation/result.h"
 
 namespace hosts::desktop {
+
+/// Whether there is a graphics processor to draw with, going by the machine's device files.
+bool hasGraphicsProcessor(const std::string& deviceFolder = "/dev");
+
+/// Picks what draws the window, and how its letters are drawn. To be called once there is an
+/// application object, before the first window is made. What the user has set in Qt's environment
+/// variables stays.
+void chooseRenderer();
 
 /// The window with the pages in it.
 class SettingsWindow : public QObject {
@@ -17,8 +26,8 @@ public:
     /// `navigation` outlives the window.
     explicit SettingsWindow(Navigation& navigation);
 
-    /// Loads what the window is made of. False, with one line in `error`, when that fails.
-    bool load(QSize size, std::string& error);
+    /// Loads what the window is made of. The problem, when that fails, is one line.
+    platform::Result<platform::Done> load(QSize size);
 
     QQuickView& view() { return _view; }
 

@@ -1,53 +1,42 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/program/single_instance.h"
 
-#include <QFileInfo>
-#include <QLocalSocket>
-#include <QStandardPaths>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
 
 namespace hosts::desktop {
 namespace {
 
 constexpr int patience = 1000;  // ms
 
-// The folder that is the user's own and goes with the session; nothing where there is none.
-QString runtimeFolder() {
-    const QString folder = qEnvironmentVariable("XDG_RUNTIME_DIR");
-    return QFileInfo(folder).isDir() ? folder : QString();
-}
+const QString interface = QStringLiteral("com.fenwary.trivel3.Settings");
+const QString object = QStringLiteral("/com/fenwary/trivel3/Settings");
 
 }  // namespace
 
-SingleInstance::SingleInstance(const QString& key) {
-    const QString folder = runtimeFolder();
-    if (!folder.isEmpty()) _socket = folder + QStringLiteral("/trivel3-settings-") + key;
+// No part of a name on the bus begins with a digit.
+SingleInstance::SingleInstance(const QString& key) : _name(interface + QStringLiteral(".phone_") + key) {}
+
+bool SingleInstance::claim() {
+    if (!_bus.isConnected()) return true;
+    _bus.interface()->setTimeout(patience);
+    // Before the name: who sees the name may call at once.
+    _bus.registerObject(object, this, QDBusConnection::ExportScriptableSlots);
+    if (_bus.registerService(_name)) return true;
+    if (raiseOther()) return false;
+    // The other may have ended by now.
+    _bus.registerService(_name);
+    return true;
 }
 
-bool SingleInstance::wakeOther() {
-    if (_socket.isEmpty() || !QFileInfo::exists(_socket)) return false;
-    QLocalSocket other;
-    other.connectToServer(_socket);
-    if (!other.waitForConnected(patience)) return false;
-    other.write(qgetenv("XDG_ACTIVATION_TOKEN") + '\n');
-    return other.waitForBytesWritten(patience);
+bool SingleInstance::raiseOther() {
+    QDBusMessage call = QDBusMessage::createMethodCall(_name, object, interface, QStringLiteral("Raise"));
+    call << qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
+    return _bus.call(call, QDBus::Block, patience).type() == QDBusMessage::ReplyMessage;
 }
 
-void SingleInstance::claim() {
-    if (_socket.isEmpty()) return;
-    // One that nobody answers at was left by a program that died.
-    QLocalServer::removeServer(_socket);
-    _server.setSocketOptions(QLocalServer::UserAccessOption);
-    connect(&_server, &QLocalServer::newConnection, this, &SingleInstance::answer);
-    _server.listen(_socket);
-}
-
-void SingleInstance::answer() {
-    while (QLocalSocket* other = _server.nextPendingConnection()) {
-        connect(other, &QLocalSocket::disconnected, other, &QObject::deleteLater);
-        connect(other, &QLocalSocket::readyRead, this, [this, other] {
-            if (other->canReadLine()) emit wanted(other->readLine().trimmed());
-        });
-    }
+void SingleInstance::Raise(const QString& token) {
+    emit wanted(token.toUtf8());
 }
 
 }  // namespace hosts::desktop

@@ -1,25 +1,28 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <QLocalServer>
+#include <QDBusConnection>
 #include <QObject>
 
 namespace hosts::desktop {
 
-/// One window for each phone: a second program for the same phone asks the first to come forward.
+/// One window for each phone: a second program for the same phone asks the first to come forward. The
+/// one that owns the phone's name on the session bus is the first.
 class SingleInstance : public QObject {
     Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.fenwary.trivel3.Settings")
 
 public:
     /// `key` stands for the phone.
     explicit SingleInstance(const QString& key);
 
-    /// Whether another program has the phone and has been asked to come forward.
-    bool wakeOther();
+    /// Makes this program the phone's. False when another program is, and has answered that it comes
+    /// forward. One that does not answer within a second keeps nobody from the settings, and where
+    /// there is no session bus every program works for itself.
+    bool claim();
 
-    /// From here on, this program answers for the phone. Without a place for the socket it does so
-    /// for nobody, and works all the same.
-    void claim();
+    /// What other programs call, under the name that it has on the bus.
+    Q_SCRIPTABLE Q_SLOT void Raise(const QString& token);
 
 signals:
     /// Another program has been started for this phone. `token` is what its desktop gave it to bring
@@ -27,10 +30,10 @@ signals:
     void wanted(const QByteArray& token);
 
 private:
-    void answer();
+    bool raiseOther();
 
-    QString _socket;
-    QLocalServer _server;
+    QDBusConnection _bus = QDBusConnection::sessionBus();
+    QString _name;
 };
 
 }  // namespace hosts::desktop

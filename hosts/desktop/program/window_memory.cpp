@@ -1,7 +1,17 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/program/window_memory.h"
 
+#include <QCryptographicHash>
+#include <QFileInfo>
+
 namespace hosts::desktop {
+
+QString folderKey(const std::string& folder) {
+    constexpr int length = 16;
+    const QString path = QFileInfo(QString::fromStdString(folder)).canonicalFilePath();
+    const QByteArray hash = QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha256);
+    return QString::fromLatin1(hash.toHex().left(length));
+}
 
 WindowMemory::WindowMemory(const QString& key, const QString& device)
     : _sizeKey(key + QStringLiteral("/size-") + device),

@@ -4,8 +4,12 @@
 #include <QSettings>
 #include <QSize>
 #include <QStringList>
+#include <string>
 
 namespace hosts::desktop {
+
+/// A short name for a folder, the same by whichever path it is reached.
+QString folderKey(const std::string& folder);
 
 /// What a window of a phone was like when it was last closed.
 class WindowMemory {

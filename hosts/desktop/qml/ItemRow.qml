@@ -20,10 +20,7 @@ TableRow {
         row: row
         picture: row.picture
     }
-    RowLabel {
-        row: row
-        accessoryWidth: row.marked ? 39 : 0
-    }
+    RowLabel { row: row }
     Glyph {
         visible: row.marked
         anchors.right: parent.right

@@ -17,10 +17,7 @@ TableRow {
         row: row
         picture: row.picture
     }
-    RowLabel {
-        row: row
-        accessoryWidth: 33
-    }
+    RowLabel { row: row }
     DisclosureMark {
         visible: row.leads
     }

@@ -4,10 +4,9 @@ import QtQuick
 /// A row's label, greyed with its row. It ends where the accessory begins.
 Text {
     required property TableRow row
-    property real accessoryWidth: 0
 
     x: row.inset
-    width: row.width - x - accessoryWidth
+    width: row.width - x - row.accessoryWidth
     height: row.height
     text: row.text
     textFormat: Text.PlainText

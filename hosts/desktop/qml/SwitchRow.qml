@@ -25,10 +25,7 @@ TableRow {
         row: row
         picture: row.picture
     }
-    RowLabel {
-        row: row
-        accessoryWidth: Theme.switchWidth + Theme.margin + 8
-    }
+    RowLabel { row: row }
     SwitchControl {
         anchors.right: parent.right
         anchors.rightMargin: Theme.margin

@@ -14,6 +14,7 @@ Item {
     required property bool starts
     required property bool last
     required property real inset
+    required property real accessoryWidth
     required property real rowHeight
     required property bool animated
     required property Item table

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 pragma Singleton
 import QtQuick
+import Trivel3.Settings
 
 /// Every size and colour. Lengths are in points, which are logical pixels here.
 QtObject {
@@ -36,10 +37,10 @@ QtObject {
     readonly property int smallSize: 12
 
     readonly property real barHeight: 44
-    readonly property real margin: 15
+    readonly property real margin: CellMeasures.margin
     readonly property real iconSize: 29
     readonly property real iconRadius: 6.5
-    readonly property real switchWidth: 51
+    readonly property real switchWidth: CellMeasures.switchWidth
     readonly property real switchHeight: 31
     readonly property real disclosureWidth: 8
     readonly property real disclosureHeight: 13

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "hosts/terminal/commands/nearest_spelling.h"
+#include "hosts/session/nearest_spelling.h"
 #include "hosts/terminal/render/printable.h"
 
 namespace hosts::terminal {

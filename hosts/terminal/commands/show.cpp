@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/session/exit_status.h"
 #include "hosts/session/settings_session.h"
+#include "hosts/session/title_path.h"
 #include "hosts/terminal/commands/commands.h"
-#include "hosts/terminal/commands/title_path.h"
 #include "hosts/terminal/render/page_json.h"
 #include "hosts/terminal/render/page_text.h"
 #include "hosts/terminal/render/value_json.h"
@@ -34,8 +34,8 @@ int runShow(OpenedPhone& context, const ShowOptions& options) {
     StillScreen screen;
     platform::UINavigationController navigation(screen);
     navigation.pushViewController_animated(*std::move(root), false);
-    std::string error;
-    if (!followTitlePath(navigation, options.page, error)) return fail(failed, error);
+    const auto followed = followTitlePath(navigation, options.page);
+    if (!followed) return fail(failed, followed.error());
 
     platform::UIViewController& page = *navigation.topViewController();
     const PageSnapshot snapshot = PageSnapshot::of(page);

@@ -19,18 +19,6 @@ json orNull(const std::optional<T>& value) {
     return value ? json(*value) : json(nullptr);
 }
 
-const char* rowKindName(RowSnapshot::Kind kind) {
-    switch (kind) {
-        case RowSnapshot::Kind::switchRow:
-            return "switch";
-        case RowSnapshot::Kind::link:
-            return "link";
-        case RowSnapshot::Kind::item:
-            break;
-    }
-    return "item";
-}
-
 // An image of the bundle goes by its name; an application's icon has none to tell.
 json iconJson(const RowSnapshot& row) {
     if (!row.icon) return false;
@@ -39,7 +27,7 @@ json iconJson(const RowSnapshot& row) {
 }
 
 json rowJson(const RowSnapshot& row) {
-    return {{"label", row.label},     {"kind", rowKindName(row.kind)}, {"identifier", orNull(row.identifier)},
+    return {{"label", row.label},     {"kind", kindName(row.kind)}, {"identifier", orNull(row.identifier)},
             {"key", orNull(row.key)}, {"value", orNull(row.value)},    {"enabled", row.enabled},
             {"checked", row.checked}, {"on", orNull(row.on)},          {"icon", iconJson(row)}};
 }

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/terminal/commands/nearest_spelling.h"
+#include "hosts/session/nearest_spelling.h"
 
 #include <algorithm>
 #include <numeric>
 #include <utility>
 #include <vector>
 
-namespace hosts::terminal {
+namespace hosts {
 namespace {
 
 // Time goes with the length; nobody misspells a name by this much.
@@ -44,4 +44,4 @@ std::string nearestSpelling(std::string_view text, std::span<const std::string> 
     return nearest == names.end() ? std::string() : *nearest;
 }
 
-}  // namespace hosts::terminal
+}  // namespace hosts

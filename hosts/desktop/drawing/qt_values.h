@@ -2,8 +2,10 @@
 #pragma once
 
 #include <QFont>
+#include <QImage>
 
 #include "platform/ui/font.h"
+#include "platform/ui/image.h"
 
 namespace hosts::desktop {
 
@@ -13,5 +15,8 @@ QFont systemFont(double pointSize);
 /// A view's font. Names of the phone's faces ("HelveticaNeue-UltraLight") keep their weight; a point
 /// is a logical pixel.
 QFont fontOf(const platform::UIFont& font);
+
+/// The picture, decoded; its device pixel ratio is the image's scale. Null when the file is gone.
+QImage decoded(const platform::UIImage& image);
 
 }  // namespace hosts::desktop

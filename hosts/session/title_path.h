@@ -1,0 +1,22 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string_view>
+
+#include "platform/foundation/result.h"
+#include "platform/ui/navigation_controller.h"
+
+namespace hosts {
+
+/// Whether a link that the settings grey now leads somewhere all the same.
+enum class GreyedLinks { followed, left };
+
+/// Opens the page that a link of this title leads to. False when there is none on the page.
+bool openPageTitled(platform::UIViewController& page, std::string_view title, GreyedLinks greyed);
+
+/// Opens page after page by the titles of the links that lead there, with "/" between them. A title
+/// may itself hold a "/": the longest one that fits counts. Links that are greyed are followed. The
+/// problem, when a title leads to no page, is one line; what was opened by then stays open.
+platform::Result<platform::Done> followTitlePath(platform::UINavigationController& navigation, std::string_view path);
+
+}  // namespace hosts
