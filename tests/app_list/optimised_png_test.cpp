@@ -12,9 +12,12 @@
 
 #include "hosts/app_list/png_file.h"
 #include "hosts/app_list/png_picture.h"
-#include "png_maker.h"
+#include "tests/kit/png_maker.h"
 
 namespace app_list_test {
+
+using namespace kit;
+
 namespace {
 
 using hosts::decodePng;

@@ -3,11 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include <QProcess>
-#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 
+#include "tests/kit/child_process.h"
 #include "tests/kit/temporary_folder.h"
 
 namespace desktop_tests {
@@ -25,12 +24,13 @@ protected:
         QString errors;
     };
 
-    void start(QProcess& process, const QStringList& arguments);
+    /// The command line for what runs in `environment`.
+    static std::vector<std::string> command(const QStringList& arguments);
     /// Runs the program to its end. One that has done what was asked must have complained of nothing,
     /// unless it was to be verbose.
     Result run(const QStringList& arguments);
     /// Asks the program to end, and expects it to do so in good order and to have complained of nothing.
-    static void end(QProcess& process);
+    static void end(kit::ChildProcess& process);
 
     /// Whether a window answers for the phone.
     bool isListening() const;
@@ -39,7 +39,7 @@ protected:
 
     kit::TemporaryFolder folder;
     QString phone;
-    QProcessEnvironment environment;
+    kit::Environment environment = kit::ownEnvironment();
 };
 
 }  // namespace desktop_tests

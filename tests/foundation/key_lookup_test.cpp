@@ -6,9 +6,9 @@
 #include <string_view>
 
 #include "allocation_meter.h"
-#include "binary_file.h"
 #include "platform/foundation/property_list.h"
 #include "tests/kit/print.h"
+#include "tests/property_lists/binary_file.h"
 
 namespace {
 
