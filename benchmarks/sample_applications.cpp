@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/foundation/property_list.h"
-#include "tests/app_list/png_maker.h"
+#include "tests/kit/png_maker.h"
 
 namespace benchmarks {
 namespace {
@@ -133,8 +133,7 @@ hosts::Picture drawIcon(std::uint32_t side) {
 /// An icon's file in both forms.
 struct IconFiles {
     explicit IconFiles(std::uint32_t side)
-        : ordinary(app_list_test::encodePng(drawIcon(side))),
-          optimised(app_list_test::encodeOptimisedPng(drawIcon(side))) {}
+        : ordinary(kit::encodePng(drawIcon(side))), optimised(kit::encodeOptimisedPng(drawIcon(side))) {}
 
     const std::string& form(std::size_t number) const { return number % 2 == 0 ? ordinary : optimised; }
 

@@ -12,9 +12,12 @@
 
 #include "phone_applications.h"
 #include "platform/foundation/property_list.h"
-#include "png_maker.h"
+#include "tests/kit/png_maker.h"
 
 namespace app_list_test {
+
+using namespace kit;
+
 namespace {
 
 namespace fs = std::filesystem;

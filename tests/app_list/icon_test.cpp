@@ -11,10 +11,13 @@
 #include <vector>
 
 #include "phone_applications.h"
-#include "png_maker.h"
+#include "tests/kit/png_maker.h"
 #include "tests/kit/print.h"
 
 namespace app_list_test {
+
+using namespace kit;
+
 namespace {
 
 using testing::IsNull;

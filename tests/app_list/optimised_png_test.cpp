@@ -11,9 +11,12 @@
 #include <vector>
 
 #include "hosts/app_list/png_picture.h"
-#include "png_maker.h"
+#include "tests/kit/png_maker.h"
 
 namespace app_list_test {
+
+using namespace kit;
+
 namespace {
 
 using hosts::decodePng;

@@ -7,9 +7,12 @@
 #include <cstdint>
 #include <vector>
 
-#include "png_maker.h"
+#include "tests/kit/png_maker.h"
 
 namespace app_list_test {
+
+using namespace kit;
+
 namespace {
 
 using hosts::fitIntoSquare;

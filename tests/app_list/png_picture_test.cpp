@@ -9,9 +9,12 @@
 #include <string>
 #include <vector>
 
-#include "png_maker.h"
+#include "tests/kit/png_maker.h"
 
 namespace app_list_test {
+
+using namespace kit;
+
 namespace {
 
 using hosts::decodePng;

@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "pane.h"
-#include "tests/kit/shared_counter.h"
+#include "tests/kit/forked.h"
 
 namespace application_pages_test {
 namespace {

@@ -152,6 +152,11 @@ TEST_F(ComposerInAWindow, pagesBelowDoNotAnswer) {
     QTest::mouseClick(&view(), Qt::LeftButton, {}, place.toPoint());
     settle();
     EXPECT_EQ(settings(), "");
+    press(Qt::Key_Escape);
+    ASSERT_TRUE(isGone());
+    QTest::mouseClick(&view(), Qt::LeftButton, {}, place.toPoint());
+    settle();
+    EXPECT_TRUE(settingIs("HotCorners", "<false/>")) << "the click was at the switch";
 }
 
 TEST_F(ComposerInAWindow, animatedOneIsSeenToLeave) {

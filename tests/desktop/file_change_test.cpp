@@ -105,7 +105,7 @@ TEST_F(FileChange, leavesThePagesOwnRulesAlone) {
     open();
     openPage({"Advanced Options"});
     session->watchFiles();
-    ASSERT_TRUE(shows("Always"));
+    ASSERT_TRUE(waitFor([this] { return shows("Always"); }));
     // The page would take the conditions away, were it asked.
     writeSettings("<key>MinimalControlCenterEnabled</key><false/>");
     ASSERT_TRUE(waitFor([this] { return !isOn("Minimal Display"); }));
@@ -118,6 +118,7 @@ TEST_F(FileChange, ofOurOwnIsNotTakenForAnothers) {
                                         {"/var/mobile/Library/Preferences/com.fenwary.trivel3.plist"});
     QSignalSpy changed(&watch, &hosts::desktop::SettingsWatch::changed);
     clickSwitch("Quick Switcher");
+    ASSERT_TRUE(settingIs("QuickSwitcher", "<false/>"));
     QTest::qWait(200);
     EXPECT_EQ(changed.count(), 0);
     writeSettings("<key>QuickSwitcher</key><true/>");

@@ -4,9 +4,29 @@
 #include <QAccessible>
 #include <QGuiApplication>
 #include <QStandardPaths>
+#include <QStringList>
+#include <memory>
 
 #include "hosts/desktop/drawing/qt_values.h"
-#include "tests/desktop/noted_warnings.h"
+
+namespace {
+
+QStringList warnings;
+
+void note(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type != QtDebugMsg && type != QtInfoMsg) warnings.append(message);
+}
+
+/// Makes a test fail in which Qt, or QML, has warned of anything.
+class NotedWarnings : public testing::EmptyTestEventListener {
+public:
+    void OnTestStart(const testing::TestInfo&) override { warnings.clear(); }
+    void OnTestEnd(const testing::TestInfo&) override {
+        EXPECT_TRUE(warnings.isEmpty()) << warnings.join(u'\n').toStdString();
+    }
+};
+
+}  // namespace
 
 int main(int argumentCount, char** arguments) {
     testing::InitGoogleTest(&argumentCount, arguments);
@@ -16,7 +36,7 @@ int main(int argumentCount, char** arguments) {
     QGuiApplication application(argumentCount, arguments);
     QGuiApplication::setFont(hosts::desktop::systemFont(17));
     QAccessible::setActive(true);
-    testing::UnitTest::GetInstance()->listeners().Append(new desktop_tests::NotedWarnings);
-    desktop_tests::NotedWarnings::install();
+    testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<NotedWarnings>().release());
+    qInstallMessageHandler(note);
     return RUN_ALL_TESTS();
 }

@@ -132,8 +132,7 @@ TEST_F(Program, reportsTheAnswersOfTheFileThatTheUserNames) {
 }
 
 TEST_F(Program, endsInGoodOrderWhenItIsAskedTo) {
-    QProcess process;
-    start(process, {"--phone", phone});
+    kit::ChildProcess process(command({"--phone", phone}), environment);
     ASSERT_TRUE(QTest::qWaitFor([this] { return isListening(); }, patience));
     end(process);
     EXPECT_TRUE(QFile::exists(pathOf("config/trivel3/trivel3-settings.ini"))) << "the window is remembered";

@@ -40,26 +40,28 @@ protected:
 
     void SetUp() override {
         ASSERT_TRUE(display.start()) << "no display could be started";
-        environment.insert("DISPLAY", display.name());
-        environment.insert("QT_QPA_PLATFORM", "xcb");
+        environment["DISPLAY"] = display.name().toStdString();
+        environment["QT_QPA_PLATFORM"] = "xcb";
     }
 
     void TearDown() override {
         if (HasFailure()) keepPicture();
-        if (program.state() == QProcess::Running) end(program);
+        if (program && !program->hasEnded()) end(*program);
     }
 
     // Opens the window and waits until it shows so many switches that are on.
     void open(std::size_t expected = onAtFirst) {
-        start(program, {"--phone", phone, "--appearance", "light"});
+        start();
         waitForWindow();
         ASSERT_TRUE(showsSwitchesOn(expected)) << switchesOn(display.picture()).size() << " are on";
     }
 
+    void start() { program.emplace(command({"--phone", phone, "--appearance", "light"}), environment); }
+
     void waitForWindow() {
-        const auto hasEnded = [this] { return program.state() == QProcess::NotRunning; };
+        const auto hasEnded = [this] { return program->hasEnded(); };
         ASSERT_TRUE(waitFor([&] { return !display.window().isEmpty() || hasEnded(); })) << "no window has come";
-        ASSERT_FALSE(hasEnded()) << program.readAllStandardError().toStdString();
+        ASSERT_FALSE(hasEnded()) << program->finish().errors;
         display.focusWindow();
     }
 
@@ -88,7 +90,7 @@ protected:
     }
 
     VirtualDisplay display;
-    QProcess program;
+    std::optional<kit::ChildProcess> program;
 
 private:
     void keepPicture() {
@@ -181,7 +183,7 @@ TEST_F(RealEvents, windowOfAPhoneThatIsOpenIsTheOnlyOne) {
     open();
     // Reached by another path, it is the same phone.
     EXPECT_EQ(run({"--phone", phone + "/../phone/"}).status, 0);
-    EXPECT_EQ(program.state(), QProcess::Running);
+    EXPECT_FALSE(program->hasEnded());
     EXPECT_TRUE(showsSwitchesOn(onAtFirst));
 }
 
@@ -218,9 +220,8 @@ TEST_F(RealEvents, lastPageIsThereAgain) {
     open();
     openOptions();
     display.press(Display::LetterQ, {Display::Control});
-    ASSERT_TRUE(program.waitForFinished(patience));
-    EXPECT_EQ(program.exitCode(), 0);
-    start(program, {"--phone", phone, "--appearance", "light"});
+    EXPECT_EQ(program->wait(), 0);
+    start();
     waitForWindow();
     ASSERT_TRUE(waitFor([this] { return !switchesOn(display.picture()).empty(); }));
     display.press(Display::Home);

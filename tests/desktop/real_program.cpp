@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/desktop/real_program.h"
 
+#include <signal.h>
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <filesystem>
@@ -11,37 +13,35 @@ RealProgram::RealProgram() : phone(pathOf("phone")) {
     std::filesystem::copy(TRIVEL3_SAMPLE_PHONE, phone.toStdString(), std::filesystem::copy_options::recursive);
     std::filesystem::create_directories(folder.path() / "run");
     std::filesystem::permissions(folder.path() / "run", std::filesystem::perms::owner_all);
-    environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("HOME", QString::fromStdString(folder.path()));
-    environment.insert("XDG_RUNTIME_DIR", pathOf("run"));
-    environment.insert("XDG_CONFIG_HOME", pathOf("config"));
-    environment.insert("QT_QPA_PLATFORM", "offscreen");
-    environment.insert("QT_QUICK_BACKEND", "software");
-    environment.insert("DBUS_SESSION_BUS_ADDRESS", QString::fromStdString(bus.address()));
-    environment.remove("TRIVEL3_PHONE");
+    environment["HOME"] = folder.path();
+    environment["XDG_RUNTIME_DIR"] = folder / "run";
+    environment["XDG_CONFIG_HOME"] = folder / "config";
+    environment["QT_QPA_PLATFORM"] = "offscreen";
+    environment["QT_QUICK_BACKEND"] = "software";
+    environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
+    environment.erase("TRIVEL3_PHONE");
 }
 
-void RealProgram::start(QProcess& process, const QStringList& arguments) {
-    process.setProcessEnvironment(environment);
-    process.start(TRIVEL3_PROGRAM, arguments);
+std::vector<std::string> RealProgram::command(const QStringList& arguments) {
+    std::vector<std::string> words{TRIVEL3_PROGRAM};
+    for (const QString& argument : arguments)
+        words.push_back(argument.toStdString());
+    return words;
 }
 
 RealProgram::Result RealProgram::run(const QStringList& arguments) {
-    QProcess process;
-    start(process, arguments);
-    EXPECT_TRUE(process.waitForFinished(patience));
-    const Result result{process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
+    const kit::Outcome outcome = kit::ChildProcess(command(arguments), environment).finish();
+    const Result result{outcome.status, QString::fromStdString(outcome.output), QString::fromStdString(outcome.errors)};
     const bool maySpeak = result.status != 0 || arguments.contains("--verbose");
-    EXPECT_TRUE(maySpeak || result.errors.isEmpty()) << result.errors.toStdString();
+    EXPECT_TRUE(maySpeak || result.errors.isEmpty()) << outcome.errors;
     return result;
 }
 
-void RealProgram::end(QProcess& process) {
-    process.terminate();
-    ASSERT_TRUE(process.waitForFinished(patience));
-    EXPECT_EQ(process.exitStatus(), QProcess::NormalExit);
-    EXPECT_EQ(process.exitCode(), 0);
-    EXPECT_EQ(process.readAllStandardError().toStdString(), "");
+void RealProgram::end(kit::ChildProcess& process) {
+    process.signal(SIGTERM);
+    const kit::Outcome outcome = process.finish();
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
 }
 
 QStringList RealProgram::namesOnBus() const {

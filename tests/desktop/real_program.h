@@ -3,12 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <QProcess>
-#include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
 
-#include "private_bus.h"
+#include "tests/kit/child_process.h"
+#include "tests/kit/private_bus.h"
 #include "tests/kit/temporary_folder.h"
 
 namespace desktop_tests {
@@ -26,12 +25,13 @@ protected:
         QString errors;
     };
 
-    void start(QProcess& process, const QStringList& arguments);
+    /// The command line for what runs in `environment`.
+    static std::vector<std::string> command(const QStringList& arguments);
     /// Runs the program to its end. One that has done what was asked must have complained of nothing,
     /// unless it was to be verbose.
     Result run(const QStringList& arguments);
     /// Asks the program to end, and expects it to do so in good order and to have complained of nothing.
-    static void end(QProcess& process);
+    static void end(kit::ChildProcess& process);
 
     /// Everybody who is on the session bus, by all their names.
     QStringList namesOnBus() const;
@@ -41,9 +41,9 @@ protected:
     QString pathOf(const char* name) const { return QString::fromStdString(folder.path() / name); }
 
     kit::TemporaryFolder folder;
-    test::PrivateBus bus;
+    kit::PrivateBus bus;
     QString phone;
-    QProcessEnvironment environment;
+    kit::Environment environment = kit::ownEnvironment();
 };
 
 }  // namespace desktop_tests

@@ -23,8 +23,6 @@ protected:
     kit::TemporaryFolder folder;
 };
 
-}  // namespace
-
 TEST_F(Renderer, findsNoGraphicsProcessorWhereOnlyAScreenIs) {
     EXPECT_FALSE(findsProcessor());
     put("fb0");
@@ -42,4 +40,5 @@ TEST_F(Renderer, findsThoseWithDriversOfTheirOwn) {
     EXPECT_TRUE(findsProcessor());
 }
 
+}  // namespace
 }  // namespace desktop_tests

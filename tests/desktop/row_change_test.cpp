@@ -28,11 +28,11 @@ protected:
 
 TEST_F(RowChange, rowsThatTheSwitchRemovesAreGone) {
     openOptions(true);
-    ASSERT_TRUE(shows("If AirDrop is Off"));
+    ASSERT_TRUE(waitFor([this] { return shows("If AirDrop is Off"); }));
     clickSwitch("Minimal Display");
     for (const QString& label : conditions)
         EXPECT_FALSE(shows(label)) << label.toStdString();
-    EXPECT_TRUE(linesAreGapless());
+    EXPECT_TRUE(waitFor([this] { return linesAreGapless(); }));
 }
 
 TEST_F(RowChange, rowsThatTheSwitchBringsBackAreThere) {
@@ -42,7 +42,7 @@ TEST_F(RowChange, rowsThatTheSwitchBringsBackAreThere) {
     const QStringList labels = rowLabels();
     const qsizetype first = labels.indexOf("Minimal Display");
     EXPECT_EQ(labels.mid(first + 1, conditions.size()), conditions);
-    EXPECT_TRUE(linesAreGapless());
+    EXPECT_TRUE(waitFor([this] { return linesAreGapless(); }));
 }
 
 TEST_F(RowChange, animatedRowsMoveAndEndInTheirPlaces) {
@@ -79,14 +79,14 @@ TEST_F(RowChange, tapMovesTheCheckmark) {
 TEST_F(RowChange, wholeGroupComesAndGoes) {
     open();
     openPage({"Advanced Options", "Album Artwork"});
-    ASSERT_TRUE(shows("After 1 second"));
+    ASSERT_TRUE(waitFor([this] { return shows("After 1 second"); }));
     click(row("On Next"));
     click(row("On Previous"));
     EXPECT_FALSE(shows("After 1 second"));
-    EXPECT_TRUE(linesAreGapless());
+    EXPECT_TRUE(waitFor([this] { return linesAreGapless(); }));
     click(row("On Play"));
     EXPECT_TRUE(shows("After 1 second"));
-    EXPECT_TRUE(linesAreGapless());
+    EXPECT_TRUE(waitFor([this] { return linesAreGapless(); }));
 }
 
 }  // namespace desktop_tests

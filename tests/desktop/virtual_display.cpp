@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/desktop/virtual_display.h"
 
+#include <signal.h>
 #include <xcb/xcb.h>
 #include <xcb/xtest.h>
 
@@ -9,7 +10,6 @@
 namespace desktop_tests {
 namespace {
 
-constexpr int patience = 30000;  // ms
 constexpr auto size = "800x900x24";
 
 struct Freer {
@@ -29,21 +29,22 @@ void VirtualDisplay::Closer::operator()(xcb_connection_t* connection) const {
     xcb_disconnect(connection);
 }
 
-VirtualDisplay::VirtualDisplay() = default;
-
 VirtualDisplay::~VirtualDisplay() {
     _connection.reset();
-    _server.terminate();
-    _server.waitForFinished(patience);
+    if (!_server) return;
+    // Killed, it would leave its lock behind.
+    _server->signal(SIGTERM);
+    _server->wait();
 }
 
 bool VirtualDisplay::start() {
     // It tells the number that it has found free.
-    _server.start(TEST_XVFB, {"-displayfd", "1", "-screen", "0", size, "-nolisten", "tcp", "-noreset"});
-    while (!_server.canReadLine()) {
-        if (!_server.waitForReadyRead(patience)) return false;
-    }
-    _name = u':' + QString::fromLatin1(_server.readLine().trimmed());
+    _server.emplace(
+        std::vector<std::string>{TEST_XVFB, "-displayfd", "1", "-screen", "0", size, "-nolisten", "tcp", "-noreset"},
+        kit::ownEnvironment());
+    const auto number = _server->readLine();
+    if (!number) return false;
+    _name = u':' + QString::fromStdString(*number);
     _connection.reset(xcb_connect(_name.toLatin1().constData(), nullptr));
     return xcb_connection_has_error(_connection.get()) == 0;
 }

@@ -3,11 +3,13 @@
 
 #include <QImage>
 #include <QPoint>
-#include <QProcess>
 #include <QRect>
 #include <QString>
 #include <memory>
+#include <optional>
 #include <vector>
+
+#include "tests/kit/child_process.h"
 
 struct xcb_connection_t;
 
@@ -33,7 +35,6 @@ public:
     };
     enum Button : quint8 { LeftButton = 1, WheelDown = 5, BackButton = 8 };
 
-    VirtualDisplay();
     ~VirtualDisplay();
 
     /// Starts the display under a number that is free. False when that does not work.
@@ -64,7 +65,7 @@ private:
     quint8 codeOf(Key key) const;
     void send(quint8 kind, quint8 detail, QPoint at = {});
 
-    QProcess _server;
+    std::optional<kit::ChildProcess> _server;
     QString _name;
     std::unique_ptr<xcb_connection_t, Closer> _connection;
 };

@@ -6,9 +6,9 @@
 #include <limits>
 #include <string>
 
-#include "binary_file.h"
 #include "platform/foundation/property_list.h"
 #include "tests/kit/print.h"
+#include "tests/property_lists/binary_file.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "allocation_meter.h"
-#include "binary_file.h"
 #include "platform/foundation/property_list.h"
+#include "tests/property_lists/binary_file.h"
 
 namespace {
 

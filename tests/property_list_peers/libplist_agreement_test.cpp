@@ -9,7 +9,7 @@
 #include <set>
 #include <string>
 
-#include "binary_file.h"
+#include "tests/property_lists/binary_file.h"
 #include "tests/property_lists/golden_cases.h"
 #include "tests/property_lists/random_value.h"
 

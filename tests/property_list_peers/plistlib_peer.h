@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-#include "running_program.h"
+#include "tests/kit/child_process.h"
 #include "tests/property_lists/peer_reading.h"
 
 namespace peers {
@@ -17,7 +17,7 @@ public:
     PeerReading read(std::string_view bytes);
 
 private:
-    test::RunningProgram _python;
+    kit::ChildProcess _python;
 };
 
 }  // namespace peers

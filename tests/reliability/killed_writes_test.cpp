@@ -6,13 +6,16 @@
 
 #include <cerrno>
 
-#include "forked.h"
 #include "settings_count.h"
+#include "tests/kit/forked.h"
+#include "tests/kit/watched_calls.h"
 #include "tried_table.h"
-#include "watched_calls.h"
 #include "write_situations.h"
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
+
 namespace {
 
 using testing::AnyOf;
@@ -73,4 +76,4 @@ TEST(KilledWrites, leaveTheOldFileOrTheNewOneWhicheverCallIsTheLast) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace reliability_test

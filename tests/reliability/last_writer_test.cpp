@@ -6,16 +6,19 @@
 #include <utility>
 #include <vector>
 
-#include "phone.h"
 #include "platform/foundation/property_list.h"
 #include "settings_count.h"
 #include "store/preference_store.h"
+#include "tests/kit/phone.h"
 #include "tests/kit/print.h"
 #include "tests/kit/test_platform.h"
-#include "trivel3ctl.h"
-#include "watched_calls.h"
+#include "tests/kit/trivel3ctl.h"
+#include "tests/kit/watched_calls.h"
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
+
 namespace {
 
 using platform::Value;
@@ -93,4 +96,4 @@ TEST_F(LastWriter, keepsWhatWasWrittenBeforeItReads) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace reliability_test

@@ -3,18 +3,21 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "running_program.h"
-#include "trivel3ctl.h"
+#include "tests/kit/child_process.h"
+#include "tests/kit/trivel3ctl.h"
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
+
 namespace {
 
 TEST(LeakDetection, reachesTheProgramsThatTestsRun) {
     const Trivel3ctl ctl;
-    const Outcome outcome = RunningProgram({TEST_LEAKING_PROGRAM}, ctl.environment()).finish();
+    const Outcome outcome = ChildProcess({TEST_LEAKING_PROGRAM}, ctl.environment()).finish();
     EXPECT_NE(outcome.status, 0);
     EXPECT_THAT(outcome.errors, testing::HasSubstr("detected memory leaks"));
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace reliability_test

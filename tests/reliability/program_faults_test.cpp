@@ -6,15 +6,18 @@
 
 #include <cerrno>
 
-#include "expectations.h"
 #include "hosts/system/error_text.h"
 #include "platform/foundation/property_list.h"
 #include "settings_count.h"
+#include "tests/kit/expectations.h"
 #include "traced_set.h"
 #include "tried_table.h"
 #include "write_situations.h"
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
+
 namespace {
 
 using testing::ElementsAre;
@@ -120,4 +123,4 @@ TEST_F(ProgramFaults, thatEndItLeaveTheOldFileOrTheNewOne) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace reliability_test

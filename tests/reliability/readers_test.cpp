@@ -5,14 +5,16 @@
 #include <set>
 #include <vector>
 
-#include "forked.h"
-#include "phone.h"
 #include "settings_count.h"
 #include "tests/kit/document_tables.h"
-#include "tests/kit/shared_counter.h"
+#include "tests/kit/forked.h"
+#include "tests/kit/phone.h"
 #include "tried_table.h"
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
+
 namespace {
 
 using kit::SharedCounter;
@@ -111,4 +113,4 @@ TEST(Readers, neverSeePartOfAFileWhileOthersWriteIt) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace reliability_test

@@ -6,7 +6,7 @@
 #include "platform/foundation/property_list.h"
 #include "store/settings_catalogue.h"
 
-namespace test {
+namespace reliability_test {
 
 namespace {
 
@@ -43,4 +43,4 @@ std::size_t settingsLost(const std::string& before, const std::string& wanted, c
     }));
 }
 
-}  // namespace test
+}  // namespace reliability_test

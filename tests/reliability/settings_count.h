@@ -5,7 +5,7 @@
 #include <string>
 
 /// Settings files of which it can be counted how many settings they have lost.
-namespace test {
+namespace reliability_test {
 
 /// Every key of the catalogue, as a property list. Of two files with different numbers every value differs.
 std::string settingsNumber(int number);
@@ -14,4 +14,4 @@ std::string settingsNumber(int number);
 /// file is one without settings.
 std::size_t settingsLost(const std::string& before, const std::string& wanted, const std::string& found);
 
-}  // namespace test
+}  // namespace reliability_test

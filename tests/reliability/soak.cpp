@@ -5,9 +5,11 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "settings_files.h"
+#include "tests/kit/phone.h"
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
 
 namespace {
 
@@ -188,4 +190,4 @@ void Soak::takeEvent(const json& event) {
     }
 }
 
-}  // namespace test
+}  // namespace reliability_test

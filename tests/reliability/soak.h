@@ -5,10 +5,12 @@
 #include <random>
 #include <string>
 
-#include "phone.h"
-#include "trivel3ctl.h"
+#include "tests/kit/phone.h"
+#include "tests/kit/trivel3ctl.h"
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
 
 /// `trivel3ctl drive` under a finger that does anything at random, while another program changes the
 /// phone's files. The phone is the sample phone.
@@ -34,7 +36,6 @@ private:
     json chooseCommand();
     json randomRow();
     json randomComposerResult();
-    std::string randomPageTitle();
     void changeFilesFromOutside();
     std::string randomSettings();
     void toggleApplication();
@@ -52,4 +53,4 @@ private:
     std::size_t _presented = 0;
 };
 
-}  // namespace test
+}  // namespace reliability_test

@@ -11,7 +11,7 @@ namespace {
 
 constexpr unsigned long usualSeed = 20261121;
 
-void printLine(unsigned long steps, std::chrono::steady_clock::time_point begin, const test::Soak& soak) {
+void printLine(unsigned long steps, std::chrono::steady_clock::time_point begin, const reliability_test::Soak& soak) {
     const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - begin;
     const auto has = soak.footprint();
     std::printf("| %7lu | %7.0f | %6zu | %7zu | %10zu |\n", steps, passed.count(), has.memory / 1024, has.threads,
@@ -23,7 +23,7 @@ int runSoak(unsigned long steps, unsigned long seed) {
     std::printf("| steps   | seconds | KB     | threads | open files |\n");
     std::printf("|---------|---------|--------|---------|------------|\n");
     const auto begin = std::chrono::steady_clock::now();
-    test::Soak soak(seed);
+    reliability_test::Soak soak(seed);
     unsigned long done = 0;
     for (const unsigned long percent : {1, 10, 25, 50, 75, 100}) {
         const unsigned long wanted = steps * percent / 100;

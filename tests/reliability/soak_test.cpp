@@ -6,7 +6,10 @@
 
 #include <cstdlib>
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
+
 namespace {
 
 // Freed memory is not kept back by the sanitizer, where there is one, to be told from memory that is lost.
@@ -42,4 +45,4 @@ TEST(Soak, ofRandomStepsTakesNoMoreMemoryFilesOrThreads) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace reliability_test

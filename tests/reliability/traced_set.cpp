@@ -8,7 +8,9 @@
 #include <map>
 #include <stdexcept>
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
 
 namespace {
 
@@ -32,7 +34,7 @@ TracedSet::TracedSet(const Phone& phone) : _log(_ctl.folder() / "trace") {
 
 std::string TracedSet::whyNot() {
     Trivel3ctl ctl;
-    const Outcome outcome = RunningProgram({TEST_STRACE, "-o", "/dev/null", "/bin/true"}, ctl.environment()).finish();
+    const Outcome outcome = ChildProcess({TEST_STRACE, "-o", "/dev/null", "/bin/true"}, ctl.environment()).finish();
     return outcome.status == 0 ? "" : "no program can be traced here: " + outcome.errors;
 }
 
@@ -87,4 +89,4 @@ std::vector<std::size_t> TracedSet::disturbedAt() const {
     return positions;
 }
 
-}  // namespace test
+}  // namespace reliability_test

@@ -5,10 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "phone.h"
-#include "trivel3ctl.h"
+#include "tests/kit/phone.h"
+#include "tests/kit/trivel3ctl.h"
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
 
 /// One of the system calls that a run of the program has made.
 struct TracedCall {
@@ -46,4 +48,4 @@ private:
     std::string _log;
 };
 
-}  // namespace test
+}  // namespace reliability_test

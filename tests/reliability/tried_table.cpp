@@ -7,7 +7,7 @@
 
 #include "tests/kit/document_tables.h"
 
-namespace test {
+namespace reliability_test {
 
 namespace {
 
@@ -54,4 +54,4 @@ std::string TriedTable::text() const {
     return text.str();
 }
 
-}  // namespace test
+}  // namespace reliability_test

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace test {
+namespace reliability_test {
 
 /// Counts what became of writes that met a fault, fault by fault. At its end it adds its lines, as a
 /// table, to those for docs/reliability.md.
@@ -42,4 +42,4 @@ private:
     std::vector<Line> _lines;
 };
 
-}  // namespace test
+}  // namespace reliability_test

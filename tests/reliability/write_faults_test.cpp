@@ -9,13 +9,16 @@
 #include <set>
 
 #include "hosts/system/error_text.h"
+#include "tests/kit/watched_calls.h"
 #include "tried_table.h"
-#include "watched_calls.h"
 #include "write_situations.h"
 
 #include "settings_count.h"
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
+
 namespace {
 
 using testing::AnyOf;
@@ -166,4 +169,4 @@ TEST(WriteFaults, halfWayThroughTheContentLeaveTheOldFile) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace reliability_test

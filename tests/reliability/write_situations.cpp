@@ -9,9 +9,11 @@
 #include <map>
 
 #include "settings_count.h"
-#include "watched_calls.h"
+#include "tests/kit/watched_calls.h"
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
 
 namespace {
 
@@ -103,4 +105,4 @@ std::string systemCallOf(const std::string& call) {
     return names.at(call);
 }
 
-}  // namespace test
+}  // namespace reliability_test

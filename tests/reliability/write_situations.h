@@ -5,9 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "phone.h"
+#include "tests/kit/phone.h"
 
-namespace test {
+namespace reliability_test {
+
+using namespace kit;
 
 /// A state in which a write may find the phone.
 struct WriteSituation {
@@ -35,4 +37,4 @@ std::vector<std::string> callsOfAWrite(const WriteSituation& situation);
 /// The kernel's name of such a call.
 std::string systemCallOf(const std::string& call);
 
-}  // namespace test
+}  // namespace reliability_test

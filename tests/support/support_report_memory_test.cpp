@@ -58,7 +58,7 @@ std::size_t megabytesTakenBySupportEmail(std::string_view repeated) {
 class SupportReportMemory : public testing::Test {
 protected:
     void SetUp() override {
-#ifdef TEST_SANITIZED
+#ifdef TRIVEL3_SANITIZED
         GTEST_SKIP() << "the sanitizers keep memory of their own";
 #endif
     }

@@ -8,18 +8,22 @@
 
 #include <algorithm>
 #include <array>
+#include <fstream>
 #include <iomanip>
 #include <map>
 #include <optional>
 #include <sstream>
 
 #include "drive.h"
-#include "expectations.h"
-#include "png_maker.h"
-#include "settings_files.h"
 #include "tests/kit/document_tables.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
+#include "tests/kit/png_maker.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -28,7 +32,7 @@ using testing::Not;
 
 constexpr std::size_t megabyte = std::size_t{1} << 20;
 const std::string applicationsPage = "Advanced Options/Disable in Applications";
-const std::string containers = "/var/mobile/Containers/Bundle/Application";
+const std::string containers = userApplications;
 const std::string exceptionsPath = "/var/mobile/Library/Preferences/com.fenwary.trivel3.exceptions.plist";
 
 std::string infoOf(const std::string& identifier, const std::string& more = {}) {
@@ -37,7 +41,6 @@ std::string infoOf(const std::string& identifier, const std::string& more = {}) 
 
 // Small as a file.
 std::string pictureWithoutItsLastRow(std::uint32_t side) {
-    using namespace app_list_test;
     const std::string rows = compressedZeros((std::size_t{side} * 4 + 1) * (side - 1), false);
     return std::string(pngSignature) + headerChunk(side, side) + chunk("IDAT", rows) + chunk("IEND", {});
 }
@@ -347,4 +350,4 @@ TEST_F(AttackingPhone, iconsThatTakeLongToDecodeComeToAnEnd) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

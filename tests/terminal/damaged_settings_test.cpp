@@ -4,10 +4,13 @@
 #include <sys/stat.h>
 
 #include "drive.h"
-#include "expectations.h"
-#include "settings_files.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -198,4 +201,4 @@ TEST_F(DamagedSettings, binaryFileWithAnyByteChanged) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

@@ -3,15 +3,18 @@
 #include <algorithm>
 #include <sstream>
 
-#include "expectations.h"
-#include "running_program.h"
+#include "tests/kit/child_process.h"
+#include "tests/kit/expectations.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 // What the dynamic linker would load for the file, by name.
 std::vector<std::string> librariesOf(const std::string& file) {
-    RunningProgram ldd({"/usr/bin/ldd", file}, {"PATH=/usr/bin:/bin", "LC_ALL=C"});
+    ChildProcess ldd({"/usr/bin/ldd", file}, {{"PATH", "/usr/bin:/bin"}, {"LC_ALL", "C"}});
     const Outcome outcome = ldd.finish();
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     std::vector<std::string> names;
@@ -50,4 +53,4 @@ TEST(Dependencies, paneNeedsThePlatformAndTheLanguagesRunTimeAlone) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

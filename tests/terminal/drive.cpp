@@ -4,9 +4,11 @@
 #include <exception>
 #include <stdexcept>
 
-#include "expectations.h"
+#include "tests/kit/expectations.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
 
 namespace {
 
@@ -72,4 +74,4 @@ std::vector<json> eventsOf(const json& answer, const std::string& kind) {
     return events;
 }
 
-}  // namespace test
+}  // namespace terminal_test

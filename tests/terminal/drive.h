@@ -3,9 +3,12 @@
 
 #include <string>
 
-#include "trivel3ctl.h"
+#include "tests/kit/phone.h"
+#include "tests/kit/trivel3ctl.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
 
 /// `trivel3ctl drive` at work: each command waits for its answer. At the end its input ends, and the test
 /// fails unless the program then ends well, with nothing to complain of; a sanitizer complains of leaks.
@@ -42,4 +45,19 @@ json rowLabelled(const json& answer, const std::string& label);
 /// The events of one kind, in order.
 std::vector<json> eventsOf(const json& answer, const std::string& kind);
 
-}  // namespace test
+// Events that more than one test expects.
+inline json reloadOf(const json& row, int position, bool animated) {
+    return {{"event", "reload"}, {"row", row}, {"position", position}, {"animated", animated}};
+}
+
+/// A write of the settings file.
+inline json written(bool ok = true) {
+    return {{"event", "write"}, {"path", settingsPath}, {"ok", ok}};
+}
+
+/// What tells the add-on of it.
+inline json notified() {
+    return {{"event", "notification"}, {"name", "com.fenwary.trivel3.preferencesChanged"}};
+}
+
+}  // namespace terminal_test

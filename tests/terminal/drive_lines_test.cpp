@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Whatever stands on a line, it is answered on one line, and the next one is read as usual.
 #include "drive.h"
-#include "expectations.h"
-#include "settings_files.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 using testing::HasSubstr;
@@ -191,4 +194,4 @@ TEST_F(DriveLines, controlCharactersComeBackEscaped) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

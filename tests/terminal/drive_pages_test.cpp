@@ -2,11 +2,13 @@
 // The pages below the root page, used from outside as a finger would: what each command writes, posts
 // and changes on the screen.
 #include "drive.h"
-#include "drive_events.h"
-#include "expectations.h"
-#include "settings_files.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -336,4 +338,4 @@ TEST_F(DrivePages, supportReportTellsOfThePhone) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

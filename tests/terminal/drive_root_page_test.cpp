@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "drive.h"
-#include "drive_events.h"
-#include "expectations.h"
-#include "settings_files.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -347,4 +349,4 @@ TEST_F(DriveRoot, lastLineNeedsNoEnd) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

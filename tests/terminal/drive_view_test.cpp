@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "drive.h"
-#include "expectations.h"
-#include "settings_files.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 using testing::Each;
@@ -111,4 +114,4 @@ TEST_F(DriveView, everyViewSaysItsClassFrameAndParts) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

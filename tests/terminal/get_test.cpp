@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
-#include "expectations.h"
-#include "settings_files.h"
-#include "trivel3ctl.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
+#include "tests/kit/trivel3ctl.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 using testing::HasSubstr;
@@ -94,4 +97,4 @@ TEST_F(Get, valueThatXmlCannotSayIsAFailure) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include <sstream>
 
-#include "expectations.h"
-#include "settings_files.h"
-#include "trivel3ctl.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
+#include "tests/kit/trivel3ctl.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -163,4 +166,4 @@ TEST_F(Reset, failedWriteIsAFailure) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

@@ -5,11 +5,14 @@
 #include <memory>
 
 #include "drive.h"
-#include "expectations.h"
-#include "private_bus.h"
-#include "settings_files.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
+#include "tests/kit/private_bus.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -174,7 +177,7 @@ TEST_F(Monitor, endOfTheBusIsAFailure) {
 TEST_F(Monitor, outputThatNobodyTakesEndsIt) {
     Drive drive(ctl);
     const hosts::Descriptor full{::open("/dev/full", O_WRONLY | O_CLOEXEC)};
-    RunningProgram monitor(ctl.commandFor({"monitor"}), ctl.environment(), full.get());
+    ChildProcess monitor(ctl.commandFor({"monitor"}), ctl.environment(), full.get());
     ASSERT_EQ(monitor.readErrorLine(), "listening");
     drive.moveSwitch("Hot Corners", false);
     expectFailure(monitor.finish(), 1, "standard output cannot be written");
@@ -190,4 +193,4 @@ TEST_F(Monitor, withoutABusItIsAFailure) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

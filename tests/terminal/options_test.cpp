@@ -2,10 +2,13 @@
 #include <set>
 
 #include "drive.h"
-#include "expectations.h"
-#include "settings_files.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -252,4 +255,4 @@ TEST(Options, aPaneThatIsNoModuleIsAFailure) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

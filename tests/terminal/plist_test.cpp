@@ -3,11 +3,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "expectations.h"
-#include "settings_files.h"
-#include "trivel3ctl.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
+#include "tests/kit/trivel3ctl.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -230,4 +233,4 @@ TEST_F(Plist, pipesAndDevicesAreWrittenInto) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

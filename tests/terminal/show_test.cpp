@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "drive.h"
-#include "expectations.h"
-#include "settings_files.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 using testing::ElementsAre;
@@ -143,4 +146,4 @@ TEST_F(Show, choiceRowsTellTheirKeyAndValue) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

@@ -1,26 +1,26 @@
 // SPDX-License-Identifier: MIT
 // A page as text must tell at a glance which rows are switched on, checked, greyed or lead on, with
 // colour and without. These tests hold whole lines, because it is the lines that people read.
-#include <sstream>
 
-#include "expectations.h"
-#include "settings_files.h"
-#include "trivel3ctl.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
+#include "tests/kit/trivel3ctl.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 using testing::Contains;
 using testing::HasSubstr;
 using testing::Not;
 
-std::vector<std::string> linesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);) {
-        // A terminal ends its lines with a carriage return as well.
+// A terminal ends its lines with a carriage return as well.
+std::vector<std::string> shownLines(const std::string& text) {
+    std::vector<std::string> lines = linesOf(text);
+    for (std::string& line : lines) {
         if (line.ends_with('\r')) line.pop_back();
-        lines.push_back(line);
     }
     return lines;
 }
@@ -49,7 +49,7 @@ struct ShowText : testing::Test {
     std::vector<std::string> lines(const Trivel3ctl::Arguments& arguments) {
         const Outcome outcome = ctl.run(arguments);
         expectDone(outcome);
-        return linesOf(outcome.output);
+        return shownLines(outcome.output);
     }
 
     Trivel3ctl ctl;
@@ -139,7 +139,7 @@ TEST_F(ShowText, pipedOutputIsPlainAndEightyColumnsWide) {
     ctl.set("TERM", "xterm-256color");
     const Outcome outcome = ctl.run({"show"});
     EXPECT_THAT(outcome.output, Not(HasSubstr("\x1b")));
-    EXPECT_THAT(linesOf(outcome.output), Contains(row("The Creators", "›")));
+    EXPECT_THAT(shownLines(outcome.output), Contains(row("The Creators", "›")));
 }
 
 TEST_F(ShowText, columnsOfTheEnvironmentCountWhereThereIsNoTerminal) {
@@ -155,25 +155,25 @@ TEST_F(ShowText, linesFitTheTerminalAndStayShortEnoughToRead) {
         SCOPED_TRACE(terminal);
         const Outcome outcome = ctl.runOnTerminal({"show", "Advanced Options"}, terminal);
         expectDone(outcome);
-        for (const std::string& line : linesOf(outcome.output))
+        for (const std::string& line : shownLines(outcome.output))
             EXPECT_LE(columnsOf(line), width) << line;
-        EXPECT_THAT(linesOf(outcome.output), Contains(row("Slider Actions", "›", width)));
+        EXPECT_THAT(shownLines(outcome.output), Contains(row("Slider Actions", "›", width)));
     }
 }
 
 TEST_F(ShowText, labelsThatDoNotFitAreCut) {
     addApplication(phone, "An application whose name goes on and on without end");
     const Trivel3ctl::Arguments show = {"show", "Advanced Options/Disable in Applications"};
-    EXPECT_THAT(linesOf(ctl.runOnTerminal(show, 40).output), Contains("    An application whose name goes on a…"));
+    EXPECT_THAT(shownLines(ctl.runOnTerminal(show, 40).output), Contains("    An application whose name goes on a…"));
     ctl.set("LC_ALL", "C");
-    EXPECT_THAT(linesOf(ctl.runOnTerminal(show, 40).output), Contains("    An application whose name goes on..."));
+    EXPECT_THAT(shownLines(ctl.runOnTerminal(show, 40).output), Contains("    An application whose name goes on..."));
 }
 
 // Wide characters take two columns; half of one is never left.
 TEST_F(ShowText, labelsAreMeasuredInColumns) {
     addApplication(phone, "応用応用応用応用応用応用応用応用応用応用応用応用");
     const Trivel3ctl::Arguments show = {"show", "Advanced Options/Disable in Applications"};
-    EXPECT_THAT(linesOf(ctl.runOnTerminal(show, 40).output), Contains("    応用応用応用応用応用応用応用応用応…"));
+    EXPECT_THAT(shownLines(ctl.runOnTerminal(show, 40).output), Contains("    応用応用応用応用応用応用応用応用応…"));
     EXPECT_THAT(lines(show), Contains("    応用応用応用応用応用応用応用応用応用応用応用応用"));
 }
 
@@ -187,15 +187,15 @@ TEST_F(ShowText, labelsGoOutInUtf8WhateverTheLocale) {
 TEST_F(ShowText, terminalsGetColour) {
     ctl.set("TERM", "xterm");
     const Outcome root = ctl.runOnTerminal({"show"}, 80);
-    EXPECT_THAT(linesOf(root.output), Contains("\x1b[1mTrivel 3\x1b[0m"));
-    EXPECT_THAT(linesOf(root.output), Contains(row("Hot Corners", "\x1b[32m[ on]\x1b[0m")));
-    EXPECT_THAT(linesOf(root.output), Contains(row("The Creators", "›")));
-    EXPECT_THAT(linesOf(root.output), Contains("      \x1b[2mthe screen.\x1b[0m"));
+    EXPECT_THAT(shownLines(root.output), Contains("\x1b[1mTrivel 3\x1b[0m"));
+    EXPECT_THAT(shownLines(root.output), Contains(row("Hot Corners", "\x1b[32m[ on]\x1b[0m")));
+    EXPECT_THAT(shownLines(root.output), Contains(row("The Creators", "›")));
+    EXPECT_THAT(shownLines(root.output), Contains("      \x1b[2mthe screen.\x1b[0m"));
 
     const Outcome options = ctl.runOnTerminal({"show", "Advanced Options"}, 80);
-    EXPECT_THAT(linesOf(options.output), Contains("  \x1b[32m✓\x1b[0m If no Media is Playing"));
-    EXPECT_THAT(linesOf(options.output), Contains(row("\x1b[2mQuick Launcher\x1b[0m", "\x1b[2m(greyed) ›\x1b[0m")));
-    EXPECT_THAT(linesOf(options.output), Contains(row("Open to Last App", "[off]")));
+    EXPECT_THAT(shownLines(options.output), Contains("  \x1b[32m✓\x1b[0m If no Media is Playing"));
+    EXPECT_THAT(shownLines(options.output), Contains(row("\x1b[2mQuick Launcher\x1b[0m", "\x1b[2m(greyed) ›\x1b[0m")));
+    EXPECT_THAT(shownLines(options.output), Contains(row("Open to Last App", "[off]")));
 }
 
 TEST_F(ShowText, colourCanBeDoneWithout) {
@@ -216,4 +216,4 @@ TEST_F(ShowText, emptyNoColorVariableCountsAsUnset) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 // What a phone's files hold may be made to steer the terminal that it is shown on. It must not.
 #include "drive.h"
-#include "expectations.h"
 #include "platform/foundation/property_list.h"
-#include "private_bus.h"
-#include "settings_files.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
+#include "tests/kit/private_bus.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 using testing::HasSubstr;
@@ -128,4 +131,4 @@ TEST_F(TerminalSafety, answersOfADrivenSessionHoldAttackingTextEscaped) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

@@ -5,14 +5,15 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include <sstream>
-
 #include "drive.h"
-#include "expectations.h"
-#include "private_bus.h"
-#include "settings_files.h"
+#include "tests/kit/expectations.h"
+#include "tests/kit/phone.h"
+#include "tests/kit/private_bus.h"
 
-namespace test {
+namespace terminal_test {
+
+using namespace kit;
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -23,16 +24,6 @@ using testing::IsEmpty;
 using testing::StartsWith;
 
 const Trivel3ctl::Arguments showApplications = {"--verbose", "show", "Advanced Options/Disable in Applications"};
-const std::string containers = "/var/mobile/Containers/Bundle/Application";
-
-std::vector<std::string> linesOf(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
-
 std::string skipped(const std::string& path, const std::string& reason) {
     return "trivel3ctl: skipped " + path + ": " + reason;
 }
@@ -168,16 +159,16 @@ TEST_F(Verbose, tellsWhyAnApplicationIsNotListed) {
     writeText(phone.folder + folder + "Malformed.app/Info.plist", "<plist><dict>");
     install(folder + "Nameless.app", "");
     install(folder + "One.app", "example.one");
-    install(containers + "/1/Two.app", "example.one");
-    ASSERT_EQ(::mkfifo((phone.folder + containers + "/2").c_str(), 0644), 0);
-    EXPECT_THAT(
-        complaints(showApplications),
-        ElementsAre(skipped(folder + "Empty.app", "it has no Info.plist that can be read"),
-                    StartsWith(skipped(folder + "Malformed.app/Info.plist", "1:14: ")),
-                    skipped(folder + "Malformed.app", "it has no Info.plist that can be read"),
-                    skipped(folder + "Nameless.app", "its Info.plist has no usable CFBundleIdentifier"),
-                    skipped(containers + "/2", "it is a FIFO, not a folder"),
-                    skipped(containers + "/1/Two.app", folder + "One.app has the same identifier, example.one")));
+    install(std::string(userApplications) + "/1/Two.app", "example.one");
+    ASSERT_EQ(::mkfifo((phone.folder + std::string(userApplications) + "/2").c_str(), 0644), 0);
+    EXPECT_THAT(complaints(showApplications),
+                ElementsAre(skipped(folder + "Empty.app", "it has no Info.plist that can be read"),
+                            StartsWith(skipped(folder + "Malformed.app/Info.plist", "1:14: ")),
+                            skipped(folder + "Malformed.app", "it has no Info.plist that can be read"),
+                            skipped(folder + "Nameless.app", "its Info.plist has no usable CFBundleIdentifier"),
+                            skipped(std::string(userApplications) + "/2", "it is a FIFO, not a folder"),
+                            skipped(std::string(userApplications) + "/1/Two.app",
+                                    folder + "One.app has the same identifier, example.one")));
 }
 
 TEST_F(Verbose, tellsWhyAnIconIsRefused) {
@@ -207,4 +198,4 @@ TEST_F(Verbose, keepsALineALineWhateverTheFilesAreCalled) {
 }
 
 }  // namespace
-}  // namespace test
+}  // namespace terminal_test

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <thread>
 
-#include "child_process.h"
+#include "tests/kit/child_process.h"
 #include "tests/terminal_screen/opened_screen.h"
 
 namespace terminal_screen_test {
@@ -108,13 +108,10 @@ TEST(ScreenEnd, suspendsAndGoesOn) {
     EXPECT_TRUE(terminal.waitFor("ready>"));
 }
 
-// Runs a shell's command; what it prints comes line by line.
+// Runs a shell's command; what it prints, and how it ends.
 std::string outputOf(const std::string& command) {
-    test::ChildProcess process({"/bin/sh", "-c", command});
-    std::string output;
-    while (const auto line = process.readLine())
-        output += *line + "\n";
-    return output + "exit " + std::to_string(process.wait());
+    const kit::Outcome outcome = kit::ChildProcess({"/bin/sh", "-c", command}).finish();
+    return outcome.output + "exit " + std::to_string(outcome.status);
 }
 
 TEST(NoScreen, printsTheRootPageAndSaysHowToGoOn) {

@@ -6,7 +6,7 @@
 #include <fstream>
 
 #include "hosts/notifications/session_notify_center.h"
-#include "private_bus.h"
+#include "tests/kit/private_bus.h"
 #include "tests/terminal_screen/opened_screen.h"
 
 namespace terminal_screen_test {
@@ -100,8 +100,8 @@ TEST(ScreenLinks, openInTheUsersBrowser) {
 }
 
 TEST(ScreenNotifications, goOutWithEachWrite) {
-    test::PrivateBus bus;
-    test::SessionBusAddress address(bus.address());
+    kit::PrivateBus bus;
+    kit::SessionBusAddress address(bus.address());
     hosts::SessionNotifyCenter center(TEST_BUS_MODULE);
     const auto stream = center.observe();
     ASSERT_TRUE(stream) << stream.error().text();

@@ -14,7 +14,7 @@ namespace terminal_screen_test {
 
 Phone::Phone(const platform::Dictionary& settings) {
     if (settings.size() > 0) put(settingsFile, settings);
-    std::filesystem::copy(TEST_SAMPLE_PHONE "/Applications", machinePath("/Applications"),
+    std::filesystem::copy(TRIVEL3_SAMPLE_PHONE "/Applications", machinePath("/Applications"),
                           std::filesystem::copy_options::recursive);
 }
 

@@ -4,12 +4,11 @@
 #include <chrono>
 #include <fstream>
 #include <functional>
-#include <sstream>
 #include <stdexcept>
 #include <thread>
 #include <utility>
 
-#include "child_process.h"
+#include "tests/kit/child_process.h"
 
 namespace terminal_screen_test {
 namespace {
@@ -35,10 +34,6 @@ std::string inQuotes(const std::string& text) {
     return quoted + "'";
 }
 
-void writeFile(const std::filesystem::path& path, const std::string& content) {
-    std::ofstream(path) << content;
-}
-
 // A button and a place as terminals of old report them: each as one byte from the blank on.
 std::string mouseReport(int button, std::size_t line, std::size_t column) {
     std::string report = "\x1b[M";
@@ -60,12 +55,13 @@ void TmuxTerminal::writeScripts(const std::vector<std::string>& command, const S
     run += "exec";
     for (const std::string& word : command)
         run += " " + inQuotes(word);
-    writeFile(_folder.path() / "run", run + "\n");
-    writeFile(_folder.path() / "shell", "cd " + inQuotes(_folder.path()) +
-                                            "\nstty -g > before\ntrap : INT QUIT\nsh ./run\necho $? > status\nstty -g "
-                                            "> after\ntouch ended\nexec cat\n");
-    writeFile(_folder.path() / "configuration",
-              "set -g status off\nset -g escape-time 0\nset -g default-terminal tmux-256color\n");
+    kit::writeText(_folder.path() / "run", run + "\n");
+    kit::writeText(_folder.path() / "shell",
+                   "cd " + inQuotes(_folder.path()) +
+                       "\nstty -g > before\ntrap : INT QUIT\nsh ./run\necho $? > status\nstty -g "
+                       "> after\ntouch ended\nexec cat\n");
+    kit::writeText(_folder.path() / "configuration",
+                   "set -g status off\nset -g escape-time 0\nset -g default-terminal tmux-256color\n");
 }
 
 TmuxTerminal::TmuxTerminal(const std::vector<std::string>& command, const Setup& setup) {
@@ -81,12 +77,7 @@ TmuxTerminal::~TmuxTerminal() {
 std::string TmuxTerminal::tmux(std::vector<std::string> arguments) const {
     std::vector<std::string> command{TEST_TMUX, "-u", "-S", socket()};
     command.insert(command.end(), arguments.begin(), arguments.end());
-    test::ChildProcess process(command);
-    std::string output;
-    while (const auto line = process.readLine())
-        output += *line + "\n";
-    process.wait();
-    return output;
+    return kit::ChildProcess(command).finish().output;
 }
 
 void TmuxTerminal::press(const std::vector<std::string>& keys) {
@@ -141,11 +132,7 @@ std::string TmuxTerminal::colouredText() const {
 }
 
 std::vector<std::string> TmuxTerminal::lines() const {
-    std::vector<std::string> all;
-    std::istringstream stream(text());
-    for (std::string line; std::getline(stream, line);)
-        all.push_back(line);
-    return all;
+    return kit::linesOf(text());
 }
 
 std::optional<std::size_t> TmuxTerminal::lineWith(std::string_view part) const {
@@ -194,7 +181,7 @@ std::string TmuxTerminal::noted(const char* name) const {
 void TmuxTerminal::installProgram(const std::string& name, const std::string& text) const {
     const std::filesystem::path path = _folder.path() / "programs" / name;
     std::filesystem::create_directories(path.parent_path());
-    writeFile(path, "#!/bin/sh\n" + text + "\n");
+    kit::writeText(path, "#!/bin/sh\n" + text + "\n");
     std::filesystem::permissions(path, std::filesystem::perms::owner_all);
 }
 

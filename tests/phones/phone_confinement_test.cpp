@@ -1,0 +1,178 @@
+// SPDX-License-Identifier: MIT
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "tests/kit/phone.h"
+#include "tests/kit/watched_calls.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using kit::openPhone;
+using kit::Phone;
+using kit::readText;
+using kit::writeText;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+// A phone with a file outside of it that nothing may reach.
+class PhoneConfinement : public testing::Test {
+protected:
+    void SetUp() override { writeText(secret, "secret"); }
+
+    std::string read(std::string_view path) const {
+        std::string contents;
+        return openPhone(phone.folder).readFile(path, contents) ? contents : "(nothing)";
+    }
+
+    void expectSecretUntouched() const {
+        EXPECT_EQ(readText(secret), "secret");
+        EXPECT_THAT(kit::namesIn(phone.around / "outside"), ElementsAre("secret"));
+    }
+
+    Phone phone;
+    std::string secret = phone.around / "outside/secret";
+};
+
+TEST_F(PhoneConfinement, takesAbsoluteLinksFromThePhonesRoot) {
+    writeText(phone / "etc/real", "inside");
+    fs::create_directories(phone / "var");
+    fs::create_symlink("/etc/real", phone / "var/link");
+    fs::create_symlink("/etc", phone / "var/folder");
+    EXPECT_EQ(read("/var/link"), "inside");
+    EXPECT_EQ(read("/var/folder/real"), "inside");
+    EXPECT_THAT(openPhone(phone.folder).listFolder("/var/folder"), ElementsAre("real"));
+}
+
+TEST_F(PhoneConfinement, doesNotReadAboveTheRoot) {
+    fs::create_directories(phone / "a/b");
+    writeText(phone / "outside/secret", "inside");
+    EXPECT_EQ(read("/../outside/secret"), "inside");
+    EXPECT_EQ(read("../../../outside/secret"), "inside");
+    EXPECT_EQ(read("/a/b/../../../../outside/secret"), "inside");
+    EXPECT_EQ(read(secret), "(nothing)");
+}
+
+TEST_F(PhoneConfinement, doesNotReadThroughLinksThatLeadOut) {
+    fs::create_symlink("../outside/secret", phone / "relative");
+    fs::create_symlink(secret, phone / "absolute");
+    fs::create_symlink("../outside", phone / "folder");
+    for (const char* path : {"/relative", "/absolute", "/folder/secret"})
+        EXPECT_EQ(read(path), "(nothing)") << path;
+    EXPECT_THAT(openPhone(phone.folder).listFolder("/folder"), IsEmpty());
+}
+
+TEST_F(PhoneConfinement, followsNoMagicLinks) {
+    std::string contents;
+    EXPECT_FALSE(openPhone("/proc/self").readFile("/exe", contents));
+    EXPECT_THAT(openPhone("/proc/self").listFolder("/root"), IsEmpty());
+}
+
+TEST_F(PhoneConfinement, readsNothingThroughALoopOfLinks) {
+    fs::create_symlink("/b", phone / "a");
+    fs::create_symlink("/a", phone / "b");
+    EXPECT_EQ(read("/a"), "(nothing)");
+}
+
+TEST_F(PhoneConfinement, writesBelowTheRootWhateverThePathSays) {
+    auto files = openPhone(phone.folder);
+    EXPECT_TRUE(files.writeFileAtomically("/../../outside/secret", "new"));
+    EXPECT_EQ(readText(phone / "outside/secret"), "new");
+    expectSecretUntouched();
+}
+
+TEST_F(PhoneConfinement, writesThroughFolderLinksInsideThePhone) {
+    fs::create_directories(phone / "real/preferences");
+    fs::create_directories(phone / "var");
+    fs::create_symlink("/real/preferences", phone / "var/preferences");
+    EXPECT_TRUE(openPhone(phone.folder).writeFileAtomically("/var/preferences/file", "new"));
+    EXPECT_EQ(readText(phone / "real/preferences/file"), "new");
+}
+
+TEST_F(PhoneConfinement, doesNotWriteIntoAFolderOutside) {
+    fs::create_symlink(phone.around / "outside", phone / "absolute");
+    auto files = openPhone(phone.folder);
+    EXPECT_FALSE(files.writeFileAtomically("/absolute/secret", "new"));
+    expectSecretUntouched();
+    EXPECT_TRUE(fs::is_symlink(phone / "absolute"));
+}
+
+TEST_F(PhoneConfinement, replacesALinkThatLeadsOut) {
+    fs::create_symlink("../outside/secret", phone / "relative");
+    fs::create_symlink(secret, phone / "absolute");
+    auto files = openPhone(phone.folder);
+    for (const char* name : {"relative", "absolute"}) {
+        EXPECT_TRUE(files.writeFileAtomically("/" + std::string{name}, "new")) << files.lastError();
+        EXPECT_FALSE(fs::is_symlink(phone / name));
+        EXPECT_EQ(readText(phone / name), "new");
+    }
+    expectSecretUntouched();
+}
+
+TEST_F(PhoneConfinement, replacesTheFileThatALinkInsideLeadsTo) {
+    writeText(phone / "store/file", "old");
+    fs::permissions(phone / "store/file", fs::perms{0600});
+    fs::create_directories(phone / "var");
+    fs::create_symlink("../store/file", phone / "var/relative");
+    fs::create_symlink("/store/file", phone / "var/absolute");
+    fs::create_symlink("/var/relative", phone / "chain");
+    auto files = openPhone(phone.folder);
+    for (const char* name : {"var/relative", "var/absolute", "chain"}) {
+        EXPECT_TRUE(files.writeFileAtomically("/" + std::string{name}, name)) << files.lastError();
+        EXPECT_TRUE(fs::is_symlink(phone / name));
+        EXPECT_FALSE(fs::is_symlink(phone / "store/file"));
+        EXPECT_EQ(readText(phone / "store/file"), name);
+        EXPECT_EQ(fs::status(phone / "store/file").permissions(), fs::perms{0600});
+    }
+    EXPECT_THAT(kit::namesIn(phone / "store"), ElementsAre("file"));
+}
+
+// ".." after a folder link means the folder above the one that the link leads to.
+TEST_F(PhoneConfinement, followsRelativeLinksFromWhereTheyReallyLie) {
+    writeText(phone / "deep/target", "old");
+    fs::create_directories(phone / "deep/real");
+    fs::create_symlink("../target", phone / "deep/real/link");
+    fs::create_directories(phone / "short");
+    fs::create_symlink("/deep/real", phone / "short/cut");
+    EXPECT_TRUE(openPhone(phone.folder).writeFileAtomically("/short/cut/link", "new"));
+    EXPECT_EQ(readText(phone / "deep/target"), "new");
+    EXPECT_TRUE(fs::is_symlink(phone / "deep/real/link"));
+    EXPECT_THAT(kit::namesIn(phone / "short"), ElementsAre("cut"));
+}
+
+TEST_F(PhoneConfinement, keepsALinkThatCannotBeFollowed) {
+    writeText(phone / "store/file", "old");
+    fs::create_symlink("/store/file", phone / "link");
+    bool linkRead = false;
+    kit::WatchedCalls calls{[&](const std::string& call, std::size_t) {
+        const int error = linkRead ? EACCES : 0;
+        linkRead = call == "readLink";
+        return error;
+    }};
+    auto files = openPhone(phone.folder, calls);
+    EXPECT_FALSE(files.writeFileAtomically("/link", "new"));
+    EXPECT_THAT(files.lastError(), HasSubstr("cannot follow the link that it is: Permission denied"));
+    EXPECT_TRUE(fs::is_symlink(phone / "link"));
+    EXPECT_EQ(readText(phone / "store/file"), "old");
+}
+
+TEST_F(PhoneConfinement, replacesLinksToAnythingButAFile) {
+    fs::create_directories(phone / "folder");
+    fs::create_symlink("/missing/file", phone / "dangling");
+    fs::create_symlink("/folder", phone / "to-folder");
+    fs::create_symlink("/loop", phone / "loop");
+    fs::create_symlink("/folder/..", phone / "to-parent");
+    auto files = openPhone(phone.folder);
+    for (const char* name : {"dangling", "to-folder", "loop", "to-parent"}) {
+        EXPECT_TRUE(files.writeFileAtomically("/" + std::string{name}, name)) << files.lastError();
+        EXPECT_FALSE(fs::is_symlink(phone / name)) << name;
+        EXPECT_EQ(readText(phone / name), name);
+    }
+    EXPECT_FALSE(fs::exists(phone / "missing"));
+    EXPECT_THAT(kit::namesIn(phone / "folder"), IsEmpty());
+}
+
+}  // namespace
