@@ -92,7 +92,8 @@ void KavixPreferencesController::heartButtonAction(platform::UIButton&) {
 }
 
 void KavixPreferencesController::supportSpecifierAction(platform::PSSpecifier&) {
-    presentViewController_animated_completion(makeSupportEmail(platform(), *this), true, nullptr);
+    const auto delegate = std::dynamic_pointer_cast<MFMailComposeViewControllerDelegate>(shared_from_this());
+    presentViewController_animated_completion(makeSupportEmail(platform(), delegate), true, nullptr);
 }
 
 void KavixPreferencesController::mailComposeController_didFinishWithResult_error(platform::MFMailComposeViewController&,

@@ -4,7 +4,7 @@
 namespace platform {
 
 void SLComposeViewController::finish(SLComposeViewControllerResult) {
-    if (auto* presenter = presentingViewController()) {
+    if (auto presenter = presentingViewController()) {
         presenter->dismissViewControllerAnimated_completion(true, nullptr);
     }
 }

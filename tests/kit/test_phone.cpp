@@ -33,6 +33,7 @@ TestPhone::TestPhone(EventLog& log) : _log(log), _files(openPhone(_folder.path()
 
 bool TestPhone::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
     ++_reads[std::string(path)];
+    if (onRead) onRead(path);
     return _files.readFile(path, contents, limit);
 }
 
