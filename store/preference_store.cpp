@@ -28,9 +28,14 @@ void PreferenceStore::setPreferenceForKey(platform::Value value, std::string_vie
     replaceContent(content);
 }
 
-void PreferenceStore::removePreferenceForKey(std::string_view key) {
+void PreferenceStore::changePreferenceForKey(std::string_view key, const Change& change) {
     platform::Dictionary content = currentContent();
-    content.remove(key);
+    const platform::Value* held = content.find(key);
+    if (auto changed = change(held ? std::optional(*held) : std::nullopt)) {
+        content.set(key, *std::move(changed));
+    } else {
+        content.remove(key);
+    }
     replaceContent(content);
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -27,8 +28,13 @@ public:
     /// is replaced by one that holds just this key.
     void setPreferenceForKey(platform::Value value, std::string_view key);
 
-    /// As `setPreferenceForKey`, but takes the key out.
-    void removePreferenceForKey(std::string_view key);
+    /// What a change makes of what the file holds under a key, each nothing where there is none. It may
+    /// be asked again of a newer file: it keeps what it needs by value and does nothing but answer.
+    using Change = std::function<std::optional<platform::Value>(std::optional<platform::Value> held)>;
+
+    /// As `setPreferenceForKey`, but the value is made from the one that the file holds at the moment
+    /// of the write, without a default. Giving nothing takes the key out.
+    void changePreferenceForKey(std::string_view key, const Change& change);
 
     /// The file's value, without a default.
     std::optional<platform::Value> storedValueForKey(std::string_view key) const;
