@@ -73,7 +73,7 @@ public:
 /// The key of a setting. One that the catalogue does not have does not compile.
 class SettingKey {
 public:
-    // NOLINTNEXTLINE(google-explicit-constructor): tables name settings by their bare keys.
+    // Not explicit: tables name settings by their bare keys.
     consteval SettingKey(const char* key) : _key(key) {
         if (!SettingsCatalogue::find(key)) throw "no such setting";
     }
