@@ -25,8 +25,9 @@ platform::Dictionary sampleTicks(std::size_t count) {
 
 platform::Dictionary settingsWithTicks(std::size_t ticks) {
     platform::Dictionary settings;
-    for (const auto& entry : trivel3::SettingsCatalogue::entries())
-        settings.set(entry.key, entry.defaultValue());
+    for (const auto& entry : trivel3::SettingsCatalogue::entries) {
+        if (auto value = entry.defaultValue()) settings.set(entry.key, *std::move(value));
+    }
     settings.set("CloseAllAppsExceptions", sampleTicks(ticks));
     return settings;
 }

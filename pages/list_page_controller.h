@@ -1,13 +1,21 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include "pages/page_controller.h"
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "pages/preferences_page_controller.h"
 
 namespace trivel3 {
 
 /// The lifecycle of the pages that keep a master array of rows: every row that the page can ever
-/// show is built once, in a fixed order; what is shown is a copy, which `updateSpecifiers` trims and
-/// fits to the settings. Rows are shared between the two, so a property set on a master row shows.
+/// show is built once, in the table's order; what is shown is a copy, which `updateSpecifiers` trims
+/// and fits to the settings. Rows are shared between the two, so a property set on a master row shows.
+///
+/// Choice rows are list items whose user info names a setting and the integer that the row stands
+/// for. Nothing is kept between calls: each cell, each tap and each update reads the settings file
+/// anew, since the add-on and other pages write it too.
 class KavixPreferencesListController : public KavixPreferencesPageController {
 public:
     using KavixPreferencesPageController::KavixPreferencesPageController;
@@ -16,39 +24,41 @@ public:
     void viewWillAppear(bool animated) override;
     void reloadSpecifiers() override;
 
-    /// Reads the settings that the page depends on and changes only what differs from what the rows
-    /// hold, with the given flag on every change of the table. It finds rows by their position in the
-    /// master array, and changes nothing when the rows have not been built.
-    virtual void updateSpecifiers(bool animated) = 0;
+    /// Settles what the page's rows look like, in this order: the facts are read, the page repairs,
+    /// rows are greyed or made usable, blocks come and go, footers change. Only what differs from what
+    /// the rows hold is changed, with the given flag on every change of the table. Rows that have not
+    /// been built stay so, but the repairs are made.
+    virtual void updateSpecifiers(bool animated);
+
+    std::shared_ptr<platform::UITableViewCell> tableView_cellForRowAtIndexPath(platform::UITableView& table,
+                                                                               platform::NSIndexPath path) override;
+    void tableView_didSelectRowAtIndexPath(platform::UITableView& table, platform::NSIndexPath path) override;
 
 protected:
-    /// Every row of the page, in its fixed order. Called once.
-    virtual Specifiers buildSpecifiers() = 0;
-
-    /// The master array; empty until the rows are built.
-    const Specifiers& masterSpecifiers() const { return _kavixSpecifiers; }
-
-    /// Sets a group row's footer and redraws it, when it is not that text already.
-    void setFooter(const std::shared_ptr<platform::PSSpecifier>& group, std::string_view text, bool animated);
-
-    /// Greys a row or makes it usable, and redraws it. A row that has never been set either way is
-    /// set even where that makes no difference.
-    void setEnabled(const std::shared_ptr<platform::PSSpecifier>& row, bool enabled, bool animated);
-
-    /// A run of rows of the master array.
-    struct Block {
-        std::size_t start;
-        std::size_t length;
-    };
-
-    /// Inserts the block right after the row at `anchor` in the master array, or removes it, when it
-    /// is not so already. A block counts as shown when its first row is.
-    void setBlockShown(Block block, bool shown, std::size_t anchor, bool animated);
-    /// Removes the block when it is shown.
-    void removeBlock(Block block, bool animated);
+    virtual const PageTable& pageTable() const = 0;
+    /// What the table's rules are about, from the settings as they are now.
+    virtual Facts readFacts() const { return 0; }
+    /// Settings that contradict one another; each repair is a write of the store.
+    virtual void repair(Facts) {}
+    /// Every row of the table. Called once.
+    virtual Specifiers buildSpecifiers() { return makeRows(pageTable().rows); }
 
 private:
-    Specifiers rowsOf(Block block) const;
+    struct ChoiceAt {
+        ChoiceMode mode;
+        AfterChoice after;
+        /// Nothing for a row without a key, whose setting reads as 0.
+        std::optional<std::string> key;
+        std::int64_t value;
+    };
+
+    void settleEnabled(const std::shared_ptr<platform::PSSpecifier>& row, bool enabled, bool animated);
+    void settlePresence(const Presence& presence, bool shown, bool animated);
+    void settleFooter(const std::shared_ptr<platform::PSSpecifier>& group, std::string_view text, bool animated);
+
+    /// Nothing for a row that is no choice.
+    std::optional<ChoiceAt> choiceAtIndexPath(platform::NSIndexPath path) const;
+    std::int64_t currentValue(const ChoiceAt& choice) const;
 
     Specifiers _kavixSpecifiers;
 };

@@ -9,8 +9,8 @@
 
 namespace trivel3 {
 
-/// An image of the pane's own bundle, made for the screen's scale; null when it is missing. The
-/// bundle is opened from its path at each call.
+/// `imageNamed:inBundle:` for the pane's own bundle: an image of that name, made for the
+/// screen's scale; null when it is missing. The bundle is opened from its path at each call.
 std::shared_ptr<const platform::UIImage> bundleImage(platform::Platform& platform, std::string_view name);
 
 }  // namespace trivel3

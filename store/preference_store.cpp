@@ -33,7 +33,7 @@ void PreferenceStore::setPreferenceForKey(Value value, std::string_view key) {
     changePreferenceForKey(key, [value = std::move(value)](const std::optional<Value>&) { return value; });
 }
 
-void PreferenceStore::changePreferenceForKey(std::string_view key, const ValueChange& change) {
+void PreferenceStore::changePreferenceForKey(std::string_view key, const Change& change) {
     _platform.dictionaries.edit(settingsFile, [key = std::string(key), change](Dictionary held) {
         if (auto value = change(entryOf(held, key))) {
             held.set(key, *std::move(value));

@@ -27,12 +27,13 @@ public:
     /// is replaced by one that holds just this key.
     void setPreferenceForKey(platform::Value value, std::string_view key);
 
-    /// What is to become of a key's value: nothing stands for a key that the file does not hold.
-    using ValueChange = std::function<std::optional<platform::Value>(std::optional<platform::Value> held)>;
+    /// What a change makes of what the file holds under a key, each nothing where there is none. It may
+    /// be asked again of a newer file: it keeps what it needs by value and does nothing but answer.
+    using Change = std::function<std::optional<platform::Value>(std::optional<platform::Value> held)>;
 
-    /// As `setPreferenceForKey`, for a value that depends on the one that is there: `change` makes it from what the
-    /// newest file holds. It captures by value, and may be called again. Nothing takes the key out.
-    void changePreferenceForKey(std::string_view key, const ValueChange& change);
+    /// As `setPreferenceForKey`, but the value is made from the one that the file holds at the moment
+    /// of the write, without a default. Giving nothing takes the key out.
+    void changePreferenceForKey(std::string_view key, const Change& change);
 
     /// The file's value, without a default.
     std::optional<platform::Value> storedValueForKey(std::string_view key) const;

@@ -1,35 +1,16 @@
 // SPDX-License-Identifier: MIT
 #include "store/settings_access.h"
 
+#include "platform/foundation/class_definition.h"
 #include "store/exceptions_file.h"
 #include "store/settings_catalogue.h"
 
 namespace trivel3 {
-namespace {
-
-using Kind = platform::PreferenceAccess::Kind;
-
-Kind accessKind(SettingsCatalogue::Kind kind) {
-    switch (kind) {
-        case SettingsCatalogue::Kind::boolean:
-            return Kind::boolean;
-        case SettingsCatalogue::Kind::integer:
-            return Kind::integer;
-        case SettingsCatalogue::Kind::dictionary:
-            break;
-    }
-    return Kind::dictionary;
-}
-
-}  // namespace
 
 std::vector<platform::PreferenceAccess::Setting> KavixPreferencesSettingsAccess::settings() const {
     std::vector<Setting> all;
-    for (const auto& entry : SettingsCatalogue::entries()) {
-        all.push_back({std::string(entry.key), accessKind(entry.kind), entry.defaultValue()});
-    }
-    // Shown as a switch, but without a default: it reads as nothing until it is first set.
-    all.push_back({"OpenToLastAppWithQS", Kind::boolean, std::nullopt});
+    for (const auto& entry : SettingsCatalogue::entries)
+        all.push_back({std::string(entry.key), entry.kind, entry.defaultValue()});
     return all;
 }
 
@@ -51,3 +32,5 @@ std::vector<platform::PreferenceAccess::ObservedFile> KavixPreferencesSettingsAc
 }
 
 }  // namespace trivel3
+
+template void platform::addClass<trivel3::KavixPreferencesSettingsAccess>(ClassRegistry& classes);

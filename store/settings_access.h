@@ -9,7 +9,7 @@ namespace trivel3 {
 /// The catalogue and the store, for programs that read and set settings by name.
 class KavixPreferencesSettingsAccess final : public platform::PreferenceAccess {
 public:
-    static constexpr const char* className = "KavixPreferencesSettingsAccess";
+    static constexpr const char* registeredName = "KavixPreferencesSettingsAccess";
 
     explicit KavixPreferencesSettingsAccess(platform::Platform& platform) : _store(platform) {}
 

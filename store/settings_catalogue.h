@@ -1,33 +1,86 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
-#include <span>
 #include <string_view>
 
 #include "platform/foundation/value.h"
+#include "platform/services/preference_access.h"
 
 namespace trivel3 {
 
-/// Every settings key that has a default, in the order in which the add-on knows them too. The kind
-/// is part of the contract with the add-on: a boolean true is not the integer 1.
+/// Every settings key, in the order in which the add-on knows them too. The kind is part of the
+/// contract with the add-on: a boolean true is not the integer 1.
 class SettingsCatalogue {
 public:
-    enum class Kind { boolean, integer, dictionary };
+    using Kind = platform::PreferenceAccess::Kind;
 
     struct Entry {
         std::string_view key;
         Kind kind;
         /// A boolean's or an integer's default; 0 for a dictionary, whose default is the empty one.
-        int defaultNumber;
+        /// Nothing for a setting that reads as nothing until it is first set.
+        std::optional<int> defaultNumber;
 
-        platform::Value defaultValue() const;
+        /// Newly made.
+        std::optional<platform::Value> defaultValue() const;
     };
 
-    static std::span<const Entry> entries();
+    // clang-format off
+    static constexpr Entry entries[] = {
+        {"MultiCenter",                   Kind::boolean,    true},
+        {"QuickSwitcher",                 Kind::boolean,    true},
+        {"HotCorners",                    Kind::boolean,    true},
+        {"ReachabilityMode",              Kind::boolean,    true},
+        {"MinimalControlCenterEnabled",   Kind::boolean,    true},
+        {"MinimalControlCenterCondition", Kind::integer,    1},
+        {"OpenToLastApp",                 Kind::boolean,    false},
+        {"QuickLauncherNotPlaying",       Kind::integer,    0},
+        {"QuickLauncherIsPlaying",        Kind::integer,    0},
+        {"QuickLauncherAutoDismissDelay", Kind::integer,    3},
+        {"SliderActionsBrightness",       Kind::integer,    2},
+        {"SliderActionsVolume",           Kind::integer,    2},
+        {"SliderActionsDisableHUD",       Kind::boolean,    false},
+        {"AlbumArtworkAutoDisplay",       Kind::integer,    6},
+        {"AlbumArtworkAutoDismissDelay",  Kind::integer,    1},
+        {"CloseAllAppsNoConfirmation",    Kind::boolean,    false},
+        {"CloseAllAppsBackToHomeScreen",  Kind::boolean,    false},
+        {"CloseAllAppsExcludeNowPlaying", Kind::boolean,    true},
+        {"CloseAllAppsExceptions",        Kind::dictionary, 0},
+        {"UnlimitedQuickSwitcher",        Kind::boolean,    false},
+        {"AccessHomeScreen",              Kind::boolean,    false},
+        {"AccessAppSwitcher",             Kind::boolean,    false},
+        {"InvertHotCorners",              Kind::boolean,    false},
+        {"PeopleInToday",                 Kind::boolean,    false},
+        {"DisableHomeDoubleClick",        Kind::boolean,    false},
+        {"DisableWithKeyboard",           Kind::boolean,    false},  // shown on no page; the add-on reads it
+        {"OpenToLastAppWithQS",           Kind::boolean,    std::nullopt},
+    };
+    // clang-format on
 
-    /// A newly made default; nothing for a key outside the catalogue. Keys are case-sensitive.
+    /// Null for a key outside the catalogue. Keys are case-sensitive.
+    static constexpr const Entry* find(std::string_view key) {
+        const Entry* found = std::ranges::find(entries, key, &Entry::key);
+        return found == std::end(entries) ? nullptr : found;
+    }
+
+    /// A newly made default; nothing for a key that has none.
     static std::optional<platform::Value> defaultForKey(std::string_view key);
+};
+
+/// The key of a setting. One that the catalogue does not have does not compile.
+class SettingKey {
+public:
+    // Not explicit: tables name settings by their bare keys.
+    consteval SettingKey(const char* key) : _key(key) {
+        if (!SettingsCatalogue::find(key)) throw "no such setting";
+    }
+    constexpr operator std::string_view() const { return _key; }
+
+private:
+    std::string_view _key;
 };
 
 }  // namespace trivel3

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/foundation/class_definition.h"
 #include "resources/bundle_image.h"
 #include "support/profile_cell.h"
 
@@ -100,3 +101,5 @@ void KavixPreferencesProfileController::tableView_didSelectRowAtIndexPath(platfo
 }
 
 }  // namespace trivel3
+
+template void platform::addClass<trivel3::KavixPreferencesProfileController>(ClassRegistry& classes);

@@ -13,7 +13,8 @@ class KavixPreferencesProfileController final : public platform::PSViewControlle
                                                 public platform::UITableViewDelegate {
 public:
     using PSViewController::PSViewController;
-    const char* className() const override { return "KavixPreferencesProfileController"; }
+    static constexpr const char* registeredName = "KavixPreferencesProfileController";
+    const char* className() const override { return registeredName; }
 
     std::size_t numberOfSectionsInTableView(platform::UITableView& table) override;
     std::size_t tableView_numberOfRowsInSection(platform::UITableView& table, std::size_t section) override;

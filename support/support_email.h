@@ -13,6 +13,6 @@ inline constexpr std::string_view supportAddress = "support@fenwary.example";
 /// Makes the e-mail to the support desk, with a newly made report of device, packages and settings
 /// as its one attachment. Null when the platform made no composer.
 std::shared_ptr<platform::MFMailComposeViewController> makeSupportEmail(
-    platform::Platform& platform, platform::MFMailComposeViewControllerDelegate& delegate);
+    platform::Platform& platform, const std::shared_ptr<platform::MFMailComposeViewControllerDelegate>& delegate);
 
 }  // namespace trivel3

@@ -4,36 +4,17 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "tests/model/page_tables.h"
+#include "tests/kit/page_tables.h"
 
 namespace fuzz {
 namespace {
 
-using model::PageTable;
-using model::Row;
+using kit::PageTable;
+using Row = kit::ExpectedRow;
 
-/// Positions in a page's table, and how many from there on.
-struct Block {
-    std::string_view page;
-    std::size_t start;
-    std::size_t length;
-};
-
-constexpr std::string_view optionsPage = "KavixPreferencesOptionsController";
-
-constexpr Block blocksThatComeAndGo[] = {
-    {optionsPage, 0, 8},
-    {optionsPage, 10, 1},
-    {optionsPage, 11, 4},
-    {optionsPage, 19, 2},
-    {optionsPage, 29, 2},
-    {"KavixPreferencesQuickLauncherController", 8, 5},
-    {"KavixPreferencesAlbumArtworkController", 4, 5},
-};
-
-bool mayBeAway(std::string_view page, std::size_t position) {
-    return std::ranges::any_of(blocksThatComeAndGo, [&](const Block& block) {
-        return block.page == page && position >= block.start && position < block.start + block.length;
+bool mayBeAway(const PageTable& table, std::size_t position) {
+    return std::ranges::any_of(table.blocks, [position](const kit::ExpectedBlock& block) {
+        return position >= block.start && position < block.start + block.length;
     });
 }
 
@@ -44,7 +25,7 @@ bool isPartOf(const PageTable& table, const std::vector<std::string>& labels) {
         if (row.kind == Row::Kind::group) continue;
         if (next != labels.end() && *next == row.label) {
             ++next;
-        } else if (!mayBeAway(table.className, position)) {
+        } else if (!mayBeAway(table, position)) {
             return false;
         }
     }
@@ -68,7 +49,7 @@ const std::vector<std::string>* applicationRows(std::string_view page) {
 
 const std::vector<std::string_view>& pageNames() {
     static const std::vector<std::string_view> names{"KavixPreferencesController",
-                                                     optionsPage,
+                                                     "KavixPreferencesOptionsController",
                                                      "KavixPreferencesQuickLauncherController",
                                                      "KavixPreferencesSliderActionsController",
                                                      "KavixPreferencesAlbumArtworkController",
@@ -79,11 +60,8 @@ const std::vector<std::string_view>& pageNames() {
 
 bool mayShow(std::string_view page, const std::vector<std::string>& labels) {
     if (const auto* rows = applicationRows(page)) return labels == *rows;
-    for (const PageTable* table : {&model::rootTable(), &model::optionsTable(), &model::quickLauncherTable(),
-                                   &model::sliderActionsTable(), &model::albumArtworkTable()}) {
-        if (table->className == page) return isPartOf(*table, labels);
-    }
-    return false;
+    const PageTable* table = kit::pageTable(page);
+    return table && isPartOf(*table, labels);
 }
 
 }  // namespace fuzz

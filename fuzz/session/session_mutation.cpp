@@ -2,6 +2,7 @@
 #include "fuzz/session/session_mutation.h"
 
 #include <random>
+#include <span>
 #include <utility>
 
 #include "platform/foundation/property_list.h"
@@ -34,10 +35,9 @@ private:
     std::size_t below(std::size_t bound) { return std::uniform_int_distribution<std::size_t>(0, bound - 1)(_random); }
 
     std::string settingsKey() {
-        const auto entries = trivel3::SettingsCatalogue::entries();
-        const std::size_t place = below(entries.size() + 2);
-        if (place == entries.size()) return "OpenToLastAppWithQS";
-        return place > entries.size() ? "CF$UID" : std::string(entries[place].key);
+        constexpr std::span entries = trivel3::SettingsCatalogue::entries;
+        const std::size_t place = below(entries.size() + 1);
+        return place == entries.size() ? "CF$UID" : std::string(entries[place].key);
     }
 
     std::string applicationIdentifier() {

@@ -1,52 +1,49 @@
 // SPDX-License-Identifier: MIT
-#include "pages/features/album_artwork_page.h"
-
-#include "pages/row_table.h"
+#include "pages/list_page_controller.h"
 
 namespace trivel3 {
 namespace {
 
-constexpr std::string_view autoDisplay = "AlbumArtworkAutoDisplay";
-constexpr std::string_view delay = "AlbumArtworkAutoDismissDelay";
+constexpr Choice autoDisplay = {"AlbumArtworkAutoDisplay", ChoiceMode::flagSet, AfterChoice::updateSpecifiers};
+constexpr Choice delay = {"AlbumArtworkAutoDismissDelay"};
+
+constexpr Facts hasEvents = 1;
+constexpr Blocks delays = 1;
 
 // clang-format off
-constexpr RowDescription rows[] = {
-    titledGroupRow("Auto-Display"),
-    choiceRow("On Play",         autoDisplay, 1),
-    choiceRow("On Next",         autoDisplay, 2),
-    choiceRow("On Previous",     autoDisplay, 4),
-    titledGroupRow("Auto-Dismiss"),
-    choiceRow("After 1 second",  delay, 1),
-    choiceRow("After 3 seconds", delay, 3),
-    choiceRow("After 5 seconds", delay, 5),
-    choiceRow("After 8 seconds", delay, 8),
+constexpr Row rows[] = {
+    titledGroup("Auto-Display"),
+    choice("On Play",         autoDisplay, 1),
+    choice("On Next",         autoDisplay, 2),
+    choice("On Previous",     autoDisplay, 4),
+    titledGroup("Auto-Dismiss").in(delays),
+    choice("After 1 second",  delay, 1).in(delays),
+    choice("After 3 seconds", delay, 3).in(delays),
+    choice("After 5 seconds", delay, 5).in(delays),
+    choice("After 8 seconds", delay, 8).in(delays),
 };
 // clang-format on
 
-constexpr std::size_t lastAutoDisplayRow = 3;
-constexpr std::size_t delayGroup = 4;
-constexpr std::size_t delayGroupLength = 5;
-
-constexpr ChoiceRule rules[] = {
-    {autoDisplay, ChoiceMode::flagSet, AfterChoice::updateSpecifiers},
-    {delay, ChoiceMode::singleValue, AfterChoice::nothing},
-};
+constexpr Presence presence[] = {{.block = delays, .shownWhen = all<hasEvents>, .comesBack = true}};
+constexpr PageTable page(rows, presence);
 
 }  // namespace
 
-platform::PSListController::Specifiers KavixPreferencesAlbumArtworkController::buildSpecifiers() {
-    return makeRows(*this, rows);
-}
+/// On which media events the album artwork shows itself, and after how long it goes away.
+class KavixPreferencesAlbumArtworkController final : public KavixPreferencesListController {
+public:
+    using KavixPreferencesListController::KavixPreferencesListController;
+    static constexpr const char* registeredName = "KavixPreferencesAlbumArtworkController";
+    const char* className() const override { return registeredName; }
 
-std::span<const ChoiceRule> KavixPreferencesAlbumArtworkController::choiceRules() const {
-    return rules;
-}
-
-void KavixPreferencesAlbumArtworkController::updateSpecifiers(bool animated) {
-    if (masterSpecifiers().empty()) return;
+protected:
+    const PageTable& pageTable() const override { return page; }
     // A negative value has bits set but stands for no events.
-    const bool hasEvents = platform::integerValue(store().preferenceForKey(autoDisplay)) >= 1;
-    setBlockShown({delayGroup, delayGroupLength}, hasEvents, lastAutoDisplayRow, animated);
-}
+    Facts readFacts() const override {
+        return platform::integerValue(store().preferenceForKey(autoDisplay.key)) >= 1 ? hasEvents : 0;
+    }
+};
 
 }  // namespace trivel3
+
+template void platform::addClass<trivel3::KavixPreferencesAlbumArtworkController>(ClassRegistry& classes);

@@ -1,60 +1,58 @@
 // SPDX-License-Identifier: MIT
-#include "pages/features/close_all_apps_page.h"
-
-#include <iterator>
-#include <utility>
-
-#include "pages/application_rows.h"
-#include "pages/row_table.h"
+#include "pages/application_page_controller.h"
 
 namespace trivel3 {
 namespace {
 
-constexpr std::string_view sparedApplications = "CloseAllAppsExceptions";
-constexpr std::size_t switchSections = 3;
+constexpr SettingKey sparedApplications = "CloseAllAppsExceptions";
 
-constexpr RowDescription switches[] = {
-    groupRow("Remove the confirmation button and close all apps automatically upon swiping up."),
-    switchRow("Auto-Close All Apps", "CloseAllAppsNoConfirmation"),
-    groupRow("Dismiss Multi-Center after closing all apps."),
-    switchRow("Go Home upon Close All", "CloseAllAppsBackToHomeScreen"),
-    groupRow("Do not close app playing background audio."),
-    switchRow("Exclude Currently Playing", "CloseAllAppsExcludeNowPlaying"),
+constexpr Row switches[] = {
+    group("Remove the confirmation button and close all apps automatically upon swiping up."),
+    toggle("Auto-Close All Apps", "CloseAllAppsNoConfirmation"),
+    group("Dismiss Multi-Center after closing all apps."),
+    toggle("Go Home upon Close All", "CloseAllAppsBackToHomeScreen"),
+    group("Do not close app playing background audio."),
+    toggle("Exclude Currently Playing", "CloseAllAppsExcludeNowPlaying"),
 };
-
-// Another program may have mended it meanwhile.
-std::optional<platform::Value> withoutMalformed(std::optional<platform::Value> held) {
-    return held && held->dictionary() ? std::move(held) : std::nullopt;
-}
 
 }  // namespace
 
-platform::PSListController::Specifiers KavixPreferencesCloseAllAppsController::buildSpecifiers() {
-    Specifiers built = makeRows(*this, switches);
-    Specifiers applications = ApplicationRowBuilder(*this).build("Exclude From Close All");
-    built.insert(built.end(), std::move_iterator(applications.begin()), std::move_iterator(applications.end()));
-    return built;
-}
+/// How the gesture that closes all applications behaves, and which applications it spares.
+class KavixPreferencesCloseAllAppsController final : public KavixPreferencesApplicationPageController {
+public:
+    using KavixPreferencesApplicationPageController::KavixPreferencesApplicationPageController;
+    static constexpr const char* registeredName = "KavixPreferencesCloseAllAppsController";
+    const char* className() const override { return registeredName; }
 
-std::size_t KavixPreferencesCloseAllAppsController::firstApplicationSection() const {
-    return switchSections;
-}
+protected:
+    std::span<const Row> ownRows() const override { return switches; }
+    std::string_view applicationsTitle() const override { return "Exclude From Close All"; }
 
-bool KavixPreferencesCloseAllAppsController::isTicked(const std::string& identifier) {
-    const auto spared = store().preferenceForKey(sparedApplications);
-    const platform::Dictionary* ticks = spared ? spared->dictionary() : nullptr;
-    if (spared && !ticks) store().changePreferenceForKey(sparedApplications, withoutMalformed);
-    const platform::Value* tick = ticks ? ticks->find(identifier) : nullptr;
-    return tick && platform::boolValue(*tick);
-}
+    bool isTicked(const std::string& identifier) override {
+        const auto spared = store().preferenceForKey(sparedApplications);
+        const platform::Dictionary* ticks = spared ? spared->dictionary() : nullptr;
+        if (spared && !ticks) removeWhatIsNoDictionary();
+        const platform::Value* tick = ticks ? ticks->find(identifier) : nullptr;
+        return tick && platform::boolValue(*tick);
+    }
 
-void KavixPreferencesCloseAllAppsController::setTicked(bool ticked, const std::string& identifier) {
-    store().changePreferenceForKey(
-        sparedApplications, [ticked, identifier](const std::optional<platform::Value>& held) {
-            platform::Dictionary spared = held && held->dictionary() ? *held->dictionary() : platform::Dictionary();
+    void setTicked(bool ticked, const std::string& identifier) override {
+        store().changePreferenceForKey(sparedApplications, [ticked, identifier](std::optional<platform::Value> held) {
+            platform::Dictionary spared;
+            if (held && held->dictionary()) spared = *held->dictionary();
             spared.set(identifier, ticked);
-            return std::optional<platform::Value>(std::move(spared));
+            return platform::Value(std::move(spared));
         });
-}
+    }
+
+private:
+    void removeWhatIsNoDictionary() {
+        store().changePreferenceForKey(sparedApplications, [](std::optional<platform::Value> held) {
+            return held && held->dictionary() ? held : std::nullopt;
+        });
+    }
+};
 
 }  // namespace trivel3
+
+template void platform::addClass<trivel3::KavixPreferencesCloseAllAppsController>(ClassRegistry& classes);

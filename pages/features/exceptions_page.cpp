@@ -1,27 +1,28 @@
 // SPDX-License-Identifier: MIT
-#include "pages/features/exceptions_page.h"
-
-#include "pages/application_rows.h"
+#include "pages/application_page_controller.h"
 #include "store/exceptions_file.h"
 
 namespace trivel3 {
 
-platform::PSListController::Specifiers KavixPreferencesExceptionsController::buildSpecifiers() {
-    return ApplicationRowBuilder(*this).build();
-}
+/// The applications in which the hot corners are off. Their ticks are a file of its own, with a
+/// notification of its own.
+class KavixPreferencesExceptionsController final : public KavixPreferencesApplicationPageController {
+public:
+    using KavixPreferencesApplicationPageController::KavixPreferencesApplicationPageController;
+    static constexpr const char* registeredName = "KavixPreferencesExceptionsController";
+    const char* className() const override { return registeredName; }
 
-bool KavixPreferencesExceptionsController::isTicked(const std::string& identifier) {
-    const auto ticks = platform().dictionaries.read(exceptions::file);
-    const platform::Value* tick = ticks ? ticks->find(identifier) : nullptr;
-    return tick && platform::boolValue(*tick);
-}
+protected:
+    bool isTicked(const std::string& identifier) override { return exceptions::isTicked(platform(), identifier); }
 
-void KavixPreferencesExceptionsController::setTicked(bool ticked, const std::string& identifier) {
-    platform().dictionaries.edit(exceptions::file, [ticked, identifier](platform::Dictionary ticks) {
-        ticks.set(identifier, ticked);
-        return ticks;
-    });
-    platform().notifications.postNotification(exceptions::changeNotification);
-}
+    void setTicked(bool ticked, const std::string& identifier) override {
+        exceptions::change(platform(), [ticked, identifier](platform::Dictionary ticks) {
+            ticks.set(identifier, ticked);
+            return ticks;
+        });
+    }
+};
 
 }  // namespace trivel3
+
+template void platform::addClass<trivel3::KavixPreferencesExceptionsController>(ClassRegistry& classes);

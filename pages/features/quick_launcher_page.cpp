@@ -1,65 +1,59 @@
 // SPDX-License-Identifier: MIT
-#include "pages/features/quick_launcher_page.h"
-
-#include "pages/row_table.h"
+#include "pages/list_page_controller.h"
 
 namespace trivel3 {
 namespace {
-
-constexpr std::string_view notPlaying = "QuickLauncherNotPlaying";
-constexpr std::string_view isPlaying = "QuickLauncherIsPlaying";
-constexpr std::string_view delay = "QuickLauncherAutoDismissDelay";
 
 constexpr int doNotDisplay = 0;
 constexpr int display = 1;
 constexpr int autoDismiss = 2;
 
+constexpr Choice notPlaying = {"QuickLauncherNotPlaying", ChoiceMode::singleValue, AfterChoice::updateSpecifiers};
+constexpr Choice isPlaying = {"QuickLauncherIsPlaying", ChoiceMode::singleValue, AfterChoice::updateSpecifiers};
+constexpr Choice delay = {"QuickLauncherAutoDismissDelay", ChoiceMode::singleValue, AfterChoice::updateSpecifiers};
+
+constexpr Facts dismissesItself = 1;
+constexpr Blocks delays = 1;
+
 // clang-format off
-constexpr RowDescription rows[] = {
-    titledGroupRow("When No Media is Playing"),
-    choiceRow("Display",         notPlaying, display),
-    choiceRow("Do Not Display",  notPlaying, doNotDisplay),
-    choiceRow("Auto-Dismiss",    notPlaying, autoDismiss),
-    titledGroupRow("When Media is Playing"),
-    choiceRow("Auto-Dismiss",    isPlaying, autoDismiss),
-    choiceRow("Do Not Display",  isPlaying, doNotDisplay),
-    choiceRow("Display",         isPlaying, display),
-    titledGroupRow("Auto-Dismiss"),
-    choiceRow("After 1 second",  delay, 1),
-    choiceRow("After 3 seconds", delay, 3),
-    choiceRow("After 5 seconds", delay, 5),
-    choiceRow("After 8 seconds", delay, 8),
+constexpr Row rows[] = {
+    titledGroup("When No Media is Playing"),
+    choice("Display",         notPlaying, display),
+    choice("Do Not Display",  notPlaying, doNotDisplay),
+    choice("Auto-Dismiss",    notPlaying, autoDismiss),
+    titledGroup("When Media is Playing"),
+    choice("Auto-Dismiss",    isPlaying, autoDismiss),
+    choice("Do Not Display",  isPlaying, doNotDisplay),
+    choice("Display",         isPlaying, display),
+    titledGroup("Auto-Dismiss").in(delays),
+    choice("After 1 second",  delay, 1).in(delays),
+    choice("After 3 seconds", delay, 3).in(delays),
+    choice("After 5 seconds", delay, 5).in(delays),
+    choice("After 8 seconds", delay, 8).in(delays),
 };
 // clang-format on
 
-constexpr std::size_t lastIsPlayingRow = 7;
-constexpr std::size_t delayGroup = 8;
-constexpr std::size_t delayGroupLength = 5;
-
-constexpr ChoiceRule rules[] = {
-    {notPlaying, ChoiceMode::singleValue, AfterChoice::updateSpecifiers},
-    {isPlaying, ChoiceMode::singleValue, AfterChoice::updateSpecifiers},
-    {delay, ChoiceMode::singleValue, AfterChoice::updateSpecifiers},
-};
+constexpr Presence presence[] = {{.block = delays, .shownWhen = all<dismissesItself>, .comesBack = true}};
+constexpr PageTable page(rows, presence);
 
 }  // namespace
 
-platform::PSListController::Specifiers KavixPreferencesQuickLauncherController::buildSpecifiers() {
-    return makeRows(*this, rows);
-}
+/// When the Quick Launcher shows, with and without media playing, and after how long it goes away.
+class KavixPreferencesQuickLauncherController final : public KavixPreferencesListController {
+public:
+    using KavixPreferencesListController::KavixPreferencesListController;
+    static constexpr const char* registeredName = "KavixPreferencesQuickLauncherController";
+    const char* className() const override { return registeredName; }
 
-std::span<const ChoiceRule> KavixPreferencesQuickLauncherController::choiceRules() const {
-    return rules;
-}
-
-void KavixPreferencesQuickLauncherController::updateSpecifiers(bool animated) {
-    if (masterSpecifiers().empty()) return;
-    const auto dismissesItself = [this](std::string_view key) {
-        return platform::integerValue(store().preferenceForKey(key)) == autoDismiss;
-    };
-    const bool idle = dismissesItself(notPlaying);
-    const bool playing = dismissesItself(isPlaying);
-    setBlockShown({delayGroup, delayGroupLength}, idle || playing, lastIsPlayingRow, animated);
-}
+protected:
+    const PageTable& pageTable() const override { return page; }
+    Facts readFacts() const override {
+        const std::int64_t idle = platform::integerValue(store().preferenceForKey(notPlaying.key));
+        const std::int64_t playing = platform::integerValue(store().preferenceForKey(isPlaying.key));
+        return idle == autoDismiss || playing == autoDismiss ? dismissesItself : 0;
+    }
+};
 
 }  // namespace trivel3
+
+template void platform::addClass<trivel3::KavixPreferencesQuickLauncherController>(ClassRegistry& classes);

@@ -1,41 +1,45 @@
 // SPDX-License-Identifier: MIT
-#include "pages/features/slider_actions_page.h"
-
-#include "pages/row_table.h"
+#include "pages/list_page_controller.h"
 
 namespace trivel3 {
 namespace {
 
-constexpr std::string_view brightness = "SliderActionsBrightness";
-constexpr std::string_view volume = "SliderActionsVolume";
+constexpr Choice brightness = {"SliderActionsBrightness"};
+constexpr Choice volume = {"SliderActionsVolume"};
 
 // clang-format off
-constexpr RowDescription rows[] = {
-    titledGroupRow("Tap Brightness Icon to:"),
-    choiceRow("Toggle Auto-Brightness",    brightness, 2),
-    choiceRow("Set Brightness to Minimum", brightness, 0),
-    choiceRow("Set Brightness to Maximum", brightness, 1),
-    titledGroupRow("Tap Volume Icon to:"),
-    choiceRow("Switch to Ringer Volume",   volume, 2),
-    choiceRow("Set Volume to Minimum",     volume, 0),
-    choiceRow("Set Volume to Maximum",     volume, 1),
-    groupRow(),
-    switchRow("Disable Slider HUD", "SliderActionsDisableHUD"),
+constexpr Row rows[] = {
+    titledGroup("Tap Brightness Icon to:"),
+    choice("Toggle Auto-Brightness",    brightness, 2),
+    choice("Set Brightness to Minimum", brightness, 0),
+    choice("Set Brightness to Maximum", brightness, 1),
+    titledGroup("Tap Volume Icon to:"),
+    choice("Switch to Ringer Volume",   volume, 2),
+    choice("Set Volume to Minimum",     volume, 0),
+    choice("Set Volume to Maximum",     volume, 1),
+    group(),
+    toggle("Disable Slider HUD", "SliderActionsDisableHUD"),
 };
 // clang-format on
 
-// The page asks no row for its key, so the switch too goes through as a choice: of a setting that
-// reads as 0 and the value 0, which checks its cell and makes a tap change nothing.
-constexpr ChoiceRule rules[] = {{std::nullopt, ChoiceMode::singleValue, AfterChoice::nothing}};
+// The page asks no row for its key, so the switch too goes through as a choice: its cell is checked
+// and a tap on it changes nothing.
+constexpr PageTable page(rows, {}, ChoiceRows::all);
 
 }  // namespace
 
-platform::PSListController::Specifiers KavixPreferencesSliderActionsController::buildSpecifiers() {
-    return makeRows(*this, rows);
-}
+/// What a tap on the sliders' icons does, and whether the system's slider display is suppressed. No
+/// row depends on another.
+class KavixPreferencesSliderActionsController final : public KavixPreferencesListController {
+public:
+    using KavixPreferencesListController::KavixPreferencesListController;
+    static constexpr const char* registeredName = "KavixPreferencesSliderActionsController";
+    const char* className() const override { return registeredName; }
 
-std::span<const ChoiceRule> KavixPreferencesSliderActionsController::choiceRules() const {
-    return rules;
-}
+protected:
+    const PageTable& pageTable() const override { return page; }
+};
 
 }  // namespace trivel3
+
+template void platform::addClass<trivel3::KavixPreferencesSliderActionsController>(ClassRegistry& classes);

@@ -60,6 +60,11 @@ private:
     std::map<std::string, Entry, std::less<>> _entries;
 };
 
+/// Adds a class under its own name. `T` need only be declared here: the file that defines the class
+/// instantiates this, with `class_definition.h`.
+template <class T>
+void addClass(ClassRegistry& classes);
+
 /// The one symbol that a bundle's module exports: `extern "C" void trivel3RegisterClasses(ClassRegistry&)`
 /// adds the module's classes.
 using RegisterClasses = void(ClassRegistry&);

@@ -49,6 +49,7 @@ public:
     void removeContiguousSpecifiers_animated(const Specifiers& removed, bool animated);
     void removeSpecifier_animated(const std::shared_ptr<PSSpecifier>& removed, bool animated);
 
+    /// Whether the row is on the page: `containsObject:` of the current row array.
     bool containsSpecifier(const std::shared_ptr<PSSpecifier>& specifier) const;
 
     /// The flat position of a row, or of what would stand there; the size of the row array when the

@@ -23,7 +23,8 @@ public:
     using Applications = std::map<std::string, std::string>;
 
     virtual Applications applications() = 0;
-    /// Those for which "isSystemApplication" is as given (`applicationsFilteredUsingPredicate:`).
+    /// Those for which "isSystemApplication" is as given: `applicationsFilteredUsingPredicate:` with the one
+    /// of its predicates "isSystemApplication = TRUE" or "isSystemApplication = FALSE".
     virtual Applications applicationsFilteredBySystem(bool isSystemApplication) = 0;
     /// Null when the application has no icon.
     virtual std::shared_ptr<const UIImage> iconOfSize_forDisplayIdentifier(int size, std::string_view identifier) = 0;

@@ -8,7 +8,8 @@ namespace platform {
 MFMailComposeViewController::MFMailComposeViewController(Platform& platform) : UIViewController(platform.screen) {}
 
 void MFMailComposeViewController::finish(MFMailComposeResult result, const std::string& error) {
-    if (_delegate) _delegate->mailComposeController_didFinishWithResult_error(*this, result, error);
+    if (auto delegate = _delegate.lock())
+        delegate->mailComposeController_didFinishWithResult_error(*this, result, error);
 }
 
 }  // namespace platform

@@ -38,8 +38,10 @@ public:
     explicit MFMailComposeViewController(Platform& platform);
     const char* className() const override { return "MFMailComposeViewController"; }
 
-    /// Not owned; null for none.
-    void setMailComposeDelegate(MFMailComposeViewControllerDelegate* delegate) { _delegate = delegate; }
+    /// Not owned; null for none. One that is gone is not told.
+    void setMailComposeDelegate(std::weak_ptr<MFMailComposeViewControllerDelegate> delegate) {
+        _delegate = std::move(delegate);
+    }
     void setSubject(std::string subject) { _subject = std::move(subject); }
     void setToRecipients(std::vector<std::string> recipients) { _toRecipients = std::move(recipients); }
     void addAttachmentData_mimeType_fileName(std::optional<std::string> data, std::string mimeType,
@@ -55,7 +57,7 @@ public:
     void finish(MFMailComposeResult result, const std::string& error = {});
 
 private:
-    MFMailComposeViewControllerDelegate* _delegate = nullptr;
+    std::weak_ptr<MFMailComposeViewControllerDelegate> _delegate;
     std::string _subject;
     std::vector<std::string> _toRecipients;
     std::vector<Attachment> _attachments;

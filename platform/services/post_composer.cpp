@@ -11,7 +11,7 @@ SLComposeViewController::SLComposeViewController(Platform& platform, std::string
     : UIViewController(platform.screen), _serviceType(std::move(serviceType)) {}
 
 void SLComposeViewController::finish(SLComposeViewControllerResult) {
-    if (auto* presenter = presentingViewController()) {
+    if (auto presenter = presentingViewController()) {
         presenter->dismissViewControllerAnimated_completion(true, nullptr);
     }
 }

@@ -24,6 +24,9 @@ void UINavigationController::pushViewController_animated(std::shared_ptr<UIViewC
 
 bool UINavigationController::popViewControllerAnimated(bool animated) {
     if (_pages.size() < 2) return false;
+    while (!_presented.empty() && _presented.back() && _presented.back()->presentingViewController() == _pages.back()) {
+        dismiss(animated);
+    }
     std::shared_ptr<UIViewController> gone = std::move(_pages.back());
     _pages.pop_back();
     gone->_navigationController = nullptr;

@@ -33,8 +33,8 @@ public:
     /// Loads the page, puts it on top and lets it appear. A view without a size, which is how pages
     /// that make their own leave it, fills the screen.
     void pushViewController_animated(std::shared_ptr<UIViewController> page, bool animated);
-    /// Takes the top page off and lets the one below appear. False, with nothing done, when the top
-    /// page is the only one.
+    /// Takes the top page off, after what it presented on top, and lets the one below appear. False, with
+    /// nothing done, when the top page is the only one.
     bool popViewControllerAnimated(bool animated);
 
     const std::vector<std::shared_ptr<UIViewController>>& viewControllers() const { return _pages; }

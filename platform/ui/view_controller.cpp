@@ -21,7 +21,7 @@ void UIViewController::viewWillAppear(bool) {}
 
 void UIViewController::presentViewController_animated_completion(std::shared_ptr<UIViewController> presented,
                                                                  bool animated, std::function<void()> completion) {
-    if (presented) presented->_presentingViewController = this;
+    if (presented) presented->_presentingViewController = weak_from_this();
     if (_navigationController) _navigationController->present(std::move(presented), animated);
     if (completion) completion();
 }

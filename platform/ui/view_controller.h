@@ -41,8 +41,8 @@ public:
     /// Removes the controller that was presented last, whoever presented it.
     void dismissViewControllerAnimated_completion(bool animated, std::function<void()> completion);
 
-    /// Who presented this controller; null when nobody did.
-    UIViewController* presentingViewController() const { return _presentingViewController; }
+    /// Who presented this controller; null when nobody did, or nobody who is still there.
+    std::shared_ptr<UIViewController> presentingViewController() const { return _presentingViewController.lock(); }
 
     /// The stack that the page is on; null when it is on none.
     UINavigationController* navigationController() const { return _navigationController; }
@@ -62,7 +62,7 @@ private:
     std::shared_ptr<UIView> _view;
     UINavigationItem _navigationItem;
     UINavigationController* _navigationController = nullptr;
-    UIViewController* _presentingViewController = nullptr;
+    std::weak_ptr<UIViewController> _presentingViewController;
 };
 
 }  // namespace platform

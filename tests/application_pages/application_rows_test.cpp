@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "pages/application_rows.h"
+#include "pages/application_page_controller.h"
 #include "pane.h"
 #include "platform/list/list_controller.h"
 
@@ -246,6 +246,18 @@ TEST_P(ApplicationRows, showWhatWasInstalledWhenThePageIsOpenedAnew) {
     EXPECT_THAT(real.screen.labels(GetParam().firstApplicationSection + 1), ElementsAre("New", "Tides"));
 }
 
+TEST_P(ApplicationRows, comeFromTheServiceThatIsThereNow) {
+    Pane before;
+    before.openQuietly(GetParam().className);
+    addScriptedService();
+    script.user = {{"com.a", "A"}};
+    open();
+    EXPECT_THAT(userLabels(), ElementsAre("A"));
+    Pane after;
+    after.openQuietly(GetParam().className);
+    EXPECT_THAT(after.screen.labels(GetParam().firstApplicationSection + 1), IsEmpty());
+}
+
 TEST_P(ApplicationRows, reloadIsToldToTheTable) {
     addScriptedService();
     auto& page = open();
@@ -313,6 +325,8 @@ TEST_P(ApplicationIcons, doNotHideTheCheckmark) {
 }
 
 TEST_P(ApplicationIcons, areNotSetWhenTheServiceIsGone) {
+    open();
+    EXPECT_THAT(pane.screen.cell("A")->imageView()->image, NotNull());
     Pane bare;
     const auto cell = std::make_shared<platform::PSTableCell>(
         platform::PSSpecifier::preferenceSpecifierNamed_target_set_get_detail_cell_edit(

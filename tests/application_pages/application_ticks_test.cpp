@@ -80,6 +80,13 @@ TEST_P(ApplicationTicks, writeAndThenTellAndNothingElse) {
     EXPECT_THAT(pane.log.take(), ElementsAre(written(), posted()));
 }
 
+TEST_P(ApplicationTicks, passTheTapToTheFrameworkFirst) {
+    open();
+    pane.screen.row("Tides")->action = [this](platform::PSSpecifier&) { pane.log.add(notification("framework")); };
+    pane.screen.tap("Tides");
+    EXPECT_THAT(pane.log.take(), ElementsAre(notification("framework"), written(), posted()));
+}
+
 TEST_P(ApplicationTicks, leaveEveryOtherEntryAsItWas) {
     const Dictionary before = {{"com.gone.away", true}, {"com.gone.other", false}, {"com.odd", "text"},
                                {"com.number", 3},       {"&<>\"'", true},          {"", true}};

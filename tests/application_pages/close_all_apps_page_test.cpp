@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "pages/page_controller.h"
+#include "pages/preferences_page_controller.h"
 #include "pane.h"
 #include "platform/foundation/property_list.h"
 

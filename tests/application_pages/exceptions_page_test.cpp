@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "pages/page_controller.h"
+#include "pages/preferences_page_controller.h"
 #include "pane.h"
 
 namespace application_pages_test {

@@ -38,6 +38,7 @@ platform::Result<platform::Stamp> TestPhone::look(std::string_view path) const {
 platform::Result<platform::Stamp> TestPhone::readFile(std::string_view path, std::string& contents,
                                                       std::size_t limit) const {
     ++_reads[std::string(path)];
+    if (onRead) onRead(path);
     return _files.readFile(path, contents, limit);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -31,6 +32,9 @@ public:
 
     /// From now on each write fails, or works again: its last step meets a read-only file system.
     void setWritesFail(bool fail) { _calls.fail = fail; }
+
+    /// Called with the path at each reading through the platform, where it is set.
+    std::function<void(std::string_view path)> onRead;
 
     /// How often the file was asked for through the platform since the last call.
     std::size_t takeReads(std::string_view path);

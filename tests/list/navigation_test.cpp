@@ -99,7 +99,7 @@ TEST_F(Navigation, presentsAndDismissesWithTheCompletions) {
     int completed = 0;
     page.presentViewController_animated_completion(over, true, [&completed] { ++completed; });
     EXPECT_EQ(host.screen.presented(), over);
-    EXPECT_EQ(over->presentingViewController(), &page);
+    EXPECT_EQ(over->presentingViewController().get(), &page);
     page.dismissViewControllerAnimated_completion(false, [&completed] { ++completed; });
     EXPECT_EQ(host.screen.presented(), nullptr);
     EXPECT_EQ(completed, 2);
@@ -121,6 +121,37 @@ TEST_F(Navigation, dismissesNothingWhenNothingIsPresented) {
     EXPECT_THAT(host.log.take(), IsEmpty());
 }
 
+TEST_F(Navigation, takesWhatAPagePresentedAlongWithThePage) {
+    auto& below = host.screen.open("TalkingPage");
+    auto kept = std::make_shared<platform::UIViewController>(host.services());
+    below.presentViewController_animated_completion(kept, true, nullptr);
+    auto& page = host.screen.open("TalkingPage");
+    auto first = std::make_shared<platform::UIViewController>(host.services());
+    auto second = std::make_shared<platform::UIViewController>(host.services());
+    page.presentViewController_animated_completion(first, true, nullptr);
+    page.presentViewController_animated_completion(second, true, nullptr);
+    host.log.take();
+    EXPECT_TRUE(host.screen.back());
+    EXPECT_EQ(only(kit::Event::Kind::dismiss, host.log.take()).size(), 2u);
+    EXPECT_EQ(host.screen.presented(), kept);
+    EXPECT_EQ(kept->presentingViewController().get(), &below);
+    EXPECT_EQ(first->presentingViewController(), nullptr);
+    EXPECT_EQ(second->presentingViewController(), nullptr);
+}
+
+TEST_F(Navigation, forgetsAPageThatGoesFromUnderAnothersComposer) {
+    host.screen.open("TalkingPage");
+    auto& page = host.screen.open("TalkingPage");
+    auto post = host.posts.composeViewControllerForServiceType(host.services(), platform::SLServiceTypeTwitter);
+    page.presentViewController_animated_completion(post, true, nullptr);
+    page.presentViewController_animated_completion(nullptr, true, nullptr);
+    EXPECT_TRUE(host.screen.back());
+    EXPECT_EQ(post->presentingViewController(), nullptr);
+    host.log.take();
+    post->finish(platform::SLComposeViewControllerResult::done);
+    EXPECT_THAT(host.log.take(), IsEmpty());
+}
+
 struct Delegate : platform::MFMailComposeViewControllerDelegate {
     void mailComposeController_didFinishWithResult_error(platform::MFMailComposeViewController&,
                                                          platform::MFMailComposeResult result,
@@ -133,10 +164,12 @@ struct Delegate : platform::MFMailComposeViewControllerDelegate {
 TEST_F(Navigation, tellsTheMailComposersDelegateHowItEnded) {
     platform::MFMailComposeViewController composer(host.services());
     composer.finish(platform::MFMailComposeResult::sent);
-    Delegate delegate;
-    composer.setMailComposeDelegate(&delegate);
+    auto delegate = std::make_shared<Delegate>();
+    composer.setMailComposeDelegate(delegate);
     composer.finish(platform::MFMailComposeResult::failed, "no way out");
-    EXPECT_THAT(delegate.results, ElementsAre(std::pair(platform::MFMailComposeResult::failed, "no way out")));
+    EXPECT_THAT(delegate->results, ElementsAre(std::pair(platform::MFMailComposeResult::failed, "no way out")));
+    delegate.reset();
+    composer.finish(platform::MFMailComposeResult::sent);
 }
 
 TEST_F(Navigation, letsAPostComposerDismissItself) {

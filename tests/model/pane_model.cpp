@@ -10,33 +10,6 @@ namespace {
 using nlohmann::json;
 using platform::Value;
 
-const std::map<std::string, Value>& defaults() {
-    static const std::map<std::string, Value> all = {
-        {"MultiCenter", true},
-        {"QuickSwitcher", true},
-        {"HotCorners", true},
-        {"ReachabilityMode", true},
-        {"MinimalControlCenterEnabled", true},
-        {"MinimalControlCenterCondition", 1},
-        {"OpenToLastApp", false},
-        {"QuickLauncherNotPlaying", 0},
-        {"QuickLauncherIsPlaying", 0},
-        {"QuickLauncherAutoDismissDelay", 3},
-        {"SliderActionsBrightness", 2},
-        {"SliderActionsVolume", 2},
-        {"SliderActionsDisableHUD", false},
-        {"AlbumArtworkAutoDisplay", 6},
-        {"AlbumArtworkAutoDismissDelay", 1},
-        {"UnlimitedQuickSwitcher", false},
-        {"AccessHomeScreen", false},
-        {"AccessAppSwitcher", false},
-        {"InvertHotCorners", false},
-        {"PeopleInToday", false},
-        {"DisableHomeDoubleClick", false},
-    };
-    return all;
-}
-
 bool isGroup(const Row& row) {
     return row.kind == Row::Kind::group;
 }
@@ -49,20 +22,11 @@ json textJson(const std::string& text) {
     return text.empty() ? json(nullptr) : json(text);
 }
 
-const PageTable* pageOf(const std::string& className) {
-    for (const PageTable* table :
-         {&optionsTable(), &quickLauncherTable(), &sliderActionsTable(), &albumArtworkTable()}) {
-        if (table->className == className) return table;
-    }
-    return nullptr;
-}
-
 }  // namespace
 
 std::optional<Value> SettingsModel::read(const std::string& key) const {
     if (const Value* stored = content ? content->find(key) : nullptr) return *stored;
-    auto found = defaults().find(key);
-    return found == defaults().end() ? std::nullopt : std::optional(found->second);
+    return kit::expectedDefault(key);
 }
 
 void SettingsModel::write(const std::string& key, const Value& value, json& events) {
@@ -74,7 +38,7 @@ void SettingsModel::write(const std::string& key, const Value& value, json& even
 }
 
 PaneModel::PaneModel(SettingsModel& settings, Device device) : _settings(settings), _device(device) {
-    open(rootTable());
+    open(kit::rootTable());
 }
 
 json PaneModel::takeEvents() {
@@ -89,7 +53,7 @@ void PaneModel::open(const PageTable& table) {
     }
     if (!_pages.empty()) _events.push_back({{"event", "push"}, {"class", table.className}});
     // The sibling product is not installed, so its row is made usable from the start.
-    if (&table == &optionsTable()) page.enabled[34] = true;
+    if (&table == &kit::optionsTable()) page.enabled[table.rows.size() - 1] = true;
     _pages.push_back(std::move(page));
     update(false);
 }
@@ -138,7 +102,7 @@ void PaneModel::tap(const Place& place) {
     if (row.label == "Ostrel") {
         _events.push_back({{"event", "open-url"}, {"url", "cydia://package/com.fenwary.ostrel"}});
     } else if (row.kind == Row::Kind::link) {
-        if (const PageTable* table = pageOf(row.key)) open(*table);
+        if (const PageTable* table = kit::pageTable(row.key)) open(*table);
     } else if (row.kind == Row::Kind::choice) {
         tapChoice(top(), position, place.section);
     }
@@ -146,10 +110,8 @@ void PaneModel::tap(const Place& place) {
 
 void PaneModel::tapChoice(const Page& page, std::size_t position, std::size_t section) {
     const Row& row = page.table->rows[position];
-    const bool flags = row.key == "MinimalControlCenterCondition" || row.key == "AlbumArtworkAutoDisplay";
     const std::int64_t now = _settings.integer(row.key);
-    std::int64_t wanted = row.value;
-    if (flags && row.value != 0) wanted = (now & row.value) != 0 ? now & ~std::int64_t{row.value} : now | row.value;
+    const std::int64_t wanted = kit::expectedAfterTap(row, now);
     if (wanted == now) return;
     _settings.write(row.key, Value(wanted), _events);
     std::size_t current = 0;
@@ -157,108 +119,40 @@ void PaneModel::tapChoice(const Page& page, std::size_t position, std::size_t se
         if (i > 0 && isGroup(page.table->rows[page.shown[i]])) ++current;
         if (current == section) noteReload(page.shown[i], true);
     }
-    const bool dependents = row.key == "QuickLauncherNotPlaying" || row.key == "QuickLauncherIsPlaying" ||
-                            row.key == "QuickLauncherAutoDismissDelay" || row.key == "AlbumArtworkAutoDisplay";
-    if (dependents) update(true);
+    if (row.updatesPage) update(true);
 }
 
 void PaneModel::moveSwitch(const Place& place, bool on) {
     _settings.write(place.content->key, Value(on), _events);
-    if (top().table != &sliderActionsTable()) update(true);
+    if (top().table != &kit::sliderActionsTable()) update(true);
 }
 
 void PaneModel::update(bool animated) {
-    if (top().table == &rootTable()) updateRoot(animated);
-    if (top().table == &optionsTable()) updateOptions(animated);
-    if (top().table == &quickLauncherTable()) updateQuickLauncher(animated);
-    if (top().table == &albumArtworkTable()) updateAlbumArtwork(animated);
+    const PageTable& table = *top().table;
+    const kit::PageState state =
+        kit::pageState(_device != Device::tablet, _device == Device::tallPhone,
+                       [this](std::string_view key) { return _settings.read(std::string(key)); });
+    if (&table == &kit::optionsTable()) repairOptions(state);
+    for (std::size_t position = 0; position < table.rows.size(); ++position) {
+        if (table.rows[position].usable) want(position, table.rows[position].usable(state), animated);
+    }
+    for (const kit::ExpectedBlock& block : table.blocks) {
+        const std::optional<bool> wanted = block.wanted(state);
+        if (!wanted || *wanted == isShown(block.start)) continue;
+        *wanted ? insertBlock(block, animated) : removeBlock(block, animated);
+    }
+    for (std::size_t position = 0; position < table.rows.size(); ++position) {
+        if (table.rows[position].footerNow) wantFooter(position, table.rows[position].footerNow(state), animated);
+    }
 }
 
-void PaneModel::updateRoot(bool animated) {
-    const bool mc = _settings.truth("MultiCenter");
-    const std::string pull =
-        "Pull up from the bottom left corner of the screen to access, then release your finger on the app you want to "
-        "switch to.";
-    wantFooter(2, mc ? pull : pull + " For the standard multitasking display, pull up further.", animated);
-    wantFooter(4,
-               mc ? "Return to the Home Screen by swiping up from the bottom right corner of the screen."
-                  : "Return to the Home Screen or reveal the multitasking display by swiping up from the bottom right "
-                    "or left corners of the screen.",
-               animated);
-}
-
-void PaneModel::repairOptions(bool mc, bool qs, bool me, bool re) {
-    if (qs && mc) _settings.write("AccessAppSwitcher", Value(false), _events);
-    if (me && re) {
+void PaneModel::repairOptions(const kit::PageState& state) {
+    if (state.quickSwitcher && state.multiCenter) _settings.write("AccessAppSwitcher", Value(false), _events);
+    if (state.minimal && state.reachable) {
         const std::int64_t condition = _settings.integer("MinimalControlCenterCondition");
         _settings.write("MinimalControlCenterCondition", Value(condition & ~std::int64_t{6}), _events);
     }
-    if (!mc) _settings.write("PeopleInToday", Value(false), _events);
-}
-
-void PaneModel::updateOptions(bool animated) {
-    const bool tall = _device == Device::tallPhone;
-    const bool mc = _settings.truth("MultiCenter");
-    const bool qs = _settings.truth("QuickSwitcher");
-    const bool hc = _settings.truth("HotCorners");
-    const bool me = !tall || _settings.truth("MinimalControlCenterEnabled");
-    const bool re = tall && _settings.truth("ReachabilityMode");
-    const bool ol = _settings.truth("OpenToLastApp");
-    repairOptions(mc, qs, me, re);
-
-    const std::pair<std::size_t, bool> wanted[] = {
-        {1, mc},
-        {3, mc},
-        {4, mc && me},
-        {5, mc && me},
-        {6, mc && me && !re},
-        {7, mc && me && !re},
-        {9, mc || qs || hc},
-        {10, mc || qs || hc},
-        {12, mc && !(me && re)},
-        {14, mc},
-        {16, mc},
-        {18, mc},
-        {20, qs},
-        {22, qs},
-        {24, qs && !mc},
-        {26, hc},
-        {28, mc || qs || hc},
-        {30, mc},
-    };
-    for (const auto& [position, enabled] : wanted)
-        want(position, enabled, animated);
-
-    if (tall) {
-        wantBlock(4, 4, 3, me, animated);
-    } else {
-        removeBlock(0, 2, animated);
-        removeBlock(2, 6, animated);
-    }
-    if (_device == Device::tablet) {
-        for (std::size_t start : {11u, 13u, 19u, 29u})
-            removeBlock(start, 2, animated);
-    }
-    wantBlock(10, 1, 9, ol, animated);
-
-    wantFooter(2,
-               me && re ? "Slide up on playback area to dynamically switch between minimal display at will."
-                        : "Hides AirDrop/AirPlay and Track-Seeker.",
-               animated);
-    wantFooter(25,
-               qs ? "Access the Quick Switcher from the right corner, and the Home Screen from the left."
-                  : "Access the App Switcher from the right corner, and the Home Screen from the left.",
-               animated);
-}
-
-void PaneModel::updateQuickLauncher(bool animated) {
-    const bool wanted =
-        _settings.integer("QuickLauncherNotPlaying") == 2 || _settings.integer("QuickLauncherIsPlaying") == 2;
-    wantBlock(8, 5, 7, wanted, animated);
-}
-
-void PaneModel::updateAlbumArtwork(bool animated) {
-    wantBlock(4, 5, 3, _settings.integer("AlbumArtworkAutoDisplay") >= 1, animated);
+    if (!state.multiCenter) _settings.write("PeopleInToday", Value(false), _events);
 }
 
 bool PaneModel::isShown(std::size_t position) const {
@@ -287,38 +181,32 @@ void PaneModel::wantFooter(std::size_t position, const std::string& text, bool a
     noteReload(position, animated);
 }
 
-void PaneModel::wantBlock(std::size_t start, std::size_t length, std::size_t after, bool wanted, bool animated) {
-    if (!wanted) return removeBlock(start, length, animated);
-    if (isShown(start)) return;
-    auto anchor = std::ranges::find(top().shown, after);
+void PaneModel::insertBlock(const kit::ExpectedBlock& block, bool animated) {
+    auto anchor = std::ranges::find(top().shown, block.start - 1);
     if (anchor == top().shown.end()) return;
     const auto position = anchor - top().shown.begin() + 1;
     json labels = json::array();
-    for (std::size_t i = 0; i < length; ++i) {
-        top().shown.insert(top().shown.begin() + position + static_cast<std::ptrdiff_t>(i), start + i);
-        labels.push_back(labelJson(top().table->rows[start + i]));
+    for (std::size_t i = 0; i < block.length; ++i) {
+        top().shown.insert(top().shown.begin() + position + static_cast<std::ptrdiff_t>(i), block.start + i);
+        labels.push_back(labelJson(top().table->rows[block.start + i]));
     }
     _events.push_back({{"event", "insert"}, {"rows", labels}, {"position", position}, {"animated", animated}});
 }
 
-void PaneModel::removeBlock(std::size_t start, std::size_t length, bool animated) {
-    auto first = std::ranges::find(top().shown, start);
-    if (first == top().shown.end()) return;
+void PaneModel::removeBlock(const kit::ExpectedBlock& block, bool animated) {
+    auto first = std::ranges::find(top().shown, block.start);
     const auto position = first - top().shown.begin();
     json labels = json::array();
-    for (std::size_t i = 0; i < length && first != top().shown.end() && *first == start + i; ++i) {
-        labels.push_back(labelJson(top().table->rows[start + i]));
+    for (std::size_t i = 0; i < block.length && first != top().shown.end() && *first == block.start + i; ++i) {
+        labels.push_back(labelJson(top().table->rows[block.start + i]));
         first = top().shown.erase(first);
     }
     _events.push_back({{"event", "remove"}, {"rows", labels}, {"position", position}, {"animated", animated}});
 }
 
 bool PaneModel::isChecked(const Page& page, const Row& row) const {
-    if (row.kind != Row::Kind::choice) return page.table == &sliderActionsTable();
-    const std::int64_t now = _settings.integer(row.key);
-    if (row.key == "MinimalControlCenterCondition") return row.value == 0 ? now == 0 : (now & row.value) != 0;
-    if (row.key == "AlbumArtworkAutoDisplay") return (now & row.value) != 0;
-    return now == row.value;
+    if (row.kind != Row::Kind::choice) return page.table == &kit::sliderActionsTable();
+    return kit::isExpectedChecked(row, _settings.integer(row.key));
 }
 
 json PaneModel::rowJson(const Page& page, std::size_t position) const {

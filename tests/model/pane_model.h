@@ -10,9 +10,12 @@
 #include <vector>
 
 #include "platform/foundation/value.h"
-#include "tests/model/page_tables.h"
+#include "tests/kit/page_tables.h"
 
 namespace model {
+
+using kit::PageTable;
+using Row = kit::ExpectedRow;
 
 /// What the settings file holds, and what a write does to it.
 class SettingsModel {
@@ -68,11 +71,7 @@ private:
 
     void open(const PageTable& table);
     void update(bool animated);
-    void updateRoot(bool animated);
-    void updateOptions(bool animated);
-    void repairOptions(bool mc, bool qs, bool me, bool re);
-    void updateQuickLauncher(bool animated);
-    void updateAlbumArtwork(bool animated);
+    void repairOptions(const kit::PageState& state);
 
     void tapChoice(const Page& page, std::size_t position, std::size_t section);
     bool isChecked(const Page& page, const Row& row) const;
@@ -80,8 +79,8 @@ private:
     bool isShown(std::size_t position) const;
     void want(std::size_t position, bool enabled, bool animated);
     void wantFooter(std::size_t position, const std::string& text, bool animated);
-    void wantBlock(std::size_t start, std::size_t length, std::size_t after, bool wanted, bool animated);
-    void removeBlock(std::size_t start, std::size_t length, bool animated);
+    void insertBlock(const kit::ExpectedBlock& block, bool animated);
+    void removeBlock(const kit::ExpectedBlock& block, bool animated);
     void noteReload(std::size_t position, bool animated);
     nlohmann::json rowJson(const Page& page, std::size_t position) const;
 

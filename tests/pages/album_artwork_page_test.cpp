@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "pages/features/album_artwork_page.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
 
-#include "choice_table.h"
 #include "pane.h"
 
 namespace pages_test {
@@ -24,18 +21,9 @@ constexpr auto delay = "AlbumArtworkAutoDismissDelay";
 
 const Labels delayBlock = {"Auto-Dismiss", "After 1 second", "After 3 seconds", "After 5 seconds", "After 8 seconds"};
 
-TEST(AlbumArtworkPage, hasNineRowsInTheirOrder) {
+TEST(AlbumArtworkPage, hasTheRowsOfItsTable) {
     Pane pane;
-    expectRows(pane, albumArtworkPage,
-               {{"Auto-Display"},
-                {"On Play", autoDisplay, 1},
-                {"On Next", autoDisplay, 2},
-                {"On Previous", autoDisplay, 4},
-                {"Auto-Dismiss"},
-                {"After 1 second", delay, 1},
-                {"After 3 seconds", delay, 3},
-                {"After 5 seconds", delay, 5},
-                {"After 8 seconds", delay, 8}});
+    expectRows(pane, kit::albumArtworkTable());
 }
 
 TEST(AlbumArtworkPage, showsTheDefaultsWithoutAFile) {

@@ -1,13 +1,11 @@
 // SPDX-License-Identifier: MIT
 // The rules that every page's choice rows share, on pages made up for the purpose.
-#include "pages/choice_rows.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
 
-#include "pages/row_table.h"
+#include "pages/list_page_controller.h"
 #include "pane.h"
 
 namespace pages_test {
@@ -18,55 +16,54 @@ using platform::PSSpecifier;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using trivel3::AfterChoice;
+using trivel3::choice;
+using trivel3::Choice;
 using trivel3::ChoiceMode;
-using trivel3::choiceRow;
-using trivel3::ChoiceRule;
-using trivel3::titledGroupRow;
+using trivel3::PageTable;
+using trivel3::Row;
+using trivel3::titledGroup;
 namespace event = kit::event;
 
 constexpr auto singleKey = "QuickLauncherAutoDismissDelay";  // 3 by default
 constexpr auto flagKey = "AlbumArtworkAutoDisplay";          // 6 by default
 constexpr auto unknownKey = "NoSuchSetting";
 
-constexpr ChoiceRule keyedRules[] = {
-    {singleKey, ChoiceMode::singleValue, AfterChoice::updateSpecifiers},
-    {flagKey, ChoiceMode::flagSet, AfterChoice::nothing},
-    {unknownKey, ChoiceMode::singleValue, AfterChoice::nothing},
+constexpr Choice single = {singleKey, ChoiceMode::singleValue, AfterChoice::updateSpecifiers};
+constexpr Choice flags = {flagKey, ChoiceMode::flagSet};
+
+// A table names the catalogue's settings alone; what a row's user info names is another matter.
+constexpr Row unknown(const char* label, int value) {
+    return {.kind = platform::PSCellType::listItem, .label = label, .key = unknownKey, .value = value};
+}
+
+constexpr Row rows[] = {
+    titledGroup("Single"),           choice("One", single, 1),
+    choice("Three", single, 3),      titledGroup("Flags"),
+    choice("No flag", flags, 0),     choice("First flag", flags, 1),
+    choice("Second flag", flags, 2), choice("Third flag", flags, 4),
+    titledGroup("Others"),           unknown("Unknown 0", 0),
+    unknown("Unknown 1", 1),         trivel3::link("Foreign"),
+    trivel3::link("Plain"),          trivel3::link("Text"),
 };
+constexpr PageTable keyed(rows);
+constexpr PageTable unkeyed(rows, {}, trivel3::ChoiceRows::all);
 
-constexpr ChoiceRule unkeyedRules[] = {{std::nullopt, ChoiceMode::singleValue, AfterChoice::nothing}};
-
-class ChoicePage : public trivel3::KavixPreferencesChoiceController {
+class ChoicePage : public trivel3::KavixPreferencesListController {
 public:
-    using KavixPreferencesChoiceController::KavixPreferencesChoiceController;
+    using KavixPreferencesListController::KavixPreferencesListController;
     const char* className() const override { return "ChoicePage"; }
 
     void updateSpecifiers(bool animated) override { updates.push_back(animated); }
     std::vector<bool> updates;
 
 protected:
+    const PageTable& pageTable() const override { return keyed; }
     Specifiers buildSpecifiers() override {
-        static constexpr trivel3::RowDescription rows[] = {
-            titledGroupRow("Single"),
-            choiceRow("One", singleKey, 1),
-            choiceRow("Three", singleKey, 3),
-            titledGroupRow("Flags"),
-            choiceRow("No flag", flagKey, 0),
-            choiceRow("First flag", flagKey, 1),
-            choiceRow("Second flag", flagKey, 2),
-            choiceRow("Third flag", flagKey, 4),
-            titledGroupRow("Others"),
-            choiceRow("Unknown 0", unknownKey, 0),
-            choiceRow("Unknown 1", unknownKey, 1),
-            choiceRow("Foreign", "SomebodyElses", 0),
-            trivel3::linkRow("Plain", {}),
-            trivel3::linkRow("Text", {}),
-        };
-        Specifiers built = trivel3::makeRows(*this, rows);
+        Specifiers built = KavixPreferencesListController::buildSpecifiers();
+        built[11]->setUserInfo(platform::Dictionary{{"identifier", "SomebodyElses"}, {"value", 0}});
         built.back()->setUserInfo("no dictionary");
         return built;
     }
-    std::span<const ChoiceRule> choiceRules() const override { return keyedRules; }
 };
 
 class UnkeyedChoicePage final : public ChoicePage {
@@ -74,7 +71,7 @@ public:
     using ChoicePage::ChoicePage;
 
 protected:
-    std::span<const ChoiceRule> choiceRules() const override { return unkeyedRules; }
+    const PageTable& pageTable() const override { return unkeyed; }
 };
 
 class ChoiceRows : public testing::Test {
@@ -138,7 +135,15 @@ TEST_F(ChoiceRows, writeTheRowsValueAndRedrawTheWholeGroup) {
     EXPECT_THAT(pane.screen.checkedLabels(0), ElementsAre("One"));
 }
 
-TEST_F(ChoiceRows, updateThePageOnlyWhereTheRuleSaysSo) {
+TEST_F(ChoiceRows, passTheTapToTheFrameworkFirst) {
+    open();
+    pane.screen.row("One")->action = [this](PSSpecifier&) { pane.log.add(event::notification("framework")); };
+    pane.screen.tap("One");
+    EXPECT_THAT(pane.log.take(), ElementsAre(event::notification("framework"), settingsWritten(), settingsChanged(),
+                                             testing::_, testing::_, testing::_));
+}
+
+TEST_F(ChoiceRows, updateThePageOnlyWhereTheTableSaysSo) {
     open();
     pane.screen.tap("One");
     EXPECT_THAT(pane.screen.pageAs<ChoicePage>().updates, ElementsAre(true));
@@ -283,7 +288,7 @@ TEST(ChoiceModes, sayWhatIsChecked) {
         {ChoiceMode::flagSetWithNone, -8, 4, false}, {ChoiceMode::flagSetWithNone, INT64_MIN, 1, false},
     };
     for (const Case& each : cases) {
-        EXPECT_EQ(isChoiceChecked(each.mode, each.current, each.value), each.checked)
+        EXPECT_EQ(trivel3::isChoiceChecked(each.mode, each.current, each.value), each.checked)
             << each.current << " against " << each.value;
     }
 }
@@ -304,7 +309,7 @@ TEST(ChoiceModes, sayWhatATapMakesOfTheSetting) {
         {ChoiceMode::flagSetWithNone, 4, 4, 0}, {ChoiceMode::flagSetWithNone, INT64_MIN, 4, INT64_MIN + 4},
     };
     for (const Case& each : cases) {
-        EXPECT_EQ(settingAfterChoice(each.mode, each.current, each.value), each.after)
+        EXPECT_EQ(trivel3::settingAfterChoice(each.mode, each.current, each.value), each.after)
             << each.current << " with " << each.value;
     }
 }

@@ -136,6 +136,9 @@ TEST(InstalledSibling, leavesTheOstrelRowALinkLikeAnyOther) {
     EXPECT_EQ(row->iconImage()->name(), "Ostrel");
 }
 
+constexpr auto siblingInfo =
+    "<plist version=\"1.0\"><dict><key>CFBundleExecutable</key><string>OstrelSettings</string></dict></plist>";
+
 /// A system image that a test puts together: the pane, and a sibling's bundle in some state.
 class SystemImage {
 public:
@@ -147,6 +150,20 @@ public:
 
     std::string path() const { return _folder.path(); }
 
+    /// Puts a whole sibling in place of the empty one.
+    void installSibling() const {
+        fs::remove(sibling());
+        fs::create_directory_symlink(
+            fs::path(TRIVEL3_SYSTEM_WITH_SIBLING) / "Library/PreferenceBundles/OstrelSettings.bundle", sibling());
+    }
+
+    /// An app-list bundle that names a module which it does not have.
+    void putBrokenAppList() const {
+        const fs::path bundle = _folder.path() / "System/Library/PreferenceBundles/AppList.bundle";
+        fs::create_directories(bundle);
+        std::ofstream(bundle / "Info.plist") << siblingInfo;
+    }
+
     void putInSibling(const char* name, std::string_view content) const {
         std::ofstream(sibling() / name, std::ios::binary) << content;
     }
@@ -157,8 +174,25 @@ private:
     kit::TemporaryFolder _folder;
 };
 
-constexpr auto siblingInfo =
-    "<plist version=\"1.0\"><dict><key>CFBundleExecutable</key><string>OstrelSettings</string></dict></plist>";
+void expectSiblingLoaded(const SystemImage& image) {
+    LoadedPane pane(image.path());
+    EXPECT_FALSE(pane.classes.contains("OstrelPrefsController"));
+    pane.screen.tap("Advanced Options");
+    EXPECT_TRUE(pane.classes.contains("OstrelPrefsController"));
+}
+
+TEST(InstalledSibling, isLoadedThoughTheAppListIsMissing) {
+    const SystemImage image;
+    image.installSibling();
+    expectSiblingLoaded(image);
+}
+
+TEST(InstalledSibling, isLoadedThoughTheAppListIsBroken) {
+    const SystemImage image;
+    image.installSibling();
+    image.putBrokenAppList();
+    expectSiblingLoaded(image);
+}
 
 void expectFallback(const std::string& systemImage) {
     LoadedPane pane(systemImage);

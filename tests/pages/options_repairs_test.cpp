@@ -68,6 +68,16 @@ TEST(OptionsRepairs, areTriedAgainWhenTheWriteFailed) {
     EXPECT_EQ(pane.stored("AccessAppSwitcher"), platform::Value(false));
 }
 
+TEST(OptionsRepairs, areMadeBeforeThereAreRows) {
+    Pane pane;
+    auto page = pane.classes.make<KavixPreferencesOptionsController>(optionsPage, pane.services());
+    page->updateSpecifiers(true);
+    EXPECT_THAT(pane.log.take(),
+                ElementsAre(settingsWritten(), settingsChanged(), settingsWritten(), settingsChanged()));
+    EXPECT_EQ(pane.fileValue(),
+              (platform::Dictionary{{"AccessAppSwitcher", false}, {"MinimalControlCenterCondition", 1}}));
+}
+
 TEST(OptionsRepairs, keepTheKeysThatThePaneDoesNotKnow) {
     Pane pane;
     pane.setFile({{"Unknown", "kept"}});

@@ -10,94 +10,17 @@
 namespace pages_test {
 namespace {
 
-using platform::PSCellType;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using trivel3::KavixPreferencesOptionsController;
-
-constexpr auto group = PSCellType::group;
-constexpr auto link = PSCellType::link;
-constexpr auto choice = PSCellType::listItem;
-constexpr auto toggle = PSCellType::switchCell;
-
-struct ExpectedRow {
-    PSCellType kind;
-    std::string_view label;
-    std::string_view keyOrDetail;
-    int value;
-    std::string_view footer;
-};
-
-// clang-format off
-constexpr ExpectedRow expectedRows[] = {
-    {group, "", "", 0, "Puts Toggles near the bottom for easier one-handed access."},
-    {toggle, "Reachable Display", "ReachabilityMode", 0, ""},
-    {group, "", "", 0, "Hides AirDrop/AirPlay and Track-Seeker."},
-    {toggle, "Minimal Display", "MinimalControlCenterEnabled", 0, ""},
-    {choice, "Always", "MinimalControlCenterCondition", 0, ""},
-    {choice, "If no Media is Playing", "MinimalControlCenterCondition", 1, ""},
-    {choice, "If AirPlay is undetected", "MinimalControlCenterCondition", 2, ""},
-    {choice, "If AirDrop is Off", "MinimalControlCenterCondition", 4, ""},
-    {group, "", "", 0, "Centers the last app when accessing the multitasking display via a swipe up."},
-    {toggle, "Open to Last App", "OpenToLastApp", 0, ""},
-    {toggle, "Apply to Quick Switcher", "OpenToLastAppWithQS", 0, ""},
-    {group, "", "", 0, "Swipe up near the bottom of the Multi-Center to display. Swipe down to hide."},
-    {link, "Quick Launcher", "KavixPreferencesQuickLauncherController", 0, ""},
-    {group, "", "", 0, "Set a custom action for tapping on the icon in the center of the Multi-Center sliders."},
-    {link, "Slider Actions", "KavixPreferencesSliderActionsController", 0, ""},
-    {group, "", "", 0, "Tap track title to display, swipe left/right to skip tracks, swipe down to dismiss. "
-                       "Hold track title or album art to open playing app."},
-    {link, "Album Artwork", "KavixPreferencesAlbumArtworkController", 0, ""},
-    {group, "", "", 0, "Swipe up on the Home Screen preview to close all apps in the multitasking display."},
-    {link, "Close All Apps", "KavixPreferencesCloseAllAppsController", 0, ""},
-    {group, "", "", 0, "Display more than six most recent apps."},
-    {toggle, "Unlimited Quick Switcher", "UnlimitedQuickSwitcher", 0, ""},
-    {group, "", "", 0, "Slide further left in Quick Switcher to go to Home Screen."},
-    {toggle, "Access Home Screen", "AccessHomeScreen", 0, ""},
-    {group, "", "", 0, "Pull up further in Quick Switcher to access."},
-    {toggle, "Access App Switcher", "AccessAppSwitcher", 0, ""},
-    {group, "", "", 0, ""},
-    {toggle, "Invert Hot Corners", "InvertHotCorners", 0, ""},
-    {group, "", "", 0, "Select apps to disable Hot Corners in."},
-    {link, "Disable in Applications", "KavixPreferencesExceptionsController", 0, ""},
-    {group, "", "", 0, "Enable to place Recent Contacts in Notification Center."},
-    {toggle, "Move Recent Contacts to NC", "PeopleInToday", 0, ""},
-    {group, "", "", 0, "Enabling increases the speed of exiting apps via single-clicking the home button."},
-    {toggle, "Disable Double-Click Home", "DisableHomeDoubleClick", 0, ""},
-    {group, "", "", 0, "Customize your Toggles & Quick Launcher!"},
-    {link, "Ostrel", "", 0, ""},
-};
-// clang-format on
-
-void expectRow(const platform::PSSpecifier& row, const ExpectedRow& expected) {
-    EXPECT_EQ(row.cellType(), expected.kind);
-    EXPECT_EQ(row.name(), expected.label);
-    EXPECT_EQ(row.textForKey("footerText").value_or(""), expected.footer);
-    EXPECT_EQ(row.identifier().value_or(""), expected.kind == toggle ? expected.keyOrDetail : "");
-    EXPECT_EQ(row.detailControllerClass(), expected.kind == link ? expected.keyOrDetail : "");
-    EXPECT_EQ(static_cast<bool>(row.getter()), expected.kind == toggle);
-    EXPECT_EQ(static_cast<bool>(row.setter()), expected.kind == toggle);
-    if (expected.kind == choice) {
-        EXPECT_EQ(row.userInfo(), platform::Value(platform::Dictionary{{"identifier", expected.keyOrDetail},
-                                                                       {"value", expected.value}}));
-    } else {
-        EXPECT_EQ(row.userInfo(), std::nullopt);
-    }
-}
 
 std::shared_ptr<KavixPreferencesOptionsController> makePage(Pane& pane) {
     return pane.classes.make<KavixPreferencesOptionsController>(optionsPage, pane.services());
 }
 
-TEST(OptionsRows, areThirtyFiveInTheirOrder) {
+TEST(OptionsRows, areThoseOfTheTable) {
     Pane pane;
-    auto page = makePage(pane);
-    const auto& rows = page->specifiers();
-    ASSERT_EQ(rows.size(), std::size(expectedRows));
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        SCOPED_TRACE(i);
-        expectRow(*rows[i], expectedRows[i]);
-    }
+    expectRows(pane, kit::optionsTable());
 }
 
 TEST(OptionsRows, areNotTrimmedBeforeThePageAppears) {
@@ -105,7 +28,7 @@ TEST(OptionsRows, areNotTrimmedBeforeThePageAppears) {
         Pane pane(shape);
         auto page = makePage(pane);
         page->view();
-        EXPECT_EQ(page->specifiers().size(), 35u);
+        EXPECT_EQ(page->specifiers().size(), kit::optionsTable().rows.size());
         EXPECT_EQ(pane.file(), std::nullopt);
     }
 }

@@ -22,36 +22,30 @@ namespace event = kit::event;
 using Events = std::vector<kit::Event>;
 using Labels = std::vector<std::string>;
 
-constexpr auto minimalFooter = "Hides AirDrop/AirPlay and Track-Seeker.";
-constexpr auto withinReachFooter = "Slide up on playback area to dynamically switch between minimal display at will.";
-constexpr auto quickSwitcherCorners =
-    "Access the Quick Switcher from the right corner, and the Home Screen from the left.";
-constexpr auto appSwitcherCorners = "Access the App Switcher from the right corner, and the Home Screen from the left.";
-
 const Labels conditions = {"Always", "If no Media is Playing", "If AirPlay is undetected", "If AirDrop is Off"};
 
 KavixPreferencesOptionsController& options(Pane& pane) {
     return pane.screen.pageAs<KavixPreferencesOptionsController>();
 }
 
-std::optional<std::string> footerAbove(const Pane& pane, std::string_view label) {
-    return pane.screen.footers().at(pane.screen.pathOf(label).section);
+void expectLook(const Pane& pane, const kit::PageState& state) {
+    const kit::PageTable& table = kit::optionsTable();
+    EXPECT_EQ(pane.screen.labels(), kit::expectedLabels(table, state));
+    EXPECT_EQ(pane.screen.greyedLabels(), kit::expectedGreyedLabels(table, state));
+    EXPECT_EQ(pane.screen.footers(), kit::expectedFooters(table, state));
 }
+
+/// What a tall phone without a settings file is in.
+constexpr kit::PageState defaults = {.reachable = true};
 
 /// The redraws of the rows that are greyed or made usable when the page first appears, all rows
 /// being there still.
 Events firstReloads() {
-    const std::pair<const char*, std::size_t> rows[] = {
-        {"Reachable Display", 1},         {"Minimal Display", 3},          {"Always", 4},
-        {"If no Media is Playing", 5},    {"If AirPlay is undetected", 6}, {"If AirDrop is Off", 7},
-        {"Open to Last App", 9},          {"Apply to Quick Switcher", 10}, {"Quick Launcher", 12},
-        {"Slider Actions", 14},           {"Album Artwork", 16},           {"Close All Apps", 18},
-        {"Unlimited Quick Switcher", 20}, {"Access Home Screen", 22},      {"Access App Switcher", 24},
-        {"Invert Hot Corners", 26},       {"Disable in Applications", 28}, {"Move Recent Contacts to NC", 30},
-    };
     Events events;
-    for (const auto& [label, position] : rows)
-        events.push_back(event::reload(label, position, atOnce));
+    const auto& rows = kit::optionsTable().rows;
+    for (std::size_t position = 0; position < rows.size(); ++position) {
+        if (rows[position].usable) events.push_back(event::reload(rows[position].label, position, atOnce));
+    }
     return events;
 }
 
@@ -76,17 +70,7 @@ TEST(OptionsOnATallPhone, repairsGreysTrimsAndExplainsInThatOrder) {
 TEST(OptionsOnATallPhone, showsAllButTheQuickSwitchersShareWithoutAFile) {
     Pane pane;
     pane.openQuietly(optionsPage);
-    EXPECT_THAT(
-        pane.screen.labels(),
-        ElementsAre("Reachable Display", "Minimal Display", "Always", "If no Media is Playing",
-                    "If AirPlay is undetected", "If AirDrop is Off", "Open to Last App", "Quick Launcher",
-                    "Slider Actions", "Album Artwork", "Close All Apps", "Unlimited Quick Switcher",
-                    "Access Home Screen", "Access App Switcher", "Invert Hot Corners", "Disable in Applications",
-                    "Move Recent Contacts to NC", "Disable Double-Click Home", "Ostrel"));
-    EXPECT_THAT(pane.screen.greyedLabels(),
-                ElementsAre("If AirPlay is undetected", "If AirDrop is Off", "Quick Launcher", "Access App Switcher"));
-    EXPECT_EQ(footerAbove(pane, "Minimal Display"), withinReachFooter);
-    EXPECT_EQ(footerAbove(pane, "Invert Hot Corners"), quickSwitcherCorners);
+    expectLook(pane, defaults);
     EXPECT_EQ(pane.fileValue(),
               (platform::Dictionary{{"AccessAppSwitcher", false}, {"MinimalControlCenterCondition", 1}}));
 }
@@ -136,6 +120,38 @@ TEST(OptionsOnAShortPhone, makesTheConditionsUsableBeforeTheyGo) {
     }
 }
 
+TEST(OptionsOnAShortPhone, keepsTheFooterThatItIsBuiltWithWhateverTheFileHolds) {
+    Pane pane(kit::shortPhone);
+    pane.setFile({{"MinimalControlCenterEnabled", true}, {"ReachabilityMode", true}});
+    auto page = pane.classes.make<KavixPreferencesOptionsController>(optionsPage, pane.services());
+    const auto rows = page->specifiers();
+    page->viewWillAppear(false);
+    EXPECT_EQ(rows[2]->textForKey("footerText"), "Hides AirDrop/AirPlay and Track-Seeker.");
+}
+
+TEST(OptionsOnEachDevice, readsTheTwoDisplaysOnATallPhoneAlone) {
+    for (const auto& [shape, reads] : {std::pair{kit::tallPhone, 6u}, {kit::shortPhone, 4u}, {kit::tablet, 4u}}) {
+        Pane pane(shape);
+        // Nothing here is to be repaired.
+        pane.setFile({{"QuickSwitcher", false}, {"ReachabilityMode", false}});
+        pane.openQuietly(optionsPage);
+        pane.phone.takeReads(settingsFile);
+        options(pane).updateSpecifiers(true);
+        EXPECT_EQ(pane.phone.takeReads(settingsFile), reads) << shape.height;
+    }
+}
+
+TEST(OptionsOnEachDevice, removesADevicesRowsWithAnimationWhereThatIsAskedFor) {
+    Pane pane;
+    pane.openQuietly(optionsPage);
+    pane.services().device.userInterfaceIdiom = 1;
+    options(pane).updateSpecifiers(true);
+    const auto removals = only(kit::Event::Kind::remove, pane.log.take());
+    EXPECT_EQ(removals.size(), 6u);
+    for (const kit::Event& removal : removals)
+        EXPECT_EQ(removal.flag, withAnimation) << removal;
+}
+
 TEST(OptionsOnATablet, removesEachPhoneFeatureInItsTurn) {
     Pane pane(kit::tablet);
     pane.screen.open(optionsPage);
@@ -152,17 +168,6 @@ TEST(OptionsOnATablet, removesEachPhoneFeatureInItsTurn) {
                      event::remove({"", "Unlimited Quick Switcher"}, 7, atOnce),
                      event::remove({"", "Move Recent Contacts to NC"}, 15, atOnce),
                      event::remove({"Apply to Quick Switcher"}, 2, atOnce), event::reload("", 10, atOnce)}})));
-}
-
-TEST(OptionsOnATablet, keepsWhatATabletHasAUseFor) {
-    Pane pane(kit::tablet);
-    pane.setFile({{"OpenToLastApp", true}});
-    auto& page = pane.openQuietly(optionsPage);
-    EXPECT_THAT(pane.screen.labels(),
-                ElementsAre("Open to Last App", "Apply to Quick Switcher", "Album Artwork", "Close All Apps",
-                            "Access Home Screen", "Access App Switcher", "Invert Hot Corners",
-                            "Disable in Applications", "Disable Double-Click Home", "Ostrel"));
-    EXPECT_EQ(page.numberOfSectionsInTableView(page.table()), 9u);
 }
 
 struct Screen {
@@ -206,7 +211,6 @@ TEST(OptionsPage, redrawsNothingTheSecondTimeButRepairsAgain) {
 TEST(OptionsPage, removesTheConditionsWithAnimationAndBringsThemBackUnderTheSwitch) {
     Pane pane;
     pane.openQuietly(optionsPage);
-    const auto labels = pane.screen.labels();
     EXPECT_TRUE(pane.screen.moveSwitch("Minimal Display", false));
     EXPECT_THAT(pane.log.take(),
                 ElementsAre(settingsWritten(), settingsChanged(), settingsWritten(), settingsChanged(),
@@ -214,17 +218,14 @@ TEST(OptionsPage, removesTheConditionsWithAnimationAndBringsThemBackUnderTheSwit
                             event::reload("If no Media is Playing", 5, withAnimation),
                             event::reload("Quick Launcher", 11, withAnimation),
                             event::remove(conditions, 4, withAnimation), event::reload("", 2, withAnimation)));
-    EXPECT_EQ(footerAbove(pane, "Minimal Display"), minimalFooter);
-    for (const auto& label : conditions)
-        EXPECT_THAT(pane.screen.labels(), Not(Contains(label)));
+    expectLook(pane, {.minimal = false, .reachable = true});
 
     EXPECT_TRUE(pane.screen.moveSwitch("Minimal Display", true));
     EXPECT_THAT(pane.log.take(),
                 ElementsAre(settingsWritten(), settingsChanged(), settingsWritten(), settingsChanged(),
                             settingsWritten(), settingsChanged(), event::reload("Quick Launcher", 7, withAnimation),
                             event::insert(conditions, 4, withAnimation), event::reload("", 2, withAnimation)));
-    EXPECT_EQ(pane.screen.labels(), labels);
-    EXPECT_EQ(footerAbove(pane, "Minimal Display"), withinReachFooter);
+    expectLook(pane, defaults);
 }
 
 TEST(OptionsPage, showsTheQuickSwitchersShareOnlyWhileItOpensToTheLastApp) {
@@ -276,16 +277,6 @@ TEST(OptionsPage, neverBringsADevicesRowsBackByItself) {
     EXPECT_EQ(pane.screen.labels().front(), "Reachable Display");
 }
 
-TEST(OptionsPage, explainsTheCornersByTheQuickSwitcher) {
-    Pane pane;
-    pane.setFile({{"QuickSwitcher", false}});
-    pane.openQuietly(optionsPage);
-    EXPECT_EQ(footerAbove(pane, "Invert Hot Corners"), appSwitcherCorners);
-    pane.setInFile("QuickSwitcher", true);
-    pane.screen.appear();
-    EXPECT_EQ(footerAbove(pane, "Invert Hot Corners"), quickSwitcherCorners);
-}
-
 TEST(OptionsPage, refusesTheSwitchesOfGreyedRows) {
     Pane pane;
     pane.openQuietly(optionsPage);
@@ -296,125 +287,62 @@ TEST(OptionsPage, refusesTheSwitchesOfGreyedRows) {
     EXPECT_STREQ(pane.screen.top()->className(), "KavixPreferencesOptionsController");
 }
 
-// Every combination of the settings, against the rules said anew.
+// Every combination of the settings, against the table of expectations.
 
-struct Settings {
-    bool multiCenter, quickSwitcher, hotCorners, minimal, reachable, opensToLastApp;
+constexpr kit::Shape devices[] = {kit::tallPhone, kit::shortPhone, kit::tablet};
 
-    explicit Settings(unsigned bits)
-        : multiCenter(bits & 1),
-          quickSwitcher(bits & 2),
-          hotCorners(bits & 4),
-          minimal(bits & 8),
-          reachable(bits & 16),
-          opensToLastApp(bits & 32) {}
-
-    platform::Dictionary file() const {
-        return {{"MultiCenter", multiCenter},
-                {"QuickSwitcher", quickSwitcher},
-                {"HotCorners", hotCorners},
-                {"MinimalControlCenterEnabled", minimal},
-                {"ReachabilityMode", reachable},
-                {"OpenToLastApp", opensToLastApp},
-                {"MinimalControlCenterCondition", 7},
-                {"AccessAppSwitcher", true},
-                {"PeopleInToday", true}};
-    }
-};
-
-struct ExpectedLook {
-    Labels shown;
-    Labels greyed;
-
-    void add(const std::string& label, bool enabled) {
-        shown.push_back(label);
-        if (!enabled) greyed.push_back(label);
-    }
-};
-
-void addDisplayRows(ExpectedLook& look, const Settings& s) {
-    look.add("Reachable Display", s.multiCenter);
-    look.add("Minimal Display", s.multiCenter);
-    if (!s.minimal) return;
-    look.add("Always", s.multiCenter);
-    look.add("If no Media is Playing", s.multiCenter);
-    look.add("If AirPlay is undetected", s.multiCenter && !s.reachable);
-    look.add("If AirDrop is Off", s.multiCenter && !s.reachable);
+platform::Dictionary settingsOf(unsigned bits) {
+    return {{"MultiCenter", (bits & 1) != 0},
+            {"QuickSwitcher", (bits & 2) != 0},
+            {"HotCorners", (bits & 4) != 0},
+            {"MinimalControlCenterEnabled", (bits & 8) != 0},
+            {"ReachabilityMode", (bits & 16) != 0},
+            {"OpenToLastApp", (bits & 32) != 0},
+            {"MinimalControlCenterCondition", 7},
+            {"AccessAppSwitcher", true},
+            {"PeopleInToday", true}};
 }
 
-ExpectedLook expectedLook(const Settings& s, bool phone, bool tall) {
-    const bool any = s.multiCenter || s.quickSwitcher || s.hotCorners;
-    ExpectedLook look;
-    if (tall) addDisplayRows(look, s);
-    look.add("Open to Last App", any);
-    if (s.opensToLastApp) look.add("Apply to Quick Switcher", any);
-    if (phone) look.add("Quick Launcher", s.multiCenter && !(tall && s.minimal && s.reachable));
-    if (phone) look.add("Slider Actions", s.multiCenter);
-    look.add("Album Artwork", s.multiCenter);
-    look.add("Close All Apps", s.multiCenter);
-    if (phone) look.add("Unlimited Quick Switcher", s.quickSwitcher);
-    look.add("Access Home Screen", s.quickSwitcher);
-    look.add("Access App Switcher", s.quickSwitcher && !s.multiCenter);
-    look.add("Invert Hot Corners", s.hotCorners);
-    look.add("Disable in Applications", any);
-    if (phone) look.add("Move Recent Contacts to NC", s.multiCenter);
-    look.add("Disable Double-Click Home", true);
-    look.add("Ostrel", true);
-    return look;
+kit::PageState stateOf(const platform::Dictionary& settings, const kit::Shape& device) {
+    const bool phone = device.idiom == 0;
+    return kit::pageState(phone, phone && device.height >= 568, [&settings](std::string_view key) {
+        const platform::Value* value = settings.find(key);
+        return value ? std::optional(*value) : std::nullopt;
+    });
 }
 
-void expectSettings(const Pane& pane, const Settings& s, bool tall) {
+void expectRepairs(const Pane& pane, const kit::PageState& s) {
     EXPECT_EQ(pane.stored("AccessAppSwitcher"), platform::Value(!(s.quickSwitcher && s.multiCenter)));
-    EXPECT_EQ(pane.stored("MinimalControlCenterCondition"), platform::Value(tall && s.minimal && s.reachable ? 1 : 7));
+    EXPECT_EQ(pane.stored("MinimalControlCenterCondition"), platform::Value(s.minimal && s.reachable ? 1 : 7));
     EXPECT_EQ(pane.stored("PeopleInToday"), platform::Value(s.multiCenter));
 }
 
-struct DeviceClass {
-    kit::Shape shape;
-    bool phone;
-    bool tall;
-};
-
-constexpr DeviceClass devices[] = {
-    {kit::tallPhone, true, true}, {kit::shortPhone, true, false}, {kit::tablet, false, false}};
-
-void expectLook(const Pane& pane, const Settings& s, const DeviceClass& device) {
-    const ExpectedLook look = expectedLook(s, device.phone, device.tall);
-    EXPECT_EQ(pane.screen.labels(), look.shown);
-    EXPECT_EQ(pane.screen.greyedLabels(), look.greyed);
-    if (device.tall) {
-        EXPECT_EQ(footerAbove(pane, "Minimal Display"), s.minimal && s.reachable ? withinReachFooter : minimalFooter);
-    }
-    EXPECT_EQ(footerAbove(pane, "Invert Hot Corners"), s.quickSwitcher ? quickSwitcherCorners : appSwitcherCorners);
-}
-
 TEST(OptionsByRule, looksRightForEverySettingOnEveryDevice) {
-    for (const DeviceClass& device : devices) {
+    for (const kit::Shape& device : devices) {
         for (unsigned bits = 0; bits < 64; ++bits) {
-            SCOPED_TRACE(testing::Message() << "height " << device.shape.height << ", settings " << bits);
-            const Settings settings(bits);
-            Pane pane(device.shape);
-            pane.setFile(settings.file());
+            SCOPED_TRACE(testing::Message() << "height " << device.height << ", settings " << bits);
+            const auto settings = settingsOf(bits);
+            Pane pane(device);
+            pane.setFile(settings);
             pane.openQuietly(optionsPage);
-            expectSettings(pane, settings, device.tall);
-            expectLook(pane, settings, device);
+            expectRepairs(pane, stateOf(settings, device));
+            expectLook(pane, stateOf(settings, device));
         }
     }
 }
 
 TEST(OptionsByRule, getsFromAnyLookToAnyOther) {
-    for (const DeviceClass& device : devices) {
-        Pane pane(device.shape);
+    for (const kit::Shape& device : devices) {
+        Pane pane(device);
         pane.openQuietly(optionsPage);
         for (unsigned from = 0; from < 64; ++from) {
             for (unsigned to = 0; to < 64; to += 5) {
-                SCOPED_TRACE(testing::Message()
-                             << "height " << device.shape.height << ", settings " << from << " to " << to);
-                pane.setFile(Settings(from).file());
+                SCOPED_TRACE(testing::Message() << "height " << device.height << ", settings " << from << " to " << to);
+                pane.setFile(settingsOf(from));
                 pane.screen.appear();
-                pane.setFile(Settings(to).file());
+                pane.setFile(settingsOf(to));
                 pane.screen.appear();
-                expectLook(pane, Settings(to), device);
+                expectLook(pane, stateOf(settingsOf(to), device));
             }
         }
     }

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/foundation/value.h"
+#include "tests/kit/page_tables.h"
 #include "tests/kit/pane.h"
 #include "tests/kit/print.h"
 
@@ -37,5 +38,8 @@ public:
     /// The whole file, for comparison; null when there is none.
     platform::Value fileValue() const;
 };
+
+/// Expects that a newly made page has the table's rows, each bound as its kind is.
+void expectRows(Pane& pane, const kit::PageTable& table);
 
 }  // namespace pages_test

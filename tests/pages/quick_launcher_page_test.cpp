@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: MIT
-#include "pages/features/quick_launcher_page.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "choice_table.h"
 #include "pane.h"
 
 namespace pages_test {
@@ -30,22 +27,9 @@ constexpr kit::NSIndexPath displayIdle{0, 0};
 constexpr kit::NSIndexPath autoDismissPlaying{1, 0};
 constexpr kit::NSIndexPath doNotDisplayPlaying{1, 1};
 
-TEST(QuickLauncherPage, hasThirteenRowsInTheirOrder) {
+TEST(QuickLauncherPage, hasTheRowsOfItsTable) {
     Pane pane;
-    expectRows(pane, quickLauncherPage,
-               {{"When No Media is Playing"},
-                {"Display", notPlaying, 1},
-                {"Do Not Display", notPlaying, 0},
-                {"Auto-Dismiss", notPlaying, 2},
-                {"When Media is Playing"},
-                {"Auto-Dismiss", isPlaying, 2},
-                {"Do Not Display", isPlaying, 0},
-                {"Display", isPlaying, 1},
-                {"Auto-Dismiss"},
-                {"After 1 second", delay, 1},
-                {"After 3 seconds", delay, 3},
-                {"After 5 seconds", delay, 5},
-                {"After 8 seconds", delay, 8}});
+    expectRows(pane, kit::quickLauncherTable());
 }
 
 TEST(QuickLauncherPage, hidesTheDelaysAtOnceWhenItFirstAppears) {

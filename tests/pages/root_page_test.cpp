@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
-#include "pages/root_page.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
+#include "pages/list_page_controller.h"
 #include "pane.h"
+#include "platform/services/mail_composer.h"
 #include "platform/services/post_composer.h"
+#include "platform/ui/button.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/label.h"
 
@@ -14,80 +17,26 @@ namespace {
 
 using kit::atOnce;
 using kit::withAnimation;
-using platform::PSCellType;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using trivel3::KavixPreferencesController;
+using trivel3::KavixPreferencesListController;
 namespace event = kit::event;
 
-constexpr auto mergeFooter =
-    "Merge Multitasking and Control Center. Access by sliding up from the bottom. Slide an app preview down to expand "
-    "it. Slide the Home Screen preview up to close all apps.";
-constexpr auto quickSwitcherFooter =
-    "Pull up from the bottom left corner of the screen to access, then release your finger on the app you want to "
-    "switch to.";
-constexpr auto quickSwitcherFooterWithoutMultiCenter =
-    "Pull up from the bottom left corner of the screen to access, then release your finger on the app you want to "
-    "switch to. For the standard multitasking display, pull up further.";
-constexpr auto hotCornersFooter = "Return to the Home Screen by swiping up from the bottom right corner of the screen.";
-constexpr auto hotCornersFooterWithoutMultiCenter =
-    "Return to the Home Screen or reveal the multitasking display by swiping up from the bottom right or left corners "
-    "of the screen.";
-
-auto hasFootersWithMultiCenter() {
-    return ElementsAre(mergeFooter, quickSwitcherFooter, hotCornersFooter, std::nullopt, std::nullopt, std::nullopt);
+std::vector<std::optional<std::string>> footers(bool multiCenter) {
+    return kit::expectedFooters(kit::rootTable(), {.multiCenter = multiCenter});
 }
 
-auto hasFootersWithoutMultiCenter() {
-    return ElementsAre(mergeFooter, quickSwitcherFooterWithoutMultiCenter, hotCornersFooterWithoutMultiCenter,
-                       std::nullopt, std::nullopt, std::nullopt);
-}
-
-struct ExpectedRow {
-    PSCellType kind;
-    std::string_view label;
-    std::string_view key;
-    std::string_view image;
-    std::string_view detail;
-};
-
-constexpr ExpectedRow expectedRows[] = {
-    {PSCellType::group, "", "", "", ""},
-    {PSCellType::switchCell, "Multi-Center", "MultiCenter", "Multi-Center", ""},
-    {PSCellType::group, "", "", "", ""},
-    {PSCellType::switchCell, "Quick Switcher", "QuickSwitcher", "QuickSwitcher", ""},
-    {PSCellType::group, "", "", "", ""},
-    {PSCellType::switchCell, "Hot Corners", "HotCorners", "HotCorners", ""},
-    {PSCellType::group, "", "", "", ""},
-    {PSCellType::link, "Advanced Options", "", "Configuration", "KavixPreferencesOptionsController"},
-    {PSCellType::group, "", "", "", ""},
-    {PSCellType::link, "The Creators", "", "Creators", "KavixPreferencesProfileController"},
-    {PSCellType::group, "", "", "", ""},
-    {PSCellType::link, "Fenwary Support", "", "Support", ""},
-};
-
-TEST(RootPage, hasTwelveRowsInTheirOrder) {
+TEST(RootPage, hasTheRowsOfItsTable) {
     Pane pane;
-    const auto& rows = pane.openQuietly(rootPage).specifiers();
-    ASSERT_EQ(rows.size(), std::size(expectedRows));
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        SCOPED_TRACE(i);
-        const ExpectedRow& expected = expectedRows[i];
-        EXPECT_EQ(rows[i]->cellType(), expected.kind);
-        EXPECT_EQ(rows[i]->name(), expected.label);
-        EXPECT_EQ(rows[i]->identifier().value_or(""), expected.key);
-        EXPECT_EQ(rows[i]->iconImage() ? rows[i]->iconImage()->name() : "", expected.image);
-        EXPECT_EQ(rows[i]->detailControllerClass(), expected.detail);
-        EXPECT_EQ(static_cast<bool>(rows[i]->action), expected.label == "Fenwary Support");
-    }
+    expectRows(pane, kit::rootTable());
 }
 
 TEST(RootPage, buildsItsRowsWithTheFirstFooterAlone) {
     Pane pane;
-    auto page = pane.classes.make<KavixPreferencesController>(rootPage, pane.services());
+    auto page = pane.classes.make<KavixPreferencesListController>(rootPage, pane.services());
     page->specifiers();
     platform::UITableView table({}, platform::UITableViewStyle::grouped);
-    EXPECT_EQ(page->tableView_titleForFooterInSection(table, 0), mergeFooter);
+    EXPECT_EQ(page->tableView_titleForFooterInSection(table, 0), kit::rootTable().rows.front().footer);
     for (std::size_t section = 1; section < 6; ++section) {
         EXPECT_EQ(page->tableView_titleForFooterInSection(table, section), std::nullopt) << section;
     }
@@ -98,7 +47,7 @@ TEST(RootPage, setsTheFootersAtOnceWhenItFirstAppears) {
     pane.screen.open(rootPage);
     EXPECT_THAT(pane.log.take(), ElementsAre(event::push("KavixPreferencesController"), event::reload("", 2, atOnce),
                                              event::reload("", 4, atOnce)));
-    EXPECT_THAT(pane.screen.footers(), hasFootersWithMultiCenter());
+    EXPECT_EQ(pane.screen.footers(), footers(true));
     EXPECT_EQ(pane.file(), std::nullopt);
 }
 
@@ -117,7 +66,7 @@ TEST(RootPage, changesBothFootersWithAnimationWhenTheMultiCenterGoes) {
     EXPECT_THAT(pane.log.take(), ElementsAre(settingsWritten(), settingsChanged(), event::reload("", 2, withAnimation),
                                              event::reload("", 4, withAnimation)));
     EXPECT_EQ(pane.fileValue(), (platform::Dictionary{{"MultiCenter", false}}));
-    EXPECT_THAT(pane.screen.footers(), hasFootersWithoutMultiCenter());
+    EXPECT_EQ(pane.screen.footers(), footers(false));
     EXPECT_EQ(pane.screen.labels(), labels);
     EXPECT_THAT(pane.screen.onLabels(), ElementsAre("Quick Switcher", "Hot Corners"));
 }
@@ -130,7 +79,7 @@ TEST(RootPage, keepsItsLooksWhenTheOtherSwitchesMove) {
         EXPECT_THAT(pane.log.take(), ElementsAre(settingsWritten(), settingsChanged())) << label;
     }
     EXPECT_EQ(pane.fileValue(), (platform::Dictionary{{"HotCorners", false}, {"QuickSwitcher", false}}));
-    EXPECT_THAT(pane.screen.footers(), hasFootersWithMultiCenter());
+    EXPECT_EQ(pane.screen.footers(), footers(true));
 }
 
 TEST(RootPage, followsAChangeMadeElsewhereWhenItAppearsAgain) {
@@ -139,7 +88,7 @@ TEST(RootPage, followsAChangeMadeElsewhereWhenItAppearsAgain) {
     pane.setFile({{"MultiCenter", false}});
     pane.screen.appear();
     EXPECT_THAT(pane.log.take(), ElementsAre(event::reload("", 2, atOnce), event::reload("", 4, atOnce)));
-    EXPECT_THAT(pane.screen.footers(), hasFootersWithoutMultiCenter());
+    EXPECT_EQ(pane.screen.footers(), footers(false));
 }
 
 TEST(RootPage, followsAChangeMadeElsewhereWhenItIsReloaded) {
@@ -149,7 +98,7 @@ TEST(RootPage, followsAChangeMadeElsewhereWhenItIsReloaded) {
     page.reloadSpecifiers();
     EXPECT_THAT(pane.log.take(), ElementsAre(event::reloadTable("KavixPreferencesController"),
                                              event::reload("", 2, atOnce), event::reload("", 4, atOnce)));
-    EXPECT_THAT(pane.screen.footers(), hasFootersWithoutMultiCenter());
+    EXPECT_EQ(pane.screen.footers(), footers(false));
 }
 
 TEST(RootPage, updatesItselfOnceAfterAWrite) {
@@ -157,20 +106,20 @@ TEST(RootPage, updatesItselfOnceAfterAWrite) {
     pane.openQuietly(rootPage);
     const auto row = pane.screen.row("Hot Corners");
     pane.phone.takeReads(settingsFile);
-    pane.screen.pageAs<KavixPreferencesController>().setPreferences_specifier(false, *row);
+    pane.screen.pageAs<KavixPreferencesListController>().setPreferences_specifier(false, *row);
     EXPECT_EQ(pane.phone.takeReads(settingsFile), 2u) << "once for the write and once for the footers";
 }
 
 TEST(RootPage, reloadsNoRowTheSecondTime) {
     Pane pane;
     pane.openQuietly(rootPage);
-    pane.screen.pageAs<KavixPreferencesController>().updateSpecifiers(true);
+    pane.screen.pageAs<KavixPreferencesListController>().updateSpecifiers(true);
     EXPECT_THAT(pane.log.take(), IsEmpty());
 }
 
 TEST(RootPage, changesNothingBeforeItsRowsAreBuilt) {
     Pane pane;
-    auto page = pane.classes.make<KavixPreferencesController>(rootPage, pane.services());
+    auto page = pane.classes.make<KavixPreferencesListController>(rootPage, pane.services());
     page->updateSpecifiers(true);
     EXPECT_THAT(pane.log.take(), IsEmpty());
     page->specifiers();
@@ -185,7 +134,7 @@ TEST(RootPage, tellsOfAChangeEvenWhenTheWriteFailed) {
     EXPECT_TRUE(pane.screen.moveSwitch("Multi-Center", false));
     EXPECT_THAT(pane.log.take(), ElementsAre(settingsNotWritten(), settingsChanged()));
     EXPECT_TRUE(pane.screen.isOn("Multi-Center"));
-    EXPECT_THAT(pane.screen.footers(), hasFootersWithMultiCenter());
+    EXPECT_EQ(pane.screen.footers(), footers(true));
 }
 
 TEST(RootPage, opensTheAdvancedOptionsAndTheCreators) {
@@ -260,7 +209,7 @@ TEST(RootPage, presentsWhateverItGotWhenNoPostCanBeMade) {
 TEST(RootPage, staysWholeWithoutItsImages) {
     Pane pane(kit::tallPhone, "/nonexistent");
     auto& page = pane.openQuietly(rootPage);
-    EXPECT_EQ(page.specifiers().size(), 12u);
+    EXPECT_EQ(page.specifiers().size(), kit::rootTable().rows.size());
     for (const auto& row : page.specifiers())
         EXPECT_FALSE(row->iconImage());
     auto logo = std::dynamic_pointer_cast<platform::UIImageView>(page.navigationItem().titleView());
@@ -269,10 +218,22 @@ TEST(RootPage, staysWholeWithoutItsImages) {
     EXPECT_FALSE(heartButton(page)->imageForState(platform::UIControlStateNormal));
 }
 
+TEST(RootPage, opensItsBundleForEachImageAnew) {
+    const kit::TemporaryFolder system;
+    Pane pane(kit::tallPhone, system.path());
+    EXPECT_FALSE(pane.openQuietly(rootPage).specifiers()[1]->iconImage());
+    const auto bundles = std::filesystem::path("Library/PreferenceBundles");
+    std::filesystem::create_directories(system.path() / "Library");
+    std::filesystem::create_directory_symlink(kit::stagedSystemImage() / bundles, system.path() / bundles);
+    EXPECT_TRUE(pane.openQuietly(rootPage).specifiers()[1]->iconImage());
+    std::filesystem::remove(system.path() / bundles);
+    EXPECT_FALSE(pane.openQuietly(rootPage).specifiers()[1]->iconImage());
+}
+
 TEST(RootPage, releasesItsRowsWhenItGoes) {
     Pane pane;
     pane.openQuietly(rootPage);
-    auto page = pane.classes.make<KavixPreferencesController>(rootPage, pane.services());
+    auto page = pane.classes.make<KavixPreferencesListController>(rootPage, pane.services());
     std::weak_ptr<platform::PSSpecifier> row = page->specifiers().front();
     page.reset();
     EXPECT_TRUE(row.expired());

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "pages/features/slider_actions_page.h"
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -18,38 +16,9 @@ constexpr auto brightness = "SliderActionsBrightness";
 constexpr auto volume = "SliderActionsVolume";
 constexpr auto disableHud = "SliderActionsDisableHUD";
 
-TEST(SliderActionsPage, hasTenRowsInTheirOrder) {
+TEST(SliderActionsPage, hasTheRowsOfItsTable) {
     Pane pane;
-    const auto& rows = pane.openQuietly(sliderActionsPage).specifiers();
-    const auto choice = [](const char* key, int value) {
-        return platform::Value(platform::Dictionary{{"identifier", key}, {"value", value}});
-    };
-    struct ExpectedRow {
-        const char* label;
-        platform::PSCellType kind;
-        std::optional<platform::Value> userInfo = std::nullopt;
-    };
-    using enum platform::PSCellType;
-    const ExpectedRow expected[] = {
-        {"Tap Brightness Icon to:", group},
-        {"Toggle Auto-Brightness", listItem, choice(brightness, 2)},
-        {"Set Brightness to Minimum", listItem, choice(brightness, 0)},
-        {"Set Brightness to Maximum", listItem, choice(brightness, 1)},
-        {"Tap Volume Icon to:", group},
-        {"Switch to Ringer Volume", listItem, choice(volume, 2)},
-        {"Set Volume to Minimum", listItem, choice(volume, 0)},
-        {"Set Volume to Maximum", listItem, choice(volume, 1)},
-        {"", group},
-        {"Disable Slider HUD", switchCell},
-    };
-    ASSERT_EQ(rows.size(), std::size(expected));
-    for (std::size_t i = 0; i < rows.size(); ++i) {
-        EXPECT_EQ(rows[i]->name(), expected[i].label) << i;
-        EXPECT_EQ(rows[i]->cellType(), expected[i].kind) << i;
-        EXPECT_EQ(rows[i]->userInfo(), expected[i].userInfo) << i;
-        EXPECT_EQ(rows[i]->textForKey("footerText"), std::nullopt) << i;
-    }
-    EXPECT_EQ(rows[9]->identifier(), disableHud);
+    expectRows(pane, kit::sliderActionsTable());
 }
 
 TEST(SliderActionsPage, showsTheDefaultsWithoutAFile) {

@@ -243,9 +243,8 @@ TEST(WrongKinds, doNoHarmInAllKeysAtOnce) {
         SCOPED_TRACE(odd.name);
         Pane pane;
         platform::Dictionary settings;
-        for (const auto& entry : trivel3::SettingsCatalogue::entries())
+        for (const auto& entry : trivel3::SettingsCatalogue::entries)
             settings.set(entry.key, odd.value);
-        settings.set("OpenToLastAppWithQS", odd.value);
         putBinary(pane, settings);
         for (const auto page : {rootPage, optionsPage, quickLauncherPage, sliderActionsPage, albumArtworkPage}) {
             pane.openQuietly(page);

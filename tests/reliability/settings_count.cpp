@@ -27,7 +27,7 @@ bool holds(const Dictionary& content, const Dictionary::Entry& entry) {
 
 std::string settingsNumber(int number) {
     Dictionary settings;
-    for (const auto& entry : trivel3::SettingsCatalogue::entries())
+    for (const auto& entry : trivel3::SettingsCatalogue::entries)
         settings.set(entry.key, number);
     return *platform::writeXmlPropertyList(Value(settings)).bytes;
 }

@@ -196,11 +196,35 @@ TEST_F(Store, tellsWhatTheFileItselfHolds) {
     EXPECT_EQ(store.storedValueForKey("QuickSwitcher"), std::nullopt);
 }
 
-TEST_F(Store, takesAKeyOutWithTheSameWriteAndNotification) {
+TEST_F(Store, changesAValueByWhatTheFileHoldsAtTheWrite) {
+    const auto plusOne = [](std::optional<Value> held) { return Value(platform::integerValue(held) + 1); };
+    host.phone.put(file, Dictionary{{"Count", 1}, {"MultiCenter", false}});
+    EXPECT_EQ(store.preferenceForKey("Count"), Value(1));
+    host.phone.put(file, Dictionary{{"Count", 41}, {"Other", "kept"}});
+    store.changePreferenceForKey("Count", plusOne);
+    EXPECT_EQ(fileValue(), (Dictionary{{"Count", 42}, {"Other", "kept"}}));
+    EXPECT_THAT(host.log.take(), ElementsAre(event::write(std::string(file)), event::notification(changed)));
+}
+
+TEST_F(Store, tellsAChangeOfNoDefault) {
+    for (const char* bytes : {"", "garbage", "<plist><dict/></plist>"}) {
+        host.phone.put(file, std::string_view(bytes));
+        store.changePreferenceForKey("MultiCenter", [](std::optional<Value> held) { return Value(held.has_value()); });
+        EXPECT_EQ(fileValue(), (Dictionary{{"MultiCenter", false}})) << bytes;
+    }
+}
+
+TEST_F(Store, takesAKeyOutForAChangeThatGivesNothing) {
     host.phone.put(file, Dictionary{{"CloseAllAppsExceptions", "damaged"}, {"MultiCenter", false}});
-    store.removePreferenceForKey("CloseAllAppsExceptions");
+    store.changePreferenceForKey("CloseAllAppsExceptions", [](std::optional<Value>) { return std::nullopt; });
     EXPECT_THAT(host.log.take(), ElementsAre(event::write(std::string(file)), event::notification(changed)));
     EXPECT_EQ(fileValue(), (Dictionary{{"MultiCenter", false}}));
+}
+
+TEST_F(Store, postsForAChangeThatCouldNotBeWrittenToo) {
+    host.phone.setWritesFail(true);
+    store.changePreferenceForKey("MultiCenter", [](std::optional<Value>) { return Value(false); });
+    EXPECT_THAT(host.log.take(), ElementsAre(event::write(std::string(file), false), event::notification(changed)));
 }
 
 TEST(TwoStores, knowNothingOfEachOther) {

@@ -3,8 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <span>
 
+#include "tests/kit/page_tables.h"
 #include "tests/kit/print.h"
 
 namespace store_test {
@@ -14,61 +15,25 @@ using platform::Value;
 using trivel3::SettingsCatalogue;
 using Kind = SettingsCatalogue::Kind;
 
-struct ExpectedEntry {
-    const char* key;
-    Kind kind;
-    Value defaultValue;
-};
-
-const ExpectedEntry expectedEntries[] = {
-    {"MultiCenter", Kind::boolean, true},
-    {"QuickSwitcher", Kind::boolean, true},
-    {"HotCorners", Kind::boolean, true},
-    {"ReachabilityMode", Kind::boolean, true},
-    {"MinimalControlCenterEnabled", Kind::boolean, true},
-    {"MinimalControlCenterCondition", Kind::integer, 1},
-    {"OpenToLastApp", Kind::boolean, false},
-    {"QuickLauncherNotPlaying", Kind::integer, 0},
-    {"QuickLauncherIsPlaying", Kind::integer, 0},
-    {"QuickLauncherAutoDismissDelay", Kind::integer, 3},
-    {"SliderActionsBrightness", Kind::integer, 2},
-    {"SliderActionsVolume", Kind::integer, 2},
-    {"SliderActionsDisableHUD", Kind::boolean, false},
-    {"AlbumArtworkAutoDisplay", Kind::integer, 6},
-    {"AlbumArtworkAutoDismissDelay", Kind::integer, 1},
-    {"CloseAllAppsNoConfirmation", Kind::boolean, false},
-    {"CloseAllAppsBackToHomeScreen", Kind::boolean, false},
-    {"CloseAllAppsExcludeNowPlaying", Kind::boolean, true},
-    {"CloseAllAppsExceptions", Kind::dictionary, platform::Dictionary()},
-    {"UnlimitedQuickSwitcher", Kind::boolean, false},
-    {"AccessHomeScreen", Kind::boolean, false},
-    {"AccessAppSwitcher", Kind::boolean, false},
-    {"InvertHotCorners", Kind::boolean, false},
-    {"PeopleInToday", Kind::boolean, false},
-    {"DisableHomeDoubleClick", Kind::boolean, false},
-    {"DisableWithKeyboard", Kind::boolean, false},
-};
-
-TEST(SettingsCatalogue, holdsTwentySixKeysInTheirOrder) {
-    const auto entries = SettingsCatalogue::entries();
-    ASSERT_EQ(entries.size(), 26u);
-    ASSERT_EQ(entries.size(), std::size(expectedEntries));
-    for (std::size_t i = 0; i < entries.size(); ++i) {
-        EXPECT_EQ(entries[i].key, expectedEntries[i].key);
-        EXPECT_EQ(entries[i].kind, expectedEntries[i].kind) << entries[i].key;
-        EXPECT_EQ(entries[i].defaultValue(), expectedEntries[i].defaultValue) << entries[i].key;
-    }
+bool isOfKind(const Value& value, Kind kind) {
+    return (value.boolean() != nullptr) == (kind == Kind::boolean) &&
+           (value.integer() != nullptr) == (kind == Kind::integer) &&
+           (value.dictionary() != nullptr) == (kind == Kind::dictionary);
 }
 
-TEST(SettingsCatalogue, givesEachDefaultInItsOwnKind) {
-    for (const ExpectedEntry& entry : expectedEntries) {
-        const auto found = SettingsCatalogue::defaultForKey(entry.key);
-        ASSERT_TRUE(found) << entry.key;
-        EXPECT_EQ(*found, entry.defaultValue) << entry.key;
-        EXPECT_EQ(found->boolean() != nullptr, entry.kind == Kind::boolean) << entry.key;
-        EXPECT_EQ(found->integer() != nullptr, entry.kind == Kind::integer) << entry.key;
-        EXPECT_EQ(found->dictionary() != nullptr, entry.kind == Kind::dictionary) << entry.key;
+TEST(SettingsCatalogue, holdsTheSettingsInTheirOrderAndLastTheOneWithoutADefault) {
+    const auto expected = kit::expectedSettings();
+    const std::span entries = SettingsCatalogue::entries;
+    ASSERT_EQ(entries.size(), expected.size() + 1);
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        EXPECT_EQ(entries[i].key, expected[i].key);
+        EXPECT_EQ(entries[i].defaultValue(), expected[i].defaultValue) << expected[i].key;
+        EXPECT_EQ(SettingsCatalogue::defaultForKey(expected[i].key), expected[i].defaultValue) << expected[i].key;
+        EXPECT_TRUE(isOfKind(expected[i].defaultValue, entries[i].kind)) << expected[i].key;
     }
+    EXPECT_EQ(entries.back().key, kit::settingWithoutDefault);
+    EXPECT_EQ(entries.back().kind, Kind::boolean);
+    EXPECT_EQ(entries.back().defaultValue(), std::nullopt);
 }
 
 TEST(SettingsCatalogue, givesNothingForAnyOtherKey) {

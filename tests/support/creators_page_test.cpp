@@ -42,6 +42,8 @@ protected:
         return platform.log.take();
     }
 
+    static std::string nameOf(const platform::UIImageView& view) { return view.image ? view.image->name() : ""; }
+
     kit::Pane platform;
 };
 
@@ -88,7 +90,7 @@ TEST_F(CreatorsPage, givesCreatorsTallRowsAndTheMakerAPlainOne) {
 
 TEST_F(CreatorsPage, showsTheFirstCreator) {
     const auto cell = produce(tableOf(open()), first);
-    EXPECT_EQ(cell->avatarView()->image->name(), "Daxon");
+    EXPECT_EQ(nameOf(*cell->avatarView()), "Daxon");
     EXPECT_EQ(cell->nameLabel()->text(), "Daxon (@Daxon_QT)");
 }
 
@@ -107,7 +109,7 @@ TEST_F(CreatorsPage, tellsTheFirstCreatorsTrade) {
 
 TEST_F(CreatorsPage, showsTheSecondCreator) {
     const auto cell = produce(tableOf(open()), second);
-    EXPECT_EQ(cell->avatarView()->image->name(), "Movane");
+    EXPECT_EQ(nameOf(*cell->avatarView()), "Movane");
     EXPECT_EQ(cell->nameLabel()->text(), "Movane (@MovaneX)");
     EXPECT_EQ(cell->infoLabel()->text(), "Don't be afraid.\nI know it's not easy.");
 }
@@ -115,11 +117,11 @@ TEST_F(CreatorsPage, showsTheSecondCreator) {
 TEST_F(CreatorsPage, showsTheMakerInAPlainRowUnderTheBadge) {
     const auto cell = produce(tableOf(open()), maker);
     EXPECT_EQ(cell->textLabel()->text(), "Follow Fenwary");
-    EXPECT_EQ(cell->imageView()->image->name(), "Logo");
+    EXPECT_EQ(nameOf(*cell->imageView()), "Logo");
     EXPECT_FALSE(cell->avatarView()->image);
     EXPECT_FALSE(cell->nameLabel()->text());
     EXPECT_FALSE(cell->infoLabel()->text());
-    EXPECT_EQ(cell->twitterView()->image->name(), "Twitter");
+    EXPECT_EQ(nameOf(*cell->twitterView()), "Twitter");
 }
 
 TEST_F(CreatorsPage, pointsOnwardFromEveryRow) {
@@ -164,13 +166,15 @@ TEST_F(CreatorsPage, leavesNothingOfACreatorInTheMakersRow) {
 }
 
 TEST_F(CreatorsPage, leavesTheMakersTextAndLogoBeneathACreatorInAReusedCell) {
-    platform::UITableView& table = tableOf(open());
-    const auto cell = produce(table, maker);
-    table.enqueueReusableCell(cell);
-    ASSERT_EQ(produce(table, second), cell);
-    EXPECT_EQ(cell->nameLabel()->text(), "Movane (@MovaneX)");
-    EXPECT_EQ(cell->textLabel()->text(), "Follow Fenwary");
-    EXPECT_EQ(cell->imageView()->image->name(), "Logo");
+    for (const auto& [path, creator] : {std::pair{first, "Daxon (@Daxon_QT)"}, {second, "Movane (@MovaneX)"}}) {
+        platform::UITableView& table = tableOf(open());
+        const auto cell = produce(table, maker);
+        table.enqueueReusableCell(cell);
+        ASSERT_EQ(produce(table, path), cell);
+        EXPECT_EQ(cell->nameLabel()->text(), creator);
+        EXPECT_EQ(cell->textLabel()->text(), "Follow Fenwary");
+        EXPECT_EQ(nameOf(*cell->imageView()), "Logo");
+    }
 }
 
 TEST_F(CreatorsPage, opensTheWebWhereThereIsNoClient) {
@@ -190,6 +194,29 @@ TEST_F(CreatorsPage, opensTheNetworksApplicationBeforeTheWeb) {
     EXPECT_THAT(eventsOfTap(second), ElementsAre(kit::event::canOpenUrl("tweetbot:///user_profile/MovaneX", false),
                                                  kit::event::canOpenUrl("twitter:///user?screen_name=MovaneX", true),
                                                  kit::event::openUrl("twitter:///user?screen_name=MovaneX", true)));
+}
+
+/// Notes whether the table has a selected row when an address is asked for or opened.
+struct WatchingApplication final : platform::UIApplication {
+    bool canOpenURL(std::string_view) override { return note(); }
+    bool openURL(std::string_view) override { return note(); }
+    bool note() {
+        selected.push_back(table->indexPathForSelectedRow().has_value());
+        return false;
+    }
+    platform::UITableView* table = nullptr;
+    std::vector<bool> selected;
+};
+
+TEST_F(CreatorsPage, deselectsTheRowBeforeItAsksForAnAddress) {
+    WatchingApplication application;
+    platform::Platform& usual = platform.services();
+    platform::Platform watched{usual.files,       usual.notifications, usual.classes, usual.system, application,
+                               usual.deviceQuery, usual.mail,          usual.posts,   usual.device, usual.screen};
+    KavixPreferencesProfileController page(watched);
+    application.table = &tableOf(page);
+    EXPECT_TRUE(application.table->touchRowAtIndexPath(first));
+    EXPECT_THAT(application.selected, ElementsAre(false, false, false));
 }
 
 TEST_F(CreatorsPage, opensNothingForASectionThatNobodyKnows) {

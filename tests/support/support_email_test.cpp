@@ -111,23 +111,22 @@ public:
         std::vector<std::string>& _order;
     };
 
+    OrderedPlatform() {
+        phone.onRead = [this](std::string_view path) { order.emplace_back(path); };
+    }
+
     std::vector<std::string> order;
     Query query{order};
     Mail composers{order};
     platform::Platform ordered{phone, notifications, classes, system, application, query, composers, posts, {}, {}};
 };
 
-struct NoDelegate final : platform::MFMailComposeViewControllerDelegate {
-    void mailComposeController_didFinishWithResult_error(MFMailComposeViewController&, MFMailComposeResult,
-                                                         const std::string&) override {}
-};
-
-TEST(SupportEmailOrder, asksForTheComposerFirstAndThenForEachAnswerInItsOrder) {
+TEST(SupportEmailOrder, asksForTheComposerFirstAndThenForEachPartInItsOrder) {
     OrderedPlatform platform;
-    NoDelegate nobody;
-    ASSERT_TRUE(makeSupportEmail(platform.ordered, nobody));
-    EXPECT_THAT(platform.order, ElementsAre("composer", "UniqueDeviceID", "ProductVersion", "ProductType", "DiskUsage",
-                                            "DeviceColor", "CPUArchitecture"));
+    ASSERT_TRUE(makeSupportEmail(platform.ordered, nullptr));
+    EXPECT_THAT(platform.order,
+                ElementsAre("composer", "UniqueDeviceID", "ProductVersion", "ProductType", "DiskUsage", "DeviceColor",
+                            "CPUArchitecture", "/var/lib/dpkg/status", std::string(kit::settingsFile)));
 }
 
 }  // namespace

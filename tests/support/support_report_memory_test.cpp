@@ -19,11 +19,6 @@ constexpr std::size_t slack = 8 * megabyte;
 // The greatest exit status; a failure gives it too.
 constexpr std::size_t tooMuch = 255;
 
-struct NoDelegate final : platform::MFMailComposeViewControllerDelegate {
-    void mailComposeController_didFinishWithResult_error(platform::MFMailComposeViewController&,
-                                                         platform::MFMailComposeResult, const std::string&) override {}
-};
-
 std::size_t peakMemory() {
     rusage usage{};
     ::getrusage(RUSAGE_SELF, &usage);
@@ -44,8 +39,7 @@ std::size_t megabytesTakenBySupportEmail(std::string_view repeated) {
     const pid_t child = ::fork();
     if (child == 0) {
         const std::size_t before = peakMemory();
-        NoDelegate nobody;
-        const auto composer = makeSupportEmail(platform.services(), nobody);
+        const auto composer = makeSupportEmail(platform.services(), nullptr);
         const bool complete = composer && composer->attachments().at(0).data->size() >= databaseSize - megabyte;
         const std::size_t taken = (peakMemory() - before) / megabyte;
         ::_exit(complete ? static_cast<int>(std::min(taken, tooMuch)) : static_cast<int>(tooMuch));

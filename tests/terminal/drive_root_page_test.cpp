@@ -53,14 +53,6 @@ TEST_F(DriveRoot, switchingMultiCenterOffWritesTellsAndChangesTwoFooters) {
     EXPECT_EQ(readSettings(phone), settingsOf({{"MultiCenter", "<false/>"}}));
 }
 
-TEST_F(DriveRoot, switchingQuickSwitcherOffChangesNothingElse) {
-    Drive drive(ctl);
-    drive.show();
-    const json answer = drive.moveSwitch("Quick Switcher", false);
-    EXPECT_EQ(answer.at("events"), json::array({written(), notified()}));
-    EXPECT_EQ(rowLabelled(answer, "Quick Switcher").at("on"), false);
-}
-
 // A finger cannot tell either whether somebody else has changed the file since.
 TEST_F(DriveRoot, switchThatStandsThereAlreadyIsHandedOnAllTheSame) {
     Drive drive(ctl);
@@ -114,15 +106,6 @@ TEST_F(DriveRoot, changeFromElsewhereShowsWhenThePageIsReloaded) {
     EXPECT_EQ(labelsOf(answer).size(), 6U);
 }
 
-TEST_F(DriveRoot, tapOnASwitchRowDoesNothing) {
-    Drive drive(ctl);
-    drive.show();
-    const json answer = drive.tap("Multi-Center");
-    EXPECT_EQ(answer.at("ok"), true);
-    EXPECT_EQ(answer.at("events"), json::array());
-    EXPECT_FALSE(fs::exists(phone.settingsFile()));
-}
-
 TEST_F(DriveRoot, linkIsFollowedAndLeftAgain) {
     Drive drive(ctl);
     drive.show();
@@ -135,15 +118,6 @@ TEST_F(DriveRoot, linkIsFollowedAndLeftAgain) {
     EXPECT_EQ(popped.at("ok"), true);
     EXPECT_EQ(popped.at("events"), json::array({{{"event", "pop"}, {"class", "KavixPreferencesController"}}}));
     EXPECT_EQ(popped.at("page").at("title"), "Trivel 3");
-}
-
-TEST_F(DriveRoot, pageThatComesIntoViewAppears) {
-    Drive drive(ctl);
-    drive.tap("The Creators");
-    writeSettings(phone, settingsOf({{"MultiCenter", "<false/>"}}));
-    EXPECT_EQ(drive.back().at("events"), json::array({{{"event", "pop"}, {"class", "KavixPreferencesController"}},
-                                                      reloadOf(nullptr, 2, false),
-                                                      reloadOf(nullptr, 4, false)}));
 }
 
 TEST_F(DriveRoot, thereIsNoWayBackFromTheFirstPage) {

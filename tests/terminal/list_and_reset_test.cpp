@@ -2,6 +2,7 @@
 #include <sstream>
 
 #include "tests/kit/expectations.h"
+#include "tests/kit/page_tables.h"
 #include "tests/kit/phone.h"
 #include "tests/kit/trivel3ctl.h"
 
@@ -15,40 +16,20 @@ namespace fs = std::filesystem;
 using testing::ElementsAreArray;
 using testing::HasSubstr;
 
-json entry(const char* key, const json& standard) {
-    const char* kind = standard.is_boolean() ? "boolean" : standard.is_object() ? "dictionary" : "integer";
-    return {{"key", key}, {"kind", kind}, {"value", standard}, {"default", standard}, {"stored", false}};
+json entry(const std::string& key, const platform::Value& standard) {
+    json shown = json::object();
+    if (const bool* truth = standard.boolean()) shown = *truth;
+    if (standard.integer()) shown = platform::integerValue(standard);
+    const char* kind = shown.is_boolean() ? "boolean" : shown.is_object() ? "dictionary" : "integer";
+    return {{"key", key}, {"kind", kind}, {"value", shown}, {"default", shown}, {"stored", false}};
 }
 
-// The catalogue, in its order, and the key that has no default after it.
+// The settings with a default, in their order, and the one without after them.
 json untouchedSettings() {
-    json all = {entry("MultiCenter", true),
-                entry("QuickSwitcher", true),
-                entry("HotCorners", true),
-                entry("ReachabilityMode", true),
-                entry("MinimalControlCenterEnabled", true),
-                entry("MinimalControlCenterCondition", 1),
-                entry("OpenToLastApp", false),
-                entry("QuickLauncherNotPlaying", 0),
-                entry("QuickLauncherIsPlaying", 0),
-                entry("QuickLauncherAutoDismissDelay", 3),
-                entry("SliderActionsBrightness", 2),
-                entry("SliderActionsVolume", 2),
-                entry("SliderActionsDisableHUD", false),
-                entry("AlbumArtworkAutoDisplay", 6),
-                entry("AlbumArtworkAutoDismissDelay", 1),
-                entry("CloseAllAppsNoConfirmation", false),
-                entry("CloseAllAppsBackToHomeScreen", false),
-                entry("CloseAllAppsExcludeNowPlaying", true),
-                entry("CloseAllAppsExceptions", json::object()),
-                entry("UnlimitedQuickSwitcher", false),
-                entry("AccessHomeScreen", false),
-                entry("AccessAppSwitcher", false),
-                entry("InvertHotCorners", false),
-                entry("PeopleInToday", false),
-                entry("DisableHomeDoubleClick", false),
-                entry("DisableWithKeyboard", false)};
-    all.push_back({{"key", "OpenToLastAppWithQS"},
+    json all = json::array();
+    for (const kit::ExpectedSetting& setting : kit::expectedSettings())
+        all.push_back(entry(setting.key, setting.defaultValue));
+    all.push_back({{"key", kit::settingWithoutDefault},
                    {"kind", "boolean"},
                    {"value", nullptr},
                    {"default", nullptr},

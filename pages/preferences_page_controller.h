@@ -2,14 +2,17 @@
 #pragma once
 
 #include <optional>
+#include <span>
 
+#include "pages/page_table.h"
+#include "platform/foundation/class_definition.h"
 #include "platform/list/list_controller.h"
 #include "store/preference_store.h"
 
 namespace trivel3 {
 
-/// What every list page of the pane has: the store, and the getter and setter that its switch rows
-/// are bound to.
+/// What every list page of the pane has: the store, rows made of a table, and the getter and setter
+/// that its switch rows are bound to.
 class KavixPreferencesPageController : public platform::PSListController {
 public:
     using platform::PSListController::PSListController;
@@ -23,6 +26,13 @@ public:
 
 protected:
     PreferenceStore store() const { return PreferenceStore(platform()); }
+    bool isOn(SettingKey key) const { return platform::boolValue(store().preferenceForKey(key)); }
+
+    /// Newly made, in the table's order. A link to a class that does not exist now leads nowhere.
+    Specifiers makeRows(std::span<const Row> table);
+
+private:
+    std::shared_ptr<platform::PSSpecifier> makeRow(const Row& row);
 };
 
 }  // namespace trivel3

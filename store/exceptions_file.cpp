@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: MIT
+#include "store/exceptions_file.h"
+
+namespace trivel3::exceptions {
+
+bool isTicked(platform::Platform& platform, std::string_view identifier) {
+    const auto ticks = platform.dictionaries.read(file);
+    const platform::Value* tick = ticks ? ticks->find(identifier) : nullptr;
+    return tick && platform::boolValue(*tick);
+}
+
+void change(platform::Platform& platform, const std::function<platform::Dictionary(platform::Dictionary)>& change) {
+    platform.dictionaries.edit(file, change);
+    platform.notifications.postNotification(changeNotification);
+}
+
+}  // namespace trivel3::exceptions
