@@ -24,10 +24,12 @@ std::string absolutePath(std::string_view path) {
 }  // namespace
 
 Installation installationAround(std::string_view executable, std::string_view systemImage) {
-    const std::filesystem::path prefix = std::filesystem::path{executable}.parent_path().parent_path();
+    const auto fromProgram = [folder = std::filesystem::path{executable}.parent_path()](const char* path) {
+        return (folder / path).lexically_normal().string();
+    };
     Installation installation;
-    installation.modules = (prefix / "lib/trivel3").string();
-    installation.data = (prefix / "share/trivel3").string();
+    installation.modules = fromProgram(TRIVEL3_MODULES);
+    installation.data = fromProgram(TRIVEL3_DATA);
     installation.systemImage = systemImage.empty() ? installation.modules + "/system" : absolutePath(systemImage);
     return installation;
 }

@@ -7,7 +7,7 @@
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/value_json.h"
 #include "hosts/terminal/render/value_text.h"
-#include "hosts/terminal/standard_output.h"
+#include "hosts/terminal/render/standard_output.h"
 
 namespace hosts::terminal {
 namespace {

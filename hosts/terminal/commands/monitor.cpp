@@ -11,7 +11,7 @@
 #include "hosts/terminal/commands/observed_content.h"
 #include "hosts/terminal/commands/settings_command.h"
 #include "hosts/terminal/render/value_json.h"
-#include "hosts/terminal/standard_output.h"
+#include "hosts/terminal/render/standard_output.h"
 
 namespace hosts::terminal {
 namespace {

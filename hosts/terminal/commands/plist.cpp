@@ -8,7 +8,7 @@
 #include "hosts/terminal/commands/output_file.h"
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/value_json.h"
-#include "hosts/terminal/standard_output.h"
+#include "hosts/terminal/render/standard_output.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/system_file.h"
 #include "platform/services/file_system.h"

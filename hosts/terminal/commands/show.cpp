@@ -6,7 +6,7 @@
 #include "hosts/terminal/render/page_json.h"
 #include "hosts/terminal/render/page_text.h"
 #include "hosts/terminal/render/value_json.h"
-#include "hosts/terminal/standard_output.h"
+#include "hosts/terminal/render/standard_output.h"
 #include "platform/ui/navigation_controller.h"
 
 namespace hosts::terminal {
