@@ -57,7 +57,7 @@ set(TRIVEL3_APART
     hosts/terminal/screen/curses_terminal.cpp
     hosts/terminal/screen/page_view.cpp
     hosts/terminal/screen/post_sheet.cpp
-    platform/foundation/property_list/binary_writer.cpp
+    platform/foundation/property_list/binary_writer.cpp)
 
 # trivel3_keep_apart(SOURCE…): called in the folder of their target.
 function(trivel3_keep_apart)

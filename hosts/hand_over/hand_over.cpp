@@ -17,7 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using platform::Done;
-using platform::done;
 using platform::Problem;
 using platform::Result;
 using Mail = platform::MFMailComposeViewController;
@@ -30,9 +29,9 @@ Result<Done> writeMessage(const Mail& mail, WriteMailMessage& write, const NewFi
     for (const Mail::Attachment& attachment : mail.attachments()) {
         if (attachment.data) attachments.push_back({attachment.fileName, attachment.mimeType, *attachment.data});
     }
-    Result<Done> outcome = done;
+    Result<Done> outcome = Done();
     write({mail.subject(), mail.toRecipients(), attachments}, file.descriptor(), outcome);
-    if (outcome) return done;
+    if (outcome) return Done();
     return Problem{file.path(), "cannot write the e-mail", outcome.error().text()};
 }
 
@@ -139,7 +138,7 @@ Result<Done> DesktopHandOver::post(std::string_view serviceType, std::string_vie
     const auto link = postLink(serviceType, text);
     if (!link) return Problem{{}, {}, "there is no way to post to the service " + std::string{serviceType}};
     auto opened = _opener.open(*link);
-    if (opened) return done;
+    if (opened) return Done();
     return Problem{*link, {}, opened.error().text()};
 }
 

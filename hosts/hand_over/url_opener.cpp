@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/foundation/ascii.h"
+
 namespace hosts {
 
 namespace {
@@ -13,9 +15,7 @@ constexpr std::array<std::string_view, 5> openedSchemes{"https", "tweetbot", "tw
 // Schemes count the same in capital letters.
 std::string schemeOf(std::string_view url) {
     std::string scheme{url.substr(0, std::min(url.find(':'), url.size()))};
-    for (char& letter : scheme) {
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-    }
+    std::ranges::transform(scheme, scheme.begin(), platform::lowerCase);
     return url.find(':') == std::string_view::npos ? std::string{} : scheme;
 }
 

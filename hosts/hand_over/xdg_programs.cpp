@@ -133,7 +133,7 @@ platform::Result<platform::Done> XdgPrograms::run(const std::vector<std::string>
     const auto end = endInTime(process, patience);
     if (!end) _running.push_back(process);
     if (auto failed = end ? failure(*end) : std::nullopt) return Problem{{}, program, *std::move(failed)};
-    return platform::done;
+    return platform::Done();
 }
 
 void XdgPrograms::reap() {

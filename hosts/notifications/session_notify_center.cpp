@@ -56,7 +56,7 @@ platform::Result<platform::Done> SessionNotifyCenter::post(const Deadline& deadl
         _waiting.erase(_waiting.begin());
         _lastTry.reset();
     }
-    return platform::done;
+    return platform::Done();
 }
 
 platform::Result<std::unique_ptr<NotificationStream>> SessionNotifyCenter::observe() {

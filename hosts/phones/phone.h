@@ -6,11 +6,11 @@
 #include <span>
 #include <string>
 
-#include "platform/services/notification_center.h"
 #include "platform/foundation/result.h"
 #include "platform/services/device_query.h"
 #include "platform/services/file_listener.h"
 #include "platform/services/file_system.h"
+#include "platform/services/notification_center.h"
 
 namespace hosts {
 

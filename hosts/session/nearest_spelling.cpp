@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/foundation/ascii.h"
+
 namespace hosts {
 namespace {
 
@@ -27,10 +29,9 @@ std::size_t editDistance(std::string_view left, std::string_view right) {
     return row.back();
 }
 
-std::string lowerCase(std::string_view text) {
+std::string inLowerCase(std::string_view text) {
     std::string lower(text.substr(0, longestText));
-    std::ranges::transform(lower, lower.begin(),
-                           [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
+    std::ranges::transform(lower, lower.begin(), platform::lowerCase);
     return lower;
 }
 
@@ -38,9 +39,9 @@ std::string lowerCase(std::string_view text) {
 
 std::string nearestSpelling(std::string_view text, std::span<const std::string> names) {
     // Case apart: a name in the wrong case is the commonest slip.
-    const std::string wanted = lowerCase(text);
+    const std::string wanted = inLowerCase(text);
     auto nearest = std::ranges::min_element(
-        names, {}, [&wanted](const std::string& name) { return editDistance(wanted, lowerCase(name)); });
+        names, {}, [&wanted](const std::string& name) { return editDistance(wanted, inLowerCase(name)); });
     return nearest == names.end() ? std::string() : *nearest;
 }
 

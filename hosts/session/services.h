@@ -11,10 +11,10 @@
 #include "hosts/hand_over/url_opener.h"
 #include "hosts/hand_over/xdg_programs.h"
 #include "hosts/session/opened_phone.h"
-#include "platform/services/notification_center.h"
 #include "platform/services/application.h"
 #include "platform/services/device_query.h"
 #include "platform/services/file_system.h"
+#include "platform/services/notification_center.h"
 
 namespace hosts {
 

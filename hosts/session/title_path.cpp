@@ -71,7 +71,7 @@ platform::Result<platform::Done> followTitlePath(platform::UINavigationControlle
         if (!openPageTitled(page, title, GreyedLinks::followed)) return noSuchPage(page, title);
         path.remove_prefix(std::min(path.size(), title.size() + 1));
     }
-    return platform::done;
+    return platform::Done();
 }
 
 }  // namespace hosts

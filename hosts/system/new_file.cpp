@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include "hosts/system/error_text.h"
+#include "platform/foundation/utf8.h"
 
 namespace hosts {
 
@@ -20,10 +21,6 @@ constexpr std::size_t longestName = 200;
 
 std::string numbered(const std::string& stem, int number, const std::string& extension) {
     return (number == 1 ? stem : stem + " (" + std::to_string(number) + ")") + extension;
-}
-
-bool isContinuation(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
 }  // namespace
@@ -58,13 +55,13 @@ platform::Result<platform::Done> NewFile::write(std::string_view contents) {
         if (written < 0) return Problem{_path, "cannot write", errorText(errno)};
         contents.remove_prefix(static_cast<std::size_t>(written));
     }
-    return platform::done;
+    return platform::Done();
 }
 
 platform::Result<platform::Done> NewFile::keep() {
     if (::fsync(_file.get()) != 0) return Problem{_path, "cannot write", errorText(errno)};
     _file = Descriptor{};
-    return platform::done;
+    return platform::Done();
 }
 
 std::string fileNameFrom(std::string_view text, std::string_view otherwise) {
@@ -76,7 +73,7 @@ std::string fileNameFrom(std::string_view text, std::string_view otherwise) {
     name.erase(0, name.find_first_not_of(". "));
     if (name.size() > longestName) {
         std::size_t end = longestName;
-        while (end > 0 && isContinuation(name[end]))
+        while (end > 0 && platform::isUtf8Continuation(name[end]))
             --end;
         name.resize(end);
     }

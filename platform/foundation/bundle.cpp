@@ -32,7 +32,7 @@ Result<Done> loadModule(const std::string& file, ClassRegistry& classes) {
     auto* registerClasses = reinterpret_cast<RegisterClasses*>(::dlsym(module, registerClassesSymbol));
     if (!registerClasses) return Problem{file, {}, std::string("exports no ") + registerClassesSymbol};
     registerClasses(classes);
-    return done;
+    return Done();
 }
 
 }  // namespace

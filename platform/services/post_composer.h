@@ -13,11 +13,7 @@ struct Platform;
 
 inline constexpr std::string_view SLServiceTypeTwitter = "SLServiceTypeTwitter";
 
-// g++ takes the scoped name for one that hides `platform::done`.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wshadow"
 enum class SLComposeViewControllerResult { cancelled = 0, done = 1 };
-#pragma GCC diagnostic pop
 
 /// A post to a social network for the user to look over and change. It dismisses itself.
 class SLComposeViewController : public UIViewController {

@@ -119,7 +119,7 @@ TEST_F(ComposerInAWindow, postThatFoundNoWayOutStaysWithItsText) {
     press(Qt::Key_Return);
     EXPECT_EQ(navigation().message(), "");
     ASSERT_TRUE(navigation().isComposerShown());
-    handOver.opened = platform::done;
+    handOver.opened = platform::Done();
     QTest::keyClick(&view(), '!');
     clickButton("Post");
     EXPECT_TRUE(isGone());

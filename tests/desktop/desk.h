@@ -30,7 +30,7 @@ public:
     /// What becomes of each.
     platform::Result<std::string> program{std::string("Post Office")};
     platform::Result<std::string> draft{std::string("/home/user/Trivel Support.eml")};
-    platform::Result<platform::Done> opened{platform::done};
+    platform::Result<platform::Done> opened{platform::Done()};
 };
 
 /// A window on the desk: a phone of its own in a folder of its own, and the pane in a window before

@@ -66,7 +66,7 @@ platform::Result<platform::Done> SettingsWindow::load(QSize size) {
     _view.resize(size);
     _view.setInitialProperties({{QStringLiteral("navigation"), QVariant::fromValue(&_navigation)}});
     _view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Trivel3/Settings/Shell.qml")));
-    if (_view.status() == QQuickView::Ready) return platform::done;
+    if (_view.status() == QQuickView::Ready) return platform::Done();
     std::string reason = "the window cannot be made";
     for (const QQmlError& problem : _view.errors())
         reason += ": " + problem.toString().toStdString();

@@ -157,7 +157,7 @@ Result<Done> Draft::addRecipient(const std::string& recipient) {
         return Problem{{}, {}, "not an e-mail address: " + onOneLine(recipient)};
     }
     internet_address_list_append(g_mime_message_get_addresses(_message.get(), GMIME_ADDRESS_TYPE_TO), parsed.get());
-    return platform::done;
+    return platform::Done();
 }
 
 Result<Done> Draft::attach(const MailAttachment& attachment) {
@@ -178,7 +178,7 @@ Result<Done> Draft::attach(const MailAttachment& attachment) {
     g_mime_part_set_content_encoding(part.get(), GMIME_CONTENT_ENCODING_BASE64);
     g_mime_part_set_content(part.get(), content.get());
     g_mime_multipart_add(_parts.get(), GMIME_OBJECT(part.get()));
-    return platform::done;
+    return platform::Done();
 }
 
 Result<Done> Draft::writeTo(int file) const {
@@ -192,7 +192,7 @@ Result<Done> Draft::writeTo(int file) const {
         g_mime_object_write_to_stream(GMIME_OBJECT(_message.get()), options.get(), buffer.get()) >= 0 &&
         g_mime_stream_flush(buffer.get()) == 0;
     if (!written) return Problem{{}, {}, errno == 0 ? "it cannot be written" : errorText(errno)};
-    return platform::done;
+    return platform::Done();
 }
 
 Result<Done> writeMessage(const MailMessage& message, int file) {

@@ -132,7 +132,7 @@ public:
         }
         if (result < 0) _bus.reset();
         if (result <= 0) return noBus(result);
-        return platform::done;
+        return platform::Done();
     }
 
     Result<std::unique_ptr<NotificationStream>> observe() override {

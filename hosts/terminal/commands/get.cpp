@@ -5,8 +5,8 @@
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/settings_command.h"
 #include "hosts/terminal/render/printable.h"
-#include "hosts/terminal/render/value_text.h"
 #include "hosts/terminal/render/standard_output.h"
+#include "hosts/terminal/render/value_text.h"
 
 namespace hosts::terminal {
 

@@ -5,9 +5,9 @@
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/settings_command.h"
 #include "hosts/terminal/render/printable.h"
+#include "hosts/terminal/render/standard_output.h"
 #include "hosts/terminal/render/value_json.h"
 #include "hosts/terminal/render/value_text.h"
-#include "hosts/terminal/render/standard_output.h"
 
 namespace hosts::terminal {
 namespace {

@@ -10,8 +10,8 @@
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/observed_content.h"
 #include "hosts/terminal/commands/settings_command.h"
-#include "hosts/terminal/render/value_json.h"
 #include "hosts/terminal/render/standard_output.h"
+#include "hosts/terminal/render/value_json.h"
 
 namespace hosts::terminal {
 namespace {

@@ -5,8 +5,8 @@
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/render/page_json.h"
 #include "hosts/terminal/render/page_text.h"
-#include "hosts/terminal/render/value_json.h"
 #include "hosts/terminal/render/standard_output.h"
+#include "hosts/terminal/render/value_json.h"
 #include "platform/ui/navigation_controller.h"
 
 namespace hosts::terminal {

@@ -5,9 +5,9 @@
 #include <string>
 
 #include "hosts/terminal/drive/event_log.h"
-#include "platform/services/notification_center.h"
 #include "platform/services/application.h"
 #include "platform/services/file_listener.h"
+#include "platform/services/notification_center.h"
 
 /// What notes in the event log what a page asks of its services.
 namespace hosts::terminal {

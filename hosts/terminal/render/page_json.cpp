@@ -28,8 +28,8 @@ json iconJson(const RowSnapshot& row) {
 
 json rowJson(const RowSnapshot& row) {
     return {{"label", row.label},     {"kind", kindName(row.kind)}, {"identifier", orNull(row.identifier)},
-            {"key", orNull(row.key)}, {"value", orNull(row.value)},    {"enabled", row.enabled},
-            {"checked", row.checked}, {"on", orNull(row.on)},          {"icon", iconJson(row)}};
+            {"key", orNull(row.key)}, {"value", orNull(row.value)}, {"enabled", row.enabled},
+            {"checked", row.checked}, {"on", orNull(row.on)},       {"icon", iconJson(row)}};
 }
 
 json sectionJson(const SectionSnapshot& section) {

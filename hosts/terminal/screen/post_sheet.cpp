@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/screen/post_sheet.h"
 
-
 namespace hosts::terminal::screen {
 namespace {
 
