@@ -198,20 +198,19 @@ TEST_F(RealEvents, openWindowTakesNoOtherOptionsAndSaysSo) {
 TEST_F(RealEvents, windowThatDoesNotAnswerKeepsNobodyFromTheSettings) {
     open();
     ASSERT_TRUE(isListening());
-    ASSERT_EQ(::kill(static_cast<pid_t>(program.processId()), SIGSTOP), 0);
+    program->signal(SIGSTOP);
     const auto visitors = namesOnBus().filter(":").size();
-    environment.insert("QT_QPA_PLATFORM", "offscreen");
-    QProcess second;
-    start(second, {"--phone", phone});
+    environment["QT_QPA_PLATFORM"] = "offscreen";
+    kit::ChildProcess second(command({"--phone", phone}), environment);
     EXPECT_TRUE(waitFor([&] { return namesOnBus().filter(":").size() > visitors; }));
     end(second);
     EXPECT_TRUE(QFile::exists(pathOf("config/trivel3/trivel3-settings.ini"))) << "it had a window to remember";
-    EXPECT_EQ(::kill(static_cast<pid_t>(program.processId()), SIGCONT), 0);
+    program->signal(SIGCONT);
 }
 
 TEST_F(RealEvents, windowOpensWhereThereIsNoSessionBus) {
     // Without an address, one may be looked for or even started.
-    environment.insert("DBUS_SESSION_BUS_ADDRESS", "unix:path=" + pathOf("run/bus"));
+    environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + (folder / "run/bus");
     open();
     EXPECT_FALSE(isListening());
 }

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "binary_file.h"
 #include "platform/foundation/property_list.h"
 #include "tests/kit/print.h"
+#include "tests/property_lists/binary_file.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -21,10 +22,20 @@ constexpr const char* settingsName = "com.fenwary.trivel3.plist";
 
 inline hosts::PhoneFileSystem openPhone(const std::string& folder,
                                         hosts::FileCalls& calls = hosts::FileCalls::system()) {
-    std::string error;
-    auto phone = hosts::PhoneFileSystem::open(folder, error, calls);
-    if (!phone) throw std::runtime_error{error};
-    return std::move(*phone);
+    auto phone = hosts::PhoneFileSystem::open(folder, calls);
+    if (!phone) throw std::runtime_error{phone.error().text()};
+    return *std::move(phone);
+}
+
+/// Replaces a file, whatever it holds. Gives what did not work, or nothing.
+inline std::string replaceFile(platform::FileSystem& files, std::string_view path, std::string_view contents) {
+    const auto written = files.changeFile(path, [contents = std::string(contents)](std::optional<std::string_view>) {
+        return platform::Result<std::string>(contents);
+    });
+    return written ? std::string() : written.error().text();
+}
+inline std::string replaceFile(platform::FileSystem&& files, std::string_view path, std::string_view contents) {
+    return replaceFile(files, path, contents);
 }
 
 /// How many files of unfinished writes lie anywhere in the folder.

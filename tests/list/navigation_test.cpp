@@ -123,11 +123,11 @@ TEST_F(Navigation, dismissesNothingWhenNothingIsPresented) {
 
 TEST_F(Navigation, takesWhatAPagePresentedAlongWithThePage) {
     auto& below = host.screen.open("TalkingPage");
-    auto kept = std::make_shared<platform::UIViewController>(host.services());
+    auto kept = std::make_shared<platform::UIViewController>(host.services().screen);
     below.presentViewController_animated_completion(kept, true, nullptr);
     auto& page = host.screen.open("TalkingPage");
-    auto first = std::make_shared<platform::UIViewController>(host.services());
-    auto second = std::make_shared<platform::UIViewController>(host.services());
+    auto first = std::make_shared<platform::UIViewController>(host.services().screen);
+    auto second = std::make_shared<platform::UIViewController>(host.services().screen);
     page.presentViewController_animated_completion(first, true, nullptr);
     page.presentViewController_animated_completion(second, true, nullptr);
     host.log.take();

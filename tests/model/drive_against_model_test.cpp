@@ -10,6 +10,7 @@
 #include "hosts/terminal/drive/drive_session.h"
 #include "platform/foundation/property_list.h"
 #include "store/preference_store.h"
+#include "tests/kit/test_application.h"
 #include "tests/kit/test_phone.h"
 #include "tests/model/pane_model.h"
 
@@ -62,13 +63,9 @@ json withoutIcons(json page) {
 class RandomSession {
 public:
     RandomSession(const Shape& shape, unsigned long seed)
-        : _random(seed),
-          _phone(_log),
-          _session(
-              {_phone, _notifications, _deviceQuery, TRIVEL3_TEST_SYSTEM_IMAGE, *hosts::findDeviceShape(shape.name)},
-              {}) {
-        std::string error;
-        if (!_session.start(error)) ADD_FAILURE() << error;
+        : _random(seed), _phone(_log), _session({_phone, _notifications, _application, _deviceQuery}, {}) {
+        const auto started = _session.start(TRIVEL3_TEST_SYSTEM_IMAGE, *hosts::findDeviceShape(shape.name));
+        if (!started) ADD_FAILURE() << started.error().text();
         _model.emplace(_settings, shape.device);
     }
 
@@ -193,7 +190,8 @@ private:
     kit::EventLog _log;
     kit::TestPhone _phone;
     hosts::QuietNotifyCenter _notifications;
-    hosts::QuietDeviceQuery _deviceQuery;
+    hosts::QuietApplication _application;
+    kit::TestDeviceQuery _deviceQuery;
     hosts::terminal::DriveSession _session;
     model::SettingsModel _settings;
     std::optional<model::PaneModel> _model;

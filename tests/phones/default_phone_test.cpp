@@ -40,10 +40,8 @@ private:
 std::string pathWith(const char* data, const char* home) {
     const Environment dataHome{"XDG_DATA_HOME", data};
     const Environment homeFolder{"HOME", home};
-    std::string error;
-    const auto path = hosts::defaultPhonePath(error);
-    EXPECT_EQ(path.has_value(), error.empty());
-    return path.value_or("(none) " + error);
+    const auto path = hosts::defaultPhonePath();
+    return path ? *path : "(none) " + path.error().text();
 }
 
 TEST(DefaultPhonePath, liesInTheUsersDataFolder) {
@@ -88,7 +86,11 @@ protected:
         fs::create_symlink("/nowhere", sample + "/dangling");
     }
 
-    bool ensure() { return hosts::ensurePhone(phone, sample, error); }
+    bool ensure() {
+        const auto ensured = hosts::ensurePhone(phone, sample);
+        error = ensured ? "" : ensured.error().text();
+        return ensured.has_value();
+    }
     std::string trivel3Folder() const { return fs::path{phone}.parent_path(); }
 
     kit::TemporaryFolder around;

@@ -40,7 +40,7 @@ int wholeContent(const std::string& contents) {
 int writeForEver(const std::string& folder, int progress) {
     auto files = openPhone(folder);
     for (int number = 1;; ++number) {
-        if (!files.writeFileAtomically(settingsPath, contentNumber(number))) return 1;
+        if (!kit::replaceFile(files, settingsPath, contentNumber(number)).empty()) return 1;
         if (::write(progress, &number, sizeof number) != sizeof number) return 2;
     }
 }
@@ -76,7 +76,7 @@ TEST(PhoneCrash, inTheMiddleOfAThousandWritesLosesNothing) {
         ASSERT_TRUE(files.readFile(settingsPath, contents));
         EXPECT_GE(wholeContent(contents), writesPerRound);
         EXPECT_LE(temporariesIn(phone.preferencesFolder()), 1U);
-        ASSERT_TRUE(files.writeFileAtomically(settingsPath, contentNumber(0)));
+        ASSERT_EQ(kit::replaceFile(files, settingsPath, contentNumber(0)), "");
         EXPECT_THAT(kit::namesIn(phone.preferencesFolder()), ElementsAre(settingsName));
     }
 }

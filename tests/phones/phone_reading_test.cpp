@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <thread>
 
 #include "tests/kit/phone.h"
 #include "tests/kit/timing.h"
@@ -191,7 +192,7 @@ TEST(PhoneFolders, areListedByNameInByteOrder) {
     for (const char* name : {"b", "a", "B", "\xC3\xA9", ".hidden"})
         writeText(phone / "folder/" + name, "");
     std::filesystem::create_directory(phone / "folder/inner");
-    EXPECT_THAT(openPhone(phone.folder).listFolder("/folder"),
+    EXPECT_THAT(*openPhone(phone.folder).listFolder("/folder"),
                 ElementsAre(".hidden", "B", "a", "b", "inner", "\xC3\xA9"));
 }
 
@@ -202,41 +203,54 @@ TEST(PhoneFolders, listNothingWhereThereIsNoFolder) {
     const auto files = openPhone(phone.folder);
     const auto before = kit::openDescriptors();
     for (const char* path : {"/file", "/fifo", "/missing"})
-        EXPECT_THAT(files.listFolder(path), IsEmpty()) << path;
+        EXPECT_FALSE(files.listFolder(path)) << path;
     EXPECT_EQ(kit::openDescriptors(), before);
 }
 
-TEST(PhoneFolders, tellWhatAPathLeadsTo) {
+TEST(PhoneFiles, areLookedAtWithoutBeingRead) {
     const Phone phone;
-    writeText(phone / "file", "");
+    writeText(phone / "file", "four");
     std::filesystem::create_directory(phone / "folder");
-    std::filesystem::create_symlink("/folder", phone / "link");
     ASSERT_EQ(::mkfifo((phone / "fifo").c_str(), 0644), 0);
     const auto files = openPhone(phone.folder);
-    EXPECT_EQ(files.fileKind("/file"), PhoneFileSystem::FileKind::regularFile);
-    EXPECT_EQ(files.fileKind("/folder"), PhoneFileSystem::FileKind::folder);
-    EXPECT_EQ(files.fileKind("/link"), PhoneFileSystem::FileKind::folder);
-    EXPECT_EQ(files.fileKind("/fifo"), PhoneFileSystem::FileKind::other);
-    EXPECT_EQ(files.fileKind("/missing"), PhoneFileSystem::FileKind::nothing);
+    const auto before = files.look("/file");
+    ASSERT_TRUE(before);
+    EXPECT_EQ(before->size, 4u);
+    EXPECT_TRUE(files.look("/file")->isSameAs(*before));
+    writeText(phone / "other", "four");
+    EXPECT_FALSE(files.look("/other")->isSameAs(*before));
+    for (const char* path : {"/folder", "/fifo", "/missing"})
+        EXPECT_FALSE(files.look(path)) << path;
+}
+
+TEST(PhoneFiles, haveASettledStampOnceTheKernelsClockHasGoneOn) {
+    const Phone phone;
+    writeText(phone / "file", "");
+    const auto files = openPhone(phone.folder);
+    std::string contents;
+    EXPECT_FALSE(files.readFile("/file", contents)->isSettled);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_TRUE(files.readFile("/file", contents)->isSettled);
 }
 
 TEST(PhoneOpening, saysWhyAFolderCannotBeOpened) {
     const Phone phone;
     writeText(phone / "file", "");
-    std::string error;
-    EXPECT_FALSE(PhoneFileSystem::open(phone / "missing", error));
-    EXPECT_THAT(error, HasSubstr("missing: No such file or directory"));
-    EXPECT_FALSE(PhoneFileSystem::open(phone / "file", error));
-    EXPECT_THAT(error, HasSubstr("file: Not a directory"));
+    const auto problem = [](const std::string& folder) {
+        const auto opened = PhoneFileSystem::open(folder);
+        return opened ? std::string() : opened.error().text();
+    };
+    EXPECT_THAT(problem(phone / "missing"), HasSubstr("missing: No such file or directory"));
+    EXPECT_THAT(problem(phone / "file"), HasSubstr("file: Not a directory"));
 }
 
 TEST(PhoneOpening, refusesAKernelThatCannotConfine) {
     const Phone phone;
     for (const int refusal : {ENOSYS, EPERM}) {
         kit::WatchedCalls calls{[=](const std::string&, std::size_t) { return refusal; }};
-        std::string error;
-        EXPECT_FALSE(PhoneFileSystem::open(phone.folder, error, calls));
-        EXPECT_THAT(error, HasSubstr("openat2"));
+        const auto opened = PhoneFileSystem::open(phone.folder, calls);
+        ASSERT_FALSE(opened);
+        EXPECT_THAT(opened.error().text(), HasSubstr("openat2"));
     }
 }
 

@@ -49,8 +49,7 @@ TEST(PhoneWriteFaults, areToldByFileStepAndReason) {
         }};
         auto files = openPhone(phone.folder, calls);
         armed = true;
-        EXPECT_FALSE(files.writeFileAtomically("/file", "new"));
-        EXPECT_EQ(files.lastError(), "cannot write /file: " + text);
+        EXPECT_EQ(kit::replaceFile(files, "/file", "new"), "cannot write /file: " + text);
         EXPECT_EQ(readText(phone / "file"), "old");
         EXPECT_THAT(kit::namesIn(phone.folder), ElementsAre("file"));
     }
@@ -67,8 +66,8 @@ TEST(PhoneWriteFaults, leaveNoNewFileWithAnothersOwner) {
             [&](const std::string& call, std::size_t) { return armed && call == "changeOwner" ? error : 0; }};
         auto files = openPhone(phone.folder, calls);
         armed = true;
-        EXPECT_FALSE(files.writeFileAtomically(settingsPath, "new"));
-        EXPECT_THAT(files.lastError(), HasSubstr("cannot give the temporary file beside it its owner"));
+        EXPECT_THAT(kit::replaceFile(files, settingsPath, "new"),
+                    HasSubstr("cannot give the temporary file beside it its owner"));
         EXPECT_EQ(readText(phone.settingsFile()), "old");
         EXPECT_EQ(kit::ownerOf(phone.settingsFile()), 501U);
     }
@@ -81,7 +80,7 @@ TEST(PhoneWriteFaults, areNotMadeOfOwnersAndPermissionsThatCannotBe) {
             const Phone phone;
             makeOldFile(phone);
             WatchedCalls calls{[&](const std::string& call, std::size_t) { return call == refused ? error : 0; }};
-            EXPECT_TRUE(openPhone(phone.folder, calls).writeFileAtomically(settingsPath, "new"));
+            EXPECT_EQ(kit::replaceFile(openPhone(phone.folder, calls), settingsPath, "new"), "");
             EXPECT_EQ(readText(phone.settingsFile()), "new");
         }
     }
@@ -94,8 +93,7 @@ TEST(PhoneWriteFaults, ofTheFoldersDurabilityLeaveTheNewFileAndAreTold) {
     WatchedCalls calls{
         [&](const std::string& call, std::size_t) { return call == "synchronise" && ++synchronised == 2 ? EIO : 0; }};
     auto files = openPhone(phone.folder, calls);
-    EXPECT_FALSE(files.writeFileAtomically("/file", "new"));
-    EXPECT_THAT(files.lastError(), HasSubstr("may not outlast a crash: Input/output error"));
+    EXPECT_THAT(kit::replaceFile(files, "/file", "new"), HasSubstr("may not outlast a crash: Input/output error"));
     EXPECT_EQ(readText(phone / "file"), "new");
     EXPECT_THAT(kit::namesIn(phone.folder), ElementsAre("file"));
 }
@@ -106,7 +104,7 @@ TEST(PhoneWriteFaults, doNotAriseWhereFoldersCannotBeSynchronised) {
     WatchedCalls calls{[&](const std::string& call, std::size_t) {
         return call == "synchronise" && ++synchronised == 2 ? EINVAL : 0;
     }};
-    EXPECT_TRUE(openPhone(phone.folder, calls).writeFileAtomically("/file", "new"));
+    EXPECT_EQ(kit::replaceFile(openPhone(phone.folder, calls), "/file", "new"), "");
 }
 
 TEST(PhoneWriteFaults, endAWriteThatMakesNoProgress) {
@@ -116,8 +114,7 @@ TEST(PhoneWriteFaults, endAWriteThatMakesNoProgress) {
     const Phone phone;
     writeText(phone / "file", "old");
     auto files = openPhone(phone.folder, calls);
-    EXPECT_FALSE(files.writeFileAtomically("/file", "new"));
-    EXPECT_THAT(files.lastError(), HasSubstr("No space left on device"));
+    EXPECT_THAT(kit::replaceFile(files, "/file", "new"), HasSubstr("No space left on device"));
     EXPECT_EQ(readText(phone / "file"), "old");
 }
 
@@ -130,8 +127,8 @@ TEST(PhoneWriteFaults, ofARealLimitLeaveTheOldFile) {
         const rlimit limit{1000, 1000};
         if (::setrlimit(RLIMIT_FSIZE, &limit) != 0) return 2;
         auto files = openPhone(phone.folder);
-        const bool written = files.writeFileAtomically("/file", std::string(5000, 'x'));
-        return !written && files.lastError().find("File too large") != std::string::npos ? 0 : 1;
+        return kit::replaceFile(files, "/file", std::string(5000, 'x')).find("File too large") != std::string::npos ? 0
+                                                                                                                    : 1;
     });
     EXPECT_EQ(status, 0);
     EXPECT_EQ(readText(phone / "file"), "old");
@@ -148,7 +145,7 @@ TEST(PhoneWriteFaults, ofMissingDescriptorsLeaveTheOldFile) {
             ::close(static_cast<int>(next));
             const rlimit limit{next + spare, next + spare};
             if (::setrlimit(RLIMIT_NOFILE, &limit) != 0) return 2;
-            const bool written = files.writeFileAtomically("/file", "new");
+            const bool written = kit::replaceFile(files, "/file", "new").empty();
             return written == (spare >= 2) ? 0 : 1;
         });
         EXPECT_EQ(status, 0) << spare;

@@ -46,9 +46,8 @@ TEST(PhoneWriting, makesTheFileWithExactlyItsContents) {
     const Phone phone;
     auto files = openPhone(phone.folder);
     for (const std::size_t size : {0U, 1U, 4096U, 3'000'000U}) {
-        EXPECT_TRUE(files.writeFileAtomically(settingsPath, std::string(size, 'x')));
+        EXPECT_EQ(kit::replaceFile(files, settingsPath, std::string(size, 'x')), "");
         EXPECT_EQ(readText(phone.settingsFile()), std::string(size, 'x'));
-        EXPECT_THAT(files.lastError(), IsEmpty());
     }
     EXPECT_THAT(kit::namesIn(phone.preferencesFolder()), ElementsAre(settingsName));
 }
@@ -56,7 +55,7 @@ TEST(PhoneWriting, makesTheFileWithExactlyItsContents) {
 TEST(PhoneWriting, makesMissingFoldersForAnybodyToReadWhateverTheMask) {
     const Umask strict{0077};
     const Phone phone;
-    EXPECT_TRUE(openPhone(phone.folder).writeFileAtomically(settingsPath, "new"));
+    EXPECT_EQ(kit::replaceFile(openPhone(phone.folder), settingsPath, "new"), "");
     for (const char* folder : {"var", "var/mobile", "var/mobile/Library", kit::preferences}) {
         EXPECT_EQ(statusOf(phone / folder).st_mode & 07777, 0755U) << folder;
     }
@@ -65,7 +64,7 @@ TEST(PhoneWriting, makesMissingFoldersForAnybodyToReadWhateverTheMask) {
 
 TEST(PhoneWriting, toleratesSuperfluousSlashesAndDots) {
     const Phone phone;
-    EXPECT_TRUE(openPhone(phone.folder).writeFileAtomically("//a///./b//file", "new"));
+    EXPECT_EQ(kit::replaceFile(openPhone(phone.folder), "//a///./b//file", "new"), "");
     EXPECT_EQ(readText(phone / "a/b/file"), "new");
 }
 
@@ -75,7 +74,7 @@ TEST(PhoneWriting, keepsThePermissionsOfTheOldFile) {
     for (const mode_t mode : {0600U, 0640U, 0664U, 0444U, 0777U}) {
         writeText(phone.settingsFile(), "old");
         ASSERT_EQ(::chmod(phone.settingsFile().c_str(), mode), 0);
-        EXPECT_TRUE(files.writeFileAtomically(settingsPath, "new"));
+        EXPECT_EQ(kit::replaceFile(files, settingsPath, "new"), "");
         EXPECT_EQ(statusOf(phone.settingsFile()).st_mode & 07777, mode);
         fs::remove(phone.settingsFile());
     }
@@ -87,7 +86,7 @@ TEST(PhoneWriting, keepsTheOwnerOfTheOldFileWhereItMay) {
     const bool mayGiveAway = ::chown(phone.settingsFile().c_str(), 501, 502) == 0;
     const auto before = statusOf(phone.settingsFile());
     EXPECT_EQ(before.st_uid, mayGiveAway ? 501 : ::getuid());
-    EXPECT_TRUE(openPhone(phone.folder).writeFileAtomically(settingsPath, "new"));
+    EXPECT_EQ(kit::replaceFile(openPhone(phone.folder), settingsPath, "new"), "");
     const auto after = statusOf(phone.settingsFile());
     EXPECT_EQ(after.st_uid, before.st_uid);
     EXPECT_EQ(after.st_gid, before.st_gid);
@@ -98,7 +97,7 @@ TEST(PhoneWriting, leavesTheOldContentToThoseWhoHaveItOpen) {
     const Phone phone;
     writeText(phone.settingsFile(), "old");
     std::ifstream reader{phone.settingsFile()};
-    EXPECT_TRUE(openPhone(phone.folder).writeFileAtomically(settingsPath, "new"));
+    EXPECT_EQ(kit::replaceFile(openPhone(phone.folder), settingsPath, "new"), "");
     EXPECT_EQ((std::string{std::istreambuf_iterator<char>{reader}, {}}), "old");
 }
 
@@ -108,7 +107,7 @@ TEST(PhoneWriting, makesTheContentDurableBeforeItsNameAndThenTheName) {
     kit::WatchedCalls calls;
     auto files = openPhone(phone.folder, calls);
     calls.forget();
-    EXPECT_TRUE(files.writeFileAtomically(settingsPath, "new"));
+    EXPECT_EQ(kit::replaceFile(files, settingsPath, "new"), "");
     std::vector<std::string> order;
     for (const auto& call : calls.made()) {
         if (call == "write" || call == "changeMode" || call == "synchronise" || call == "rename") order.push_back(call);
@@ -121,7 +120,7 @@ TEST(PhoneWriting, makesNewFoldersDurableToo) {
     kit::WatchedCalls calls;
     auto files = openPhone(phone.folder, calls);
     calls.forget();
-    EXPECT_TRUE(files.writeFileAtomically("/a/b/file", "new"));
+    EXPECT_EQ(kit::replaceFile(files, "/a/b/file", "new"), "");
     std::vector<std::string> order;
     for (const auto& call : calls.made()) {
         if (call == "makeFolder" || call == "synchronise" || call == "rename") order.push_back(call);
@@ -133,7 +132,7 @@ TEST(PhoneWriting, makesNewFoldersDurableToo) {
 TEST(PhoneWriting, putsAFileInThePlaceOfAFifo) {
     const Phone phone;
     ASSERT_EQ(::mkfifo((phone / "fifo").c_str(), 0600), 0);
-    EXPECT_TRUE(openPhone(phone.folder).writeFileAtomically("/fifo", "new"));
+    EXPECT_EQ(kit::replaceFile(openPhone(phone.folder), "/fifo", "new"), "");
     EXPECT_EQ(readText(phone / "fifo"), "new");
     EXPECT_EQ(statusOf(phone / "fifo").st_mode, S_IFREG | 0644U);
 }
@@ -143,8 +142,7 @@ TEST(PhoneWriting, doesNotReplaceAFolder) {
     fs::create_directories(phone / "folder");
     auto files = openPhone(phone.folder);
     for (const char* path : {"/folder", "/folder/", "/folder/.", "/folder/..", "/", ""}) {
-        EXPECT_FALSE(files.writeFileAtomically(path, "new")) << path;
-        EXPECT_THAT(files.lastError(), HasSubstr("Is a directory")) << path;
+        EXPECT_THAT(kit::replaceFile(files, path, "new"), HasSubstr("Is a directory")) << path;
     }
     EXPECT_THAT(kit::namesIn(phone / "folder"), IsEmpty());
     EXPECT_THAT(kit::namesIn(phone.folder), ElementsAre("folder"));
@@ -154,8 +152,7 @@ TEST(PhoneWriting, failsWhereAFileStandsForAFolder) {
     const Phone phone;
     writeText(phone / "var", "a file");
     auto files = openPhone(phone.folder);
-    EXPECT_FALSE(files.writeFileAtomically(settingsPath, "new"));
-    EXPECT_EQ(files.lastError(),
+    EXPECT_EQ(kit::replaceFile(files, settingsPath, "new"),
               "cannot write " + std::string{settingsPath} + ": cannot open its folder: Not a directory");
     EXPECT_EQ(readText(phone / "var"), "a file");
 }
@@ -164,17 +161,16 @@ TEST(PhoneWriting, failsWhereALinkToNowhereStandsForAFolder) {
     const Phone phone;
     fs::create_symlink("/missing", phone / "var");
     auto files = openPhone(phone.folder);
-    EXPECT_FALSE(files.writeFileAtomically(settingsPath, "new"));
-    EXPECT_THAT(files.lastError(), HasSubstr("No such file or directory"));
+    EXPECT_THAT(kit::replaceFile(files, settingsPath, "new"), HasSubstr("No such file or directory"));
     EXPECT_THAT(kit::namesIn(phone.folder), ElementsAre("var"));
 }
 
 TEST(PhoneWriting, refusesPathsThatNoFileCanHave) {
     const Phone phone;
     auto files = openPhone(phone.folder);
-    EXPECT_FALSE(files.writeFileAtomically(std::string_view{"/file\0.plist", 12}, "new"));
-    EXPECT_FALSE(files.writeFileAtomically("/" + std::string(256, 'x'), "new"));
-    EXPECT_FALSE(files.writeFileAtomically("/" + std::string(5000, 'x') + "/file", "new"));
+    EXPECT_NE(kit::replaceFile(files, std::string_view{"/file\0.plist", 12}, "new"), "");
+    EXPECT_NE(kit::replaceFile(files, "/" + std::string(256, 'x'), "new"), "");
+    EXPECT_NE(kit::replaceFile(files, "/" + std::string(5000, 'x') + "/file", "new"), "");
     EXPECT_THAT(kit::namesIn(phone.folder), IsEmpty());
 }
 
@@ -182,12 +178,12 @@ TEST(PhoneWriting, writesNamesAndPathsOfTheGreatestLength) {
     const Phone phone;
     auto files = openPhone(phone.folder);
     const std::string name(255, 'x');
-    EXPECT_TRUE(files.writeFileAtomically("/" + name, "new")) << files.lastError();
+    EXPECT_EQ(kit::replaceFile(files, "/" + name, "new"), "");
     EXPECT_EQ(readText(phone / name), "new");
     std::string deep;
     while (deep.size() < 3800)
         deep += "/" + std::string(200, 'd');
-    EXPECT_TRUE(files.writeFileAtomically(deep + "/file", "new")) << files.lastError();
+    EXPECT_EQ(kit::replaceFile(files, deep + "/file", "new"), "");
     std::string contents;
     EXPECT_TRUE(files.readFile(deep + "/file", contents));
     EXPECT_EQ(contents, "new");
@@ -196,16 +192,15 @@ TEST(PhoneWriting, writesNamesAndPathsOfTheGreatestLength) {
 TEST(PhoneWriting, clearsTheLastErrorWhenAWriteWorks) {
     const Phone phone;
     auto files = openPhone(phone.folder);
-    EXPECT_FALSE(files.writeFileAtomically("/", "new"));
-    EXPECT_TRUE(files.writeFileAtomically("/file", "new"));
-    EXPECT_THAT(files.lastError(), IsEmpty());
+    EXPECT_NE(kit::replaceFile(files, "/", "new"), "");
+    EXPECT_EQ(kit::replaceFile(files, "/file", "new"), "");
 }
 
 TEST(PhoneWriting, removesWhatDeadWritersOfTheSameFileLeft) {
     const Phone phone;
     const std::string abandoned = "." + std::string{settingsName} + ".abc234.tmp";
     writeText(phone.preferencesFolder() + "/" + abandoned, "half of a");
-    EXPECT_TRUE(openPhone(phone.folder).writeFileAtomically(settingsPath, "new"));
+    EXPECT_EQ(kit::replaceFile(openPhone(phone.folder), settingsPath, "new"), "");
     EXPECT_THAT(kit::namesIn(phone.preferencesFolder()), ElementsAre(settingsName));
 }
 
@@ -222,7 +217,7 @@ TEST(PhoneWriting, leavesEverythingElseInTheFolderAlone) {
     fs::create_directory(lookAlike);
     const std::string link = phone.preferencesFolder() + "/." + settings + ".linked.tmp";
     fs::create_symlink(phone.preferencesFolder() + "/." + settings, link);
-    EXPECT_TRUE(openPhone(phone.folder).writeFileAtomically(settingsPath, "new"));
+    EXPECT_EQ(kit::replaceFile(openPhone(phone.folder), settingsPath, "new"), "");
     for (const auto& other : others)
         EXPECT_EQ(readText(phone.preferencesFolder() + "/" + other), "kept") << other;
     EXPECT_TRUE(fs::is_directory(lookAlike));
@@ -237,13 +232,13 @@ void expectBothWritesToWork(const std::string& interruptedBefore) {
     kit::WatchedCalls calls{[&](const std::string& call, std::size_t) {
         if (call == interruptedBefore && !interrupted) {
             interrupted = true;
-            EXPECT_TRUE(other.writeFileAtomically("/file", "other")) << other.lastError();
+            EXPECT_EQ(kit::replaceFile(other, "/file", "other"), "");
             EXPECT_EQ(readText(phone / "file"), "other");
         }
         return 0;
     }};
     auto files = openPhone(phone.folder, calls);
-    EXPECT_TRUE(files.writeFileAtomically("/file", "ours")) << interruptedBefore << ": " << files.lastError();
+    EXPECT_EQ(kit::replaceFile(files, "/file", "ours"), "");
     EXPECT_TRUE(interrupted);
     EXPECT_EQ(readText(phone / "file"), "ours");
     EXPECT_THAT(kit::namesIn(phone.folder), ElementsAre("file")) << interruptedBefore;
@@ -259,7 +254,7 @@ TEST(PhoneWriting, takesAnotherNameWhenTheFirstIsTaken) {
     int taken = 5;
     kit::WatchedCalls calls{
         [&](const std::string& call, std::size_t) { return call == "openIn" && taken-- > 0 ? EEXIST : 0; }};
-    EXPECT_TRUE(openPhone(phone.folder, calls).writeFileAtomically("/file", "new"));
+    EXPECT_EQ(kit::replaceFile(openPhone(phone.folder, calls), "/file", "new"), "");
     EXPECT_EQ(readText(phone / "file"), "new");
 }
 

@@ -36,7 +36,7 @@ int writeAndDie(const WriteSituation& situation, const Phone& phone, std::size_t
     auto files = openPhone(phone.folder, calls);
     first = calls.made().size();
     armed = true;
-    return files.writeFileAtomically(situation.path, contentWanted()) ? 0 : 1;
+    return kit::replaceFile(files, situation.path, contentWanted()).empty() ? 0 : 1;
 }
 
 void tryDeath(const WriteSituation& situation, const std::string& call, std::size_t number, Moment moment,
@@ -56,7 +56,7 @@ void tryDeath(const WriteSituation& situation, const std::string& call, std::siz
     table.add(systemCallOf(call), {found == contentWanted(), lost});
 
     auto files = openPhone(phone.folder);
-    EXPECT_TRUE(files.writeFileAtomically(situation.path, settingsNumber(4))) << files.lastError();
+    EXPECT_EQ(kit::replaceFile(files, situation.path, settingsNumber(4)), "");
     EXPECT_EQ(readText(phone / situation.file), settingsNumber(4));
     EXPECT_EQ(temporariesIn(phone.folder), 0U);
     EXPECT_EQ(attributesOf(phone / situation.file), attributes);

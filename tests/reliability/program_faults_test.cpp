@@ -65,7 +65,7 @@ protected:
         EXPECT_EQ(attributesOf(phone->settingsFile()), attributes);
         EXPECT_LE(temporariesIn(phone->folder), 1U);
         auto files = openPhone(phone->folder);
-        EXPECT_TRUE(files.writeFileAtomically(settingsPath, before)) << files.lastError();
+        EXPECT_EQ(kit::replaceFile(files, settingsPath, before), "");
         EXPECT_EQ(temporariesIn(phone->folder), 0U);
         EXPECT_EQ(attributesOf(phone->settingsFile()), attributes);
     }

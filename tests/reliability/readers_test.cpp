@@ -53,7 +53,7 @@ int writeAll(const Phone& phone, int writer) {
     UnflushedCalls calls;
     auto files = openPhone(phone.folder, calls);
     for (std::size_t write = 0; write < writesPerWriter; ++write) {
-        if (!files.writeFileAtomically(settingsPath, contents[write % contents.size()])) return 1;
+        if (!kit::replaceFile(files, settingsPath, contents[write % contents.size()]).empty()) return 1;
     }
     return 0;
 }

@@ -60,10 +60,9 @@ public:
         _calls.forget();
         const auto descriptors = openDescriptors();
         _armed = true;
-        const bool done = _files.writeFileAtomically(_situation.path, contentWanted());
+        const bool done = kit::replaceFile(_files, _situation.path, contentWanted()).empty();
         _armed = false;
         EXPECT_EQ(openDescriptors(), descriptors);
-        EXPECT_EQ(_files.lastError().empty(), done);
         return done;
     }
 
@@ -80,7 +79,7 @@ public:
         EXPECT_THAT(attributesOf(_phone / _situation.file), AnyOf(_attributes, ""));
         EXPECT_LE(temporariesIn(_phone.folder), 1U);
 
-        EXPECT_TRUE(_files.writeFileAtomically(_situation.path, settingsNumber(4))) << _files.lastError();
+        EXPECT_EQ(kit::replaceFile(_files, _situation.path, settingsNumber(4)), "");
         EXPECT_EQ(readText(_phone / _situation.file), settingsNumber(4));
         EXPECT_EQ(temporariesIn(_phone.folder), 0U);
         EXPECT_EQ(attributesOf(_phone / _situation.file), _attributes);

@@ -80,7 +80,7 @@ std::vector<std::string> callsOfAWrite(const WriteSituation& situation) {
     WatchedCalls calls;
     auto files = openPhone(phone.folder, calls);
     calls.forget();
-    EXPECT_TRUE(files.writeFileAtomically(situation.path, contentWanted())) << files.lastError();
+    EXPECT_EQ(kit::replaceFile(files, situation.path, contentWanted()), "");
     EXPECT_EQ(readText(phone / situation.file), contentWanted());
     return calls.made();
 }

@@ -34,16 +34,15 @@ TEST(Installation, takesAnotherSystemImageAlone) {
 TEST(Installation, ofTheRunningProgramIsFound) {
     const fs::path program = fs::read_symlink("/proc/self/exe");
     ::unsetenv("TRIVEL3_SYSTEM_IMAGE");
-    std::string error;
-    auto installation = hosts::findInstallation(error);
-    ASSERT_TRUE(installation) << error;
+    auto installation = hosts::findInstallation();
+    ASSERT_TRUE(installation) << installation.error().text();
     EXPECT_EQ(installation->modules, (program.parent_path().parent_path() / "lib/trivel3").string());
     EXPECT_EQ(installation->systemImage, installation->modules + "/system");
 
     ::setenv("TRIVEL3_SYSTEM_IMAGE", "/home/me/image", 1);
-    installation = hosts::findInstallation(error);
+    installation = hosts::findInstallation();
     ::unsetenv("TRIVEL3_SYSTEM_IMAGE");
-    ASSERT_TRUE(installation) << error;
+    ASSERT_TRUE(installation) << installation.error().text();
     EXPECT_EQ(installation->systemImage, "/home/me/image");
 }
 

@@ -173,7 +173,7 @@ TEST_F(Store, leavesNothingElseInTheFolder) {
     store.setPreferenceForKey(true, "HotCorners");
     host.phone.setWritesFail(true);
     store.setPreferenceForKey(false, "HotCorners");
-    EXPECT_THAT(host.phone.listFolder("/var/mobile/Library/Preferences"), ElementsAre("com.fenwary.trivel3.plist"));
+    EXPECT_THAT(*host.phone.listFolder("/var/mobile/Library/Preferences"), ElementsAre("com.fenwary.trivel3.plist"));
 }
 
 TEST_F(Store, readsAFolderInTheFilesPlaceAsNoneAndCannotReplaceIt) {

@@ -5,7 +5,6 @@
 #include "hosts/terminal/render/page_layout.h"
 #include "hosts/terminal/screen/bars.h"
 #include "hosts/terminal/screen/controls.h"
-#include "hosts/terminal/screen/file_watch.h"
 #include "hosts/terminal/screen/find_prompt.h"
 #include "tests/terminal_screen/long_page.h"
 
@@ -143,21 +142,6 @@ TEST(RowSearch, goesRoundThePage) {
     EXPECT_EQ(searchRow(*screen.page, "row 1", {0, 1}, SearchFrom::before), (NSIndexPath{0, 19}));
     EXPECT_EQ(searchRow(*screen.page, "no such", {0, 1}, SearchFrom::next), std::nullopt);
     EXPECT_EQ(searchRow(*screen.page, "", {0, 1}, SearchFrom::here), std::nullopt);
-}
-
-TEST(FileWatch, tellsOfFilesThatComeChangeAndGo) {
-    kit::TestPlatform platform;
-    kit::TestPhone& phone = platform.phone;
-    FileWatch watch(phone.machinePath("/"), {"/var/a.plist", "/var/b.plist"});
-    EXPECT_FALSE(watch.takeChange());
-    phone.put("/var/b.plist", "1");
-    EXPECT_TRUE(watch.takeChange());
-    EXPECT_FALSE(watch.takeChange());
-    phone.put("/var/b.plist", "22");
-    EXPECT_TRUE(watch.takeChange());
-    phone.remove("/var/b.plist");
-    EXPECT_TRUE(watch.takeChange());
-    EXPECT_FALSE(watch.takeChange());
 }
 
 }  // namespace

@@ -9,10 +9,11 @@
 namespace hosts::terminal {
 
 int runDrive(OpenedPhone& context, const DriveOptions& options) {
-    DriveSession session(context, options.openableSchemes);
+    LiveServices services(context);
+    DriveSession session(services.forSession(), options.openableSchemes);
     const auto informed = context.phone->useDeviceInformation(context.deviceInformation);
     if (!informed) return fail(failed, informed.error());
-    const auto started = session.start();
+    const auto started = session.start(context.installation.systemImage, context.shape);
     if (!started) return fail(failed, started.error());
     std::string line;
     // Nothing is carried out whose answer nobody can read.

@@ -40,18 +40,17 @@ std::optional<platform::MFMailComposeResult> mailResult(const std::string& name)
 
 }  // namespace
 
-DriveSession::DriveSession(OpenedPhone& phone, std::set<std::string> openableSchemes)
-    : _phone(phone),
-      _files(*phone.outcomes, _events),
-      _notifications(phone.phone->notifications(), _events),
+DriveSession::DriveSession(const SessionServices& outside, std::set<std::string> openableSchemes)
+    : _outside(outside),
+      _files(outside.listener, _events),
+      _notifications(outside.notifications, _events),
       _application(std::move(openableSchemes), _events),
       _recorder(_events),
       _navigation(_recorder) {}
 
-platform::Result<platform::Done> DriveSession::start() {
-    Phone& phone = *_phone.phone;
-    auto session = SettingsSession::load({phone.files(), _notifications, _application, phone.device(), &_files},
-                                         _phone.installation.systemImage, _phone.shape);
+platform::Result<platform::Done> DriveSession::start(const std::string& systemImage, const DeviceShape& shape) {
+    auto session = SettingsSession::load({_outside.files, _notifications, _application, _outside.device, &_files},
+                                         systemImage, shape);
     if (!session) return std::move(session).error();
     _session = *std::move(session);
     auto access = _session->preferenceAccess();

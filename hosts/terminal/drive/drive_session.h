@@ -18,11 +18,11 @@ namespace hosts::terminal {
 /// are the phone's own; everything else that a page would do to the outside is an event.
 class DriveSession {
 public:
-    /// The phone outlives the session.
-    DriveSession(OpenedPhone& phone, std::set<std::string> openableSchemes);
+    /// The services outlive the session, which has no use for the way to other programs.
+    DriveSession(const SessionServices& outside, std::set<std::string> openableSchemes);
 
     /// Loads the pane and opens its root page.
-    platform::Result<platform::Done> start();
+    platform::Result<platform::Done> start(const std::string& systemImage, const DeviceShape& shape);
 
     /// Carries out one command line and gives the answer.
     nlohmann::json answer(const std::string& line);
@@ -45,7 +45,7 @@ private:
 
     platform::UIViewController& page() const { return *_navigation.topViewController(); }
 
-    OpenedPhone& _phone;
+    SessionServices _outside;
     EventLog _events;
     FileRecorder _files;
     NotificationRecorder _notifications;

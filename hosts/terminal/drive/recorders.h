@@ -15,9 +15,12 @@ namespace hosts::terminal {
 /// The writes of the phone's settings. What is passed over is another listener's to tell.
 class FileRecorder final : public platform::FileListener {
 public:
-    FileRecorder(platform::FileListener& other, EventLog& events) : _other(other), _events(events) {}
+    /// The other listener may be null.
+    FileRecorder(platform::FileListener* other, EventLog& events) : _other(other), _events(events) {}
 
-    void passedOver(const platform::Problem& problem) override { _other.passedOver(problem); }
+    void passedOver(const platform::Problem& problem) override {
+        if (_other) _other->passedOver(problem);
+    }
     void changed(std::string_view path, const platform::Dictionary&, const platform::Dictionary&) override {
         _events.add({{"event", "write"}, {"path", path}, {"ok", true}});
     }
@@ -26,7 +29,7 @@ public:
     }
 
 private:
-    platform::FileListener& _other;
+    platform::FileListener* _other;
     EventLog& _events;
 };
 
