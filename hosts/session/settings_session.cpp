@@ -57,7 +57,7 @@ void SettingsSession::drawn() {
 
 bool SettingsSession::hasChangedSinceDrawn(std::string_view path) {
     const auto drawn = _drawn.find(path);
-    if (drawn == _drawn.end()) return true;
+    if (drawn == _drawn.end()) return false;
     const auto now = _platform.dictionaries.read(path);
     const auto& before = drawn->second;
     return now && before ? !(platform::Value(now) == platform::Value(before)) : now != before;

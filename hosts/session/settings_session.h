@@ -38,8 +38,8 @@ public:
     /// The turn is over: what it has read is dropped, but for the note of what is on the screen now.
     void drawn();
 
-    /// Whether the file holds something else than what was drawn of it last. A file of which nothing has been drawn
-    /// counts as changed.
+    /// Whether the file holds something else than what was drawn of it last. False for a file of which nothing has been
+    /// drawn: no row depends on it.
     bool hasChangedSinceDrawn(std::string_view path);
 
 private:

@@ -47,6 +47,7 @@ platform::Result<std::vector<std::string>> TestPhone::listFolder(std::string_vie
 }
 
 platform::Result<platform::Stamp> TestPhone::changeFile(std::string_view path, const platform::Change& change) {
+    ++_reads[std::string(path)];
     bool wasTried = false;
     const auto outcome = _files.changeFile(path, [&](std::optional<std::string_view> held) {
         auto wanted = change(held);

@@ -65,6 +65,8 @@ protected:
         EXPECT_EQ(attributesOf(phone->settingsFile()), attributes);
         EXPECT_LE(temporariesIn(phone->folder), 1U);
         auto files = openPhone(phone->folder);
+        // Another content first: one that is there already replaces nothing.
+        EXPECT_EQ(kit::replaceFile(files, settingsPath, before + "\n"), "");
         EXPECT_EQ(kit::replaceFile(files, settingsPath, before), "");
         EXPECT_EQ(temporariesIn(phone->folder), 0U);
         EXPECT_EQ(attributesOf(phone->settingsFile()), attributes);
