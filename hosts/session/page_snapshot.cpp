@@ -121,6 +121,11 @@ std::vector<std::string> textsIn(const platform::UIView& view) {
     return texts;
 }
 
+platform::UIButton* rightButtonOf(platform::UIViewController& page) {
+    const auto& item = page.navigationItem().rightBarButtonItem();
+    return item ? dynamic_cast<platform::UIButton*>(item->customView().get()) : nullptr;
+}
+
 platform::UITableView* tableOfPage(platform::UIViewController& page) {
     return dynamic_cast<platform::UITableView*>(&page.view());
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/list/specifier.h"
+#include "platform/ui/button.h"
 #include "platform/ui/index_path.h"
 #include "platform/ui/table_view.h"
 #include "platform/ui/view_controller.h"
@@ -78,6 +79,9 @@ struct PageSnapshot {
 
 /// The table that makes up a page; null for a page that is none.
 platform::UITableView* tableOfPage(platform::UIViewController& page);
+
+/// The button that is the right-hand item of a page's bar; null where there is none.
+platform::UIButton* rightButtonOf(platform::UIViewController& page);
 
 /// Every text that a view and those in it show, in drawing order.
 std::vector<std::string> textsIn(const platform::UIView& view);

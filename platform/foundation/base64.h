@@ -6,19 +6,21 @@
 #include <string>
 #include <string_view>
 
+#include "platform/foundation/export.h"
 #include "platform/foundation/value.h"
 
 namespace platform {
 
 /// Base64 as the platform takes it: characters outside the alphabet are skipped, `=` counts as zero
 /// bits, and an unfinished last group is dropped.
-Data decodeBase64(std::string_view text);
+TRIVEL3_PLATFORM_EXPORT Data decodeBase64(std::string_view text);
 
 /// Appends the base64 form, padded to whole groups of four characters.
-void appendBase64(std::string& text, std::span<const std::byte> bytes);
+TRIVEL3_PLATFORM_EXPORT void appendBase64(std::string& text, std::span<const std::byte> bytes);
 
 /// Appends it in lines of `lineLength` characters, a multiple of four, each line behind some tabs and
 /// ended by a newline.
-void appendBase64Lines(std::string& text, std::span<const std::byte> bytes, std::size_t lineLength, std::size_t tabs);
+TRIVEL3_PLATFORM_EXPORT void appendBase64Lines(std::string& text, std::span<const std::byte> bytes,
+                                               std::size_t lineLength, std::size_t tabs);
 
 }  // namespace platform

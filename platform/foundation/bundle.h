@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/foundation/class_registry.h"
+#include "platform/foundation/export.h"
 #include "platform/foundation/result.h"
 #include "platform/foundation/value.h"
 
@@ -14,7 +15,7 @@ namespace platform {
 class SystemImage;
 
 /// A folder of the system image that holds an Info.plist, resources and perhaps a loadable module.
-class NSBundle {
+class TRIVEL3_PLATFORM_EXPORT NSBundle {
 public:
     /// Where the phone has the bundle ("/Library/PreferenceBundles/NAME.bundle").
     const std::string& path() const { return _path; }
@@ -45,7 +46,7 @@ private:
 
 /// The phone's system as it is installed beside the programs: the folder in which bundles are looked
 /// up by the phone's own paths. It is never the phone's folder, whose content must not run here.
-class SystemImage {
+class TRIVEL3_PLATFORM_EXPORT SystemImage {
 public:
     SystemImage(std::string folder, ClassRegistry& classes) : _folder(std::move(folder)), _classes(classes) {}
 

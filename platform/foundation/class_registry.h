@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/foundation/export.h"
 #include "platform/foundation/object.h"
 
 namespace platform {
@@ -24,7 +25,7 @@ struct Class {
 };
 
 /// The classes of one Settings process, by name.
-class ClassRegistry {
+class TRIVEL3_PLATFORM_EXPORT ClassRegistry {
 public:
     /// Adds a class. A name that is taken keeps its first class, so that loading a module twice
     /// changes nothing.
@@ -63,7 +64,7 @@ private:
 /// Adds a class under its own name. `T` need only be declared here: the file that defines the class
 /// instantiates this, with `class_definition.h`.
 template <class T>
-void addClass(ClassRegistry& classes);
+TRIVEL3_PLATFORM_EXPORT void addClass(ClassRegistry& classes);
 
 /// The one symbol that a bundle's module exports: `extern "C" void trivel3RegisterClasses(ClassRegistry&)`
 /// adds the module's classes.

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/foundation/export.h"
 #include "platform/foundation/value.h"
 
 /// The platform's property lists (`NSPropertyListSerialization`): reading (XML and binary, told apart by their
@@ -35,11 +36,12 @@ struct PropertyListReading {
 
 /// Reads a whole property list. Any bytes at all give a value or an error, in time and memory in
 /// proportion to their number.
-PropertyListReading readPropertyList(std::string_view bytes);
+TRIVEL3_PLATFORM_EXPORT PropertyListReading readPropertyList(std::string_view bytes);
 
 /// The root dictionary with these of its keys and no others, without building the rest of the tree.
 /// Nothing where `readPropertyList` would fail, or give no dictionary.
-std::optional<Dictionary> readRootKeys(std::string_view bytes, std::span<const std::string_view> keys);
+TRIVEL3_PLATFORM_EXPORT std::optional<Dictionary> readRootKeys(std::string_view bytes,
+                                                               std::span<const std::string_view> keys);
 
 struct PropertyListWriting {
     /// The encoded bytes; nothing when the value holds what the format cannot say, and then
@@ -51,10 +53,10 @@ struct PropertyListWriting {
 };
 
 /// XML says neither null, sets nor keys that are no strings.
-PropertyListWriting writeXmlPropertyList(const Value& root);
+TRIVEL3_PLATFORM_EXPORT PropertyListWriting writeXmlPropertyList(const Value& root);
 
 /// The binary format says every value. Equal scalars and shared containers are written once.
-PropertyListWriting writeBinaryPropertyList(const Value& root);
+TRIVEL3_PLATFORM_EXPORT PropertyListWriting writeBinaryPropertyList(const Value& root);
 
 namespace property_list {
 

@@ -5,11 +5,13 @@
 #include <utility>
 #include <variant>
 
+#include "platform/foundation/export.h"
+
 namespace platform {
 
 /// What went wrong. Each part is a clause without a full stop and may hold any bytes, since paths and reasons
 /// come from phones too: whoever shows one makes it printable first.
-struct Problem {
+struct TRIVEL3_PLATFORM_EXPORT Problem {
     std::string path;    ///< the file that it happened to, as the one who is told knows it; empty for none
     std::string step;    ///< what was being done: "cannot read"; empty where the reason says it all
     std::string reason;  ///< why that did not work

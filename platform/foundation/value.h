@@ -12,6 +12,8 @@
 #include <variant>
 #include <vector>
 
+#include "platform/foundation/export.h"
+
 namespace platform {
 
 class Value;
@@ -61,7 +63,7 @@ struct Set {
 /// One property-list value. Copies are cheap: strings, data and containers are immutable and shared,
 /// so a file whose objects refer to each other many times costs no more memory than its own objects.
 /// Strings are UTF-8 and may hold U+0000.
-class Value {
+class TRIVEL3_PLATFORM_EXPORT Value {
 public:
     using Storage = std::variant<Null, bool, Integer, double, std::shared_ptr<const std::string>, Date, Uid,
                                  std::shared_ptr<const Data>, std::shared_ptr<const Array>,
@@ -129,7 +131,7 @@ private:
 
 /// String keys to values, each key once. It keeps no order of its own: iteration runs in ascending
 /// order of the keys' UTF-16 code units, the order in which the platform writes them.
-class Dictionary {
+class TRIVEL3_PLATFORM_EXPORT Dictionary {
 public:
     struct Entry {
         std::string key;
@@ -169,18 +171,18 @@ private:
 
 /// Ascending order of UTF-16 code units, computed on UTF-8: characters from U+10000 on sort before
 /// U+E000 to U+FFFF.
-bool precedesInUtf16Order(std::string_view left, std::string_view right);
+TRIVEL3_PLATFORM_EXPORT bool precedesInUtf16Order(std::string_view left, std::string_view right);
 
 /// The platform's conversion to a signed machine-word integer (`integerValue`): a boolean gives 0 or
 /// 1, a real is cut towards zero and held to the range, an unsigned integer wraps, a string gives
 /// the decimal number it starts with. Kinds without that conversion, and nothing, give 0.
-std::int64_t integerValue(const Value& value);
-std::int64_t integerValue(const std::optional<Value>& value);
+TRIVEL3_PLATFORM_EXPORT std::int64_t integerValue(const Value& value);
+TRIVEL3_PLATFORM_EXPORT std::int64_t integerValue(const std::optional<Value>& value);
 
 /// The platform's truth value (`boolValue`): a number is true unless it is zero; a string is true
 /// when, after blanks, a sign and zeros, it starts with Y, y, T, t or a digit from 1 to 9. Kinds
 /// without that conversion, and nothing, give false.
-bool boolValue(const Value& value);
-bool boolValue(const std::optional<Value>& value);
+TRIVEL3_PLATFORM_EXPORT bool boolValue(const Value& value);
+TRIVEL3_PLATFORM_EXPORT bool boolValue(const std::optional<Value>& value);
 
 }  // namespace platform

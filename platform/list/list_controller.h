@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/foundation/export.h"
 #include "platform/list/page_controller.h"
 #include "platform/list/specifier.h"
 #include "platform/list/table_cell.h"
@@ -20,7 +21,9 @@ namespace platform {
 ///
 /// A group row opens a section and is not counted among its rows: section S, row 0 is the row after
 /// the group row. Rows ahead of the first group row form a section of their own.
-class PSListController : public PSViewController, public UITableViewDataSource, public UITableViewDelegate {
+class TRIVEL3_PLATFORM_EXPORT PSListController : public PSViewController,
+                                                 public UITableViewDataSource,
+                                                 public UITableViewDelegate {
 public:
     using Specifiers = std::vector<std::shared_ptr<PSSpecifier>>;
 

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "platform/foundation/export.h"
 #include "platform/list/specifier.h"
 #include "platform/services/platform.h"
 #include "platform/ui/view_controller.h"
@@ -10,7 +11,7 @@
 namespace platform {
 
 /// A page that a link row opens.
-class PSViewController : public UIViewController {
+class TRIVEL3_PLATFORM_EXPORT PSViewController : public UIViewController {
 public:
     /// The platform outlives the page.
     explicit PSViewController(Platform& platform) : UIViewController(platform.screen), _platform(platform) {}

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <variant>
 
+#include "platform/foundation/export.h"
 #include "platform/foundation/value.h"
 #include "platform/ui/image.h"
 
@@ -33,7 +34,7 @@ inline constexpr std::string_view label = "label";
 }  // namespace PSPropertyKey
 
 /// One row of a list page, or the group row that opens a section.
-class PSSpecifier {
+class TRIVEL3_PLATFORM_EXPORT PSSpecifier {
 public:
     /// The target's methods, bound to it. The target outlives its rows' use.
     using Setter = std::function<void(const Value& value, PSSpecifier& specifier)>;

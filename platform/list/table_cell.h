@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "platform/foundation/export.h"
 #include "platform/list/specifier.h"
 #include "platform/ui/table_view_cell.h"
 
@@ -10,7 +11,7 @@ namespace platform {
 
 /// The cell of a list page's row. What it shows is set when it is produced; only its checkmark and a
 /// switch's state change while it is on the screen.
-class PSTableCell : public UITableViewCell {
+class TRIVEL3_PLATFORM_EXPORT PSTableCell : public UITableViewCell {
 public:
     /// Of a switch, in points.
     static constexpr double switchWidth = 51;

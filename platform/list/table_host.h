@@ -5,6 +5,7 @@
 #include <memory>
 #include <span>
 
+#include "platform/foundation/export.h"
 #include "platform/list/specifier.h"
 
 namespace platform {
@@ -13,7 +14,7 @@ class PSListController;
 
 /// What a Settings application does to the table that shows a list page's rows. Positions are flat:
 /// they count group rows too. Each call comes when the page's rows have already changed.
-class TableHost {
+class TRIVEL3_PLATFORM_EXPORT TableHost {
 public:
     using Rows = std::span<const std::shared_ptr<PSSpecifier>>;
 

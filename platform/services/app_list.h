@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/foundation/export.h"
 #include "platform/foundation/object.h"
 #include "platform/ui/image.h"
 
@@ -13,7 +14,7 @@ namespace platform {
 
 /// The app-list service: what is installed on the phone. It comes from a bundle of its own and is
 /// looked up by its class name each time that it is needed.
-class ALApplicationList : public Object {
+class TRIVEL3_PLATFORM_EXPORT ALApplicationList : public Object {
 public:
     static constexpr const char* className = "ALApplicationList";
     /// The small icon size, in points.

@@ -3,10 +3,12 @@
 
 #include <string_view>
 
+#include "platform/foundation/export.h"
+
 namespace platform {
 
 /// The shared application's way to other programs (`UIApplication`).
-class UIApplication {
+class TRIVEL3_PLATFORM_EXPORT UIApplication {
 public:
     virtual ~UIApplication() = default;
 

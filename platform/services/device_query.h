@@ -4,12 +4,13 @@
 #include <optional>
 #include <string_view>
 
+#include "platform/foundation/export.h"
 #include "platform/foundation/value.h"
 
 namespace platform {
 
 /// The device-information query (`MGCopyAnswer`).
-class DeviceQuery {
+class TRIVEL3_PLATFORM_EXPORT DeviceQuery {
 public:
     virtual ~DeviceQuery() = default;
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/foundation/export.h"
 #include "platform/foundation/value.h"
 #include "platform/services/file_system.h"
 
@@ -21,7 +22,7 @@ class FileListener;
 /// parsing would give the same: so whoever reads sees what any process has written by then, between two readings too.
 /// What is kept is held until `forget`, which a host calls when what one event has brought about has been drawn or
 /// answered.
-class DictionaryFiles {
+class TRIVEL3_PLATFORM_EXPORT DictionaryFiles {
 public:
     /// `files` outlives the object, and so does the listener, which may be null.
     explicit DictionaryFiles(FileSystem& files, FileListener* listener = nullptr)

@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "platform/foundation/export.h"
 #include "platform/foundation/result.h"
 #include "platform/foundation/value.h"
 
@@ -11,7 +12,7 @@ namespace platform {
 /// Is told what becomes of the phone's files, for the program around the pane: the pages themselves are silent about
 /// it. Calls come while the operation that they tell of is under way, on its thread; a listener asks nothing of the
 /// file system meanwhile.
-class FileListener {
+class TRIVEL3_PLATFORM_EXPORT FileListener {
 public:
     virtual ~FileListener() = default;
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/foundation/export.h"
 #include "platform/foundation/result.h"
 
 namespace platform {
@@ -40,7 +41,7 @@ using Change = std::function<Result<std::string>(std::optional<std::string_view>
 /// The phone's file system, as far as the pane needs it. Paths are the phone's own and absolute
 /// ("/var/mobile/Library/Preferences/…"); where they lie on the machine at hand is the host's
 /// business.
-class FileSystem {
+class TRIVEL3_PLATFORM_EXPORT FileSystem {
 public:
     /// The most bytes that a file is read with when the caller names no other limit: far above any
     /// property list of settings, and little enough to be refused before it hurts.

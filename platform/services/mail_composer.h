@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/foundation/export.h"
 #include "platform/ui/view_controller.h"
 
 namespace platform {
@@ -15,7 +16,7 @@ struct Platform;
 
 enum class MFMailComposeResult { cancelled = 0, saved = 1, sent = 2, failed = 3 };
 
-class MFMailComposeViewControllerDelegate {
+class TRIVEL3_PLATFORM_EXPORT MFMailComposeViewControllerDelegate {
 public:
     virtual ~MFMailComposeViewControllerDelegate() = default;
     /// The user is done with the composer; the delegate dismisses it. `error` is empty unless the
@@ -26,7 +27,7 @@ public:
 };
 
 /// An e-mail for the user to look over. A host shows its content and, in the end, finishes it.
-class MFMailComposeViewController : public UIViewController {
+class TRIVEL3_PLATFORM_EXPORT MFMailComposeViewController : public UIViewController {
 public:
     struct Attachment {
         /// Nothing when the caller had no data to attach.
@@ -64,7 +65,7 @@ private:
 };
 
 /// Makes mail composers.
-class MailService {
+class TRIVEL3_PLATFORM_EXPORT MailService {
 public:
     virtual ~MailService() = default;
     /// Null when the device cannot compose e-mail.

@@ -3,11 +3,13 @@
 
 #include <string_view>
 
+#include "platform/foundation/export.h"
+
 namespace platform {
 
 /// The system-wide (Darwin) notification centre: a name, seen by every process that observes it,
 /// and nothing else. No object, no user information (`CFNotificationCenterGetDarwinNotifyCenter`).
-class DarwinNotifyCenter {
+class TRIVEL3_PLATFORM_EXPORT DarwinNotifyCenter {
 public:
     virtual ~DarwinNotifyCenter() = default;
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/foundation/export.h"
 #include "platform/ui/view_controller.h"
 
 namespace platform {
@@ -16,7 +17,7 @@ inline constexpr std::string_view SLServiceTypeTwitter = "SLServiceTypeTwitter";
 enum class SLComposeViewControllerResult { cancelled = 0, done = 1 };
 
 /// A post to a social network for the user to look over and change. It dismisses itself.
-class SLComposeViewController : public UIViewController {
+class TRIVEL3_PLATFORM_EXPORT SLComposeViewController : public UIViewController {
 public:
     SLComposeViewController(Platform& platform, std::string serviceType);
     const char* className() const override { return "SLComposeViewController"; }
@@ -34,7 +35,7 @@ private:
 };
 
 /// Makes post composers.
-class PostService {
+class TRIVEL3_PLATFORM_EXPORT PostService {
 public:
     virtual ~PostService() = default;
     /// Null when the service is unknown.

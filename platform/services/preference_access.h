@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/foundation/export.h"
 #include "platform/foundation/object.h"
 #include "platform/foundation/value.h"
 
@@ -13,7 +14,7 @@ namespace platform {
 
 /// A pane's settings without its pages: for programs that read and set them by name. A bundle names
 /// the class that provides it in its Info.plist.
-class PreferenceAccess : public Object {
+class TRIVEL3_PLATFORM_EXPORT PreferenceAccess : public Object {
 public:
     /// The Info.plist entry that names the class.
     static constexpr const char* infoKey = "PreferenceAccessClass";

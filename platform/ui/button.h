@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/foundation/export.h"
 #include "platform/ui/image.h"
 #include "platform/ui/view.h"
 
@@ -14,7 +15,7 @@ namespace platform {
 enum UIControlEvents : unsigned { UIControlEventTouchUpInside = 1u << 6 };
 enum UIControlState : unsigned { UIControlStateNormal = 0 };
 
-class UIButton : public UIView {
+class TRIVEL3_PLATFORM_EXPORT UIButton : public UIView {
 public:
     /// A target's method, bound to it. The target outlives the button.
     using Action = std::function<void(UIButton& sender)>;

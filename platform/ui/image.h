@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/foundation/export.h"
 #include "platform/ui/geometry.h"
 
 namespace platform {
@@ -15,7 +16,7 @@ namespace platform {
 class NSBundle;
 
 /// A picture: either a PNG file of the system image, or pixels in memory.
-class UIImage {
+class TRIVEL3_PLATFORM_EXPORT UIImage {
 public:
     /// The bundle's image of that name, from the file made for the screen's scale: NAME@3x.png,
     /// NAME@2x.png or NAME.png, the best that is there. Null when there is none.

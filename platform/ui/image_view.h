@@ -3,13 +3,14 @@
 
 #include <memory>
 
+#include "platform/foundation/export.h"
 #include "platform/ui/image.h"
 #include "platform/ui/view.h"
 
 namespace platform {
 
 /// Shows an image, or nothing.
-class UIImageView : public UIView {
+class TRIVEL3_PLATFORM_EXPORT UIImageView : public UIView {
 public:
     using UIView::UIView;
     const char* className() const override { return "UIImageView"; }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/foundation/export.h"
 #include "platform/ui/color.h"
 #include "platform/ui/font.h"
 #include "platform/ui/view.h"
@@ -23,7 +24,7 @@ struct TextRun {
 
 using NSAttributedString = std::vector<TextRun>;
 
-class UILabel : public UIView {
+class TRIVEL3_PLATFORM_EXPORT UILabel : public UIView {
 public:
     using UIView::UIView;
     const char* className() const override { return "UILabel"; }

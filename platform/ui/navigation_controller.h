@@ -5,13 +5,14 @@
 #include <memory>
 #include <vector>
 
+#include "platform/foundation/export.h"
 #include "platform/ui/view_controller.h"
 
 namespace platform {
 
 /// What a Settings application shows of a navigation stack. Each call comes when the change has been
 /// made, and before the page that comes into view is told that it will appear.
-class NavigationHost {
+class TRIVEL3_PLATFORM_EXPORT NavigationHost {
 public:
     virtual ~NavigationHost() = default;
     virtual void didPush(UIViewController& page, bool animated) = 0;
@@ -23,7 +24,7 @@ public:
 };
 
 /// The stack of pages, and what is presented over them. It keeps both alive.
-class UINavigationController {
+class TRIVEL3_PLATFORM_EXPORT UINavigationController {
 public:
     explicit UINavigationController(NavigationHost& host) : _host(host) {}
     ~UINavigationController();
@@ -37,7 +38,6 @@ public:
     /// nothing done, when the top page is the only one.
     bool popViewControllerAnimated(bool animated);
 
-    const std::vector<std::shared_ptr<UIViewController>>& viewControllers() const { return _pages; }
     /// The page on top; null when there is none.
     const std::shared_ptr<UIViewController>& topViewController() const;
 

@@ -3,11 +3,12 @@
 
 #include <memory>
 
+#include "platform/foundation/export.h"
 #include "platform/ui/view.h"
 
 namespace platform {
 
-class UIBarButtonItem {
+class TRIVEL3_PLATFORM_EXPORT UIBarButtonItem {
 public:
     static std::shared_ptr<UIBarButtonItem> initWithCustomView(std::shared_ptr<UIView> view) {
         auto item = std::make_shared<UIBarButtonItem>();
@@ -21,7 +22,7 @@ private:
 };
 
 /// What a page puts into the navigation bar.
-class UINavigationItem {
+class TRIVEL3_PLATFORM_EXPORT UINavigationItem {
 public:
     /// Stands in place of the title; null shows the title.
     const std::shared_ptr<UIView>& titleView() const { return _titleView; }

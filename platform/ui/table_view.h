@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/foundation/export.h"
 #include "platform/ui/index_path.h"
 #include "platform/ui/table_view_cell.h"
 #include "platform/ui/view.h"
@@ -17,7 +18,7 @@ namespace platform {
 class UITableView;
 
 /// Says what a table shows. Indices given to it are within the counts that it gave.
-class UITableViewDataSource {
+class TRIVEL3_PLATFORM_EXPORT UITableViewDataSource {
 public:
     virtual ~UITableViewDataSource() = default;
     virtual std::size_t numberOfSectionsInTableView(UITableView& table) = 0;
@@ -29,7 +30,7 @@ public:
 };
 
 /// Says how rows behave.
-class UITableViewDelegate {
+class TRIVEL3_PLATFORM_EXPORT UITableViewDelegate {
 public:
     static constexpr double defaultRowHeight = 44;
 
@@ -43,7 +44,7 @@ public:
 
 enum class UITableViewStyle { plain = 0, grouped = 1 };
 
-class UITableView : public UIView {
+class TRIVEL3_PLATFORM_EXPORT UITableView : public UIView {
 public:
     explicit UITableView(CGRect frame, UITableViewStyle style) : UIView(frame), _style(style) {}
     const char* className() const override { return "UITableView"; }

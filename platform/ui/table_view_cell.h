@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/foundation/export.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/label.h"
 #include "platform/ui/view.h"
@@ -15,7 +16,7 @@ enum class UITableViewCellAccessoryType { none = 0, disclosureIndicator = 1, che
 
 /// A table's cell: a content view that holds the standard image and labels, and the accessory area
 /// to its right.
-class UITableViewCell : public UIView {
+class TRIVEL3_PLATFORM_EXPORT UITableViewCell : public UIView {
 public:
     /// Between the cell's edges and what stands in it, in points.
     static constexpr double margin = 15;

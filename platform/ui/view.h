@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "platform/foundation/export.h"
 #include "platform/foundation/object.h"
 #include "platform/ui/geometry.h"
 
@@ -21,7 +22,7 @@ enum UIViewAutoresizing : unsigned {
 };
 
 /// A node of the view tree. Views are data: they say what is where, and a host draws them.
-class UIView : public Object {
+class TRIVEL3_PLATFORM_EXPORT UIView : public Object {
 public:
     explicit UIView(CGRect frame = {}) : _frame(frame) {}
     UIView(const UIView&) = delete;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/foundation/export.h"
 #include "platform/foundation/object.h"
 #include "platform/ui/device.h"
 #include "platform/ui/navigation_item.h"
@@ -15,7 +16,7 @@ namespace platform {
 class UINavigationController;
 
 /// A page, or anything that is shown over one. It is owned by what shows it.
-class UIViewController : public Object, public std::enable_shared_from_this<UIViewController> {
+class TRIVEL3_PLATFORM_EXPORT UIViewController : public Object, public std::enable_shared_from_this<UIViewController> {
 public:
     /// The screen that it is shown on outlives it.
     explicit UIViewController(const UIScreen& screen) : _screen(screen) {}

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <filesystem>
+
 #include "tests/desktop/desk.h"
 
 namespace desktop_tests {
@@ -35,6 +37,20 @@ TEST_F(Switch, greyedStaysAsItIs) {
     clickSwitch("Access App Switcher");
     EXPECT_EQ(settings(), before);
     EXPECT_FALSE(row("Access App Switcher")->property("isOn").toBool());
+}
+
+// A folder stands where the file should be.
+TEST_F(Switch, thatCannotBeSavedGoesBackAndSaysWhy) {
+    std::filesystem::create_directories(phoneFolder +
+                                        "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist/folder");
+    open();
+    ASSERT_TRUE(row("Quick Switcher")->property("isOn").toBool());
+    clickSwitch("Quick Switcher");
+    EXPECT_TRUE(waitFor([this] { return !navigation().message().isEmpty(); }));
+    EXPECT_TRUE(navigation().message().contains("Is a directory")) << navigation().message().toStdString();
+    navigation().messageRead();
+    settle();
+    EXPECT_TRUE(row("Quick Switcher")->property("isOn").toBool());
 }
 
 TEST_F(Switch, changesTheFootersThatDependOnIt) {

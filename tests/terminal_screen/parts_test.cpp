@@ -95,7 +95,7 @@ TEST(TitleBar, putsTheTitleInTheMiddleAndGivesWayToTheSides) {
     EXPECT_THAT(narrow.text(), HasSubstr("Quick Launcher"));
     EXPECT_EQ(bar.partAt(2, 80, unicode), TitleBar::Part::back);
     EXPECT_EQ(bar.partAt(40, 80, unicode), TitleBar::Part::title);
-    EXPECT_EQ(bar.partAt(78, 80, unicode), TitleBar::Part::heart);
+    EXPECT_EQ(bar.partAt(78, 80, unicode), TitleBar::Part::rightButton);
 }
 
 TEST(TitleBar, takesItsWidthWhateverTheTitles) {

@@ -2,7 +2,6 @@
 #include "hosts/desktop/model/page.h"
 
 #include "hosts/session/page_snapshot.h"
-#include "platform/ui/button.h"
 
 namespace hosts::desktop {
 namespace {
@@ -34,7 +33,7 @@ ViewHandle Page::rightItem() const {
 }
 
 QString Page::rightItemName() const {
-    auto* button = dynamic_cast<platform::UIButton*>(rightView(*_controller).get());
+    platform::UIButton* const button = rightButtonOf(*_controller);
     const auto image = button ? button->imageForState(platform::UIControlStateNormal) : nullptr;
     return image ? QString::fromStdString(image->name()) : QString();
 }
@@ -76,7 +75,7 @@ void Page::letGo() {
 }
 
 void Page::touchRightItem() {
-    auto* button = dynamic_cast<platform::UIButton*>(rightView(*_controller).get());
+    platform::UIButton* const button = rightButtonOf(*_controller);
     if (button && !_isGone) button->sendActionsForControlEvents(platform::UIControlEventTouchUpInside);
 }
 

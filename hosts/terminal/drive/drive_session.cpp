@@ -80,7 +80,7 @@ DriveSession::Outcome DriveSession::carryOut(const json& command) {
     if (verb == "back") return goBack();
     if (verb == "appear") return appear();
     if (verb == "reload") return reload();
-    if (verb == "heart") return touchHeart();
+    if (verb == "heart") return touchRightButton();
     if (verb == "composer") return finishComposer(command);
     if (verb == "get") return refusal("\"key\" takes a settings key");
     return refusal(verb.empty() ? "\"do\" names the command; it is missing" : "there is no command '" + verb + "'");
@@ -124,9 +124,8 @@ DriveSession::Outcome DriveSession::reload() {
     return platform::Done{};
 }
 
-DriveSession::Outcome DriveSession::touchHeart() {
-    const auto& item = page().navigationItem().rightBarButtonItem();
-    auto* button = item ? dynamic_cast<platform::UIButton*>(item->customView().get()) : nullptr;
+DriveSession::Outcome DriveSession::touchRightButton() {
+    platform::UIButton* const button = rightButtonOf(page());
     if (!button) return refusal("the page has no right-hand item");
     button->sendActionsForControlEvents(platform::UIControlEventTouchUpInside);
     return platform::Done{};

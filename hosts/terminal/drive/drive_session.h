@@ -37,7 +37,7 @@ private:
     Outcome goBack();
     Outcome appear();
     Outcome reload();
-    Outcome touchHeart();
+    Outcome touchRightButton();
     Outcome finishComposer(const nlohmann::json& command);
 
     nlohmann::json valueAnswer(const std::string& key) const;

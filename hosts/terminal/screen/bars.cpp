@@ -21,14 +21,14 @@ std::string TitleBar::backText(std::size_t width, const ScreenText& text) const 
     return " " + std::string(text.glyphs().back) + " " + text.fitted(back, width / 3) + " ";
 }
 
-std::string TitleBar::heartText(const ScreenText& text) const {
-    return hasHeart ? " h " + std::string(text.glyphs().heart) + " " : std::string();
+std::string TitleBar::rightButtonText(const ScreenText& text) const {
+    return hasRightButton ? " h " + std::string(text.glyphs().heart) + " " : std::string();
 }
 
 // The title stands in the middle of the screen where it can, else in the middle of what is left.
 Line TitleBar::compose(std::size_t width, const ScreenText& text) const {
     const std::string left = backText(width, text);
-    const std::string right = heartText(text);
+    const std::string right = rightButtonText(text);
     const std::size_t room = width - columns(left) - columns(right);
     const std::string middle = text.fitted(title, room);
     const std::size_t taken = columns(middle);
@@ -47,7 +47,7 @@ Line TitleBar::compose(std::size_t width, const ScreenText& text) const {
 
 TitleBar::Part TitleBar::partAt(std::size_t column, std::size_t width, const ScreenText& text) const {
     if (column < columns(backText(width, text))) return Part::back;
-    return column + columns(heartText(text)) >= width ? Part::heart : Part::title;
+    return column + columns(rightButtonText(text)) >= width ? Part::rightButton : Part::title;
 }
 
 Line keyLine(const std::vector<KeyHint>& hints, std::size_t width) {

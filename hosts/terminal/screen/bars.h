@@ -14,16 +14,16 @@ namespace hosts::terminal::screen {
 struct TitleBar {
     std::string back;  ///< where the way back leads; empty when there is none
     std::string title;
-    bool hasHeart = false;
+    bool hasRightButton = false;
 
     Line compose(std::size_t width, const ScreenText& text) const;
     /// What a click on this column of the bar is for.
-    enum class Part { back, title, heart };
+    enum class Part { back, title, rightButton };
     Part partAt(std::size_t column, std::size_t width, const ScreenText& text) const;
 
 private:
     std::string backText(std::size_t width, const ScreenText& text) const;
-    std::string heartText(const ScreenText& text) const;
+    std::string rightButtonText(const ScreenText& text) const;
 };
 
 /// As many of the hints as fit.

@@ -20,11 +20,6 @@ constexpr std::size_t mostBodyWidth = 100;
 constexpr std::size_t mostNoticeLines = 5;
 constexpr std::ptrdiff_t wheelLines = 3;
 
-platform::UIButton* heartOf(platform::UIViewController& page) {
-    const auto& item = page.navigationItem().rightBarButtonItem();
-    return item ? dynamic_cast<platform::UIButton*>(item->customView().get()) : nullptr;
-}
-
 std::string text(const Size& size, const Glyphs& glyphs) {
     return std::to_string(size.width) + std::string(glyphs.times) + std::to_string(size.height);
 }
@@ -153,7 +148,7 @@ Picture SettingsScreen::composeBottom(std::size_t width) {
 TitleBar SettingsScreen::titleBar() const {
     if (const std::shared_ptr<Sheet> sheet = shownSheet()) return {{}, sheet->title(), false};
     PageView* const below = _host.below();
-    return {below ? below->page().title() : std::string(), _host.top().page().title(), hasHeart()};
+    return {below ? below->page().title() : std::string(), _host.top().page().title(), hasRightButton()};
 }
 
 std::vector<KeyHint> SettingsScreen::pageHints() const {
@@ -163,7 +158,7 @@ std::vector<KeyHint> SettingsScreen::pageHints() const {
     hints.push_back({"q", "Quit"});
     hints.push_back({"/", "Find"});
     hints.push_back({std::string(_text.glyphs().upDownKeys), "Move"});
-    if (hasHeart()) hints.push_back({"h", "Share"});
+    if (hasRightButton()) hints.push_back({"h", "Share"});
     hints.push_back({"r", "Reload"});
     return hints;
 }
@@ -231,7 +226,7 @@ void SettingsScreen::command(const Event& event) {
     if (event.key == Key::enter || event.is(' ')) return useRow();
     if (event.key == Key::left || event.key == Key::escape || event.key == Key::backspace) return goBack();
     if (event.key == Key::click) return click(event);
-    if (event.is('h')) return touchHeart();
+    if (event.is('h')) return touchRightButton();
     if (event.is('r')) return reload();
     if (event.is('/')) return _find.open(_host.top());
     if (event.is('n') || event.is('N')) return findAgain(event.is('N'));
@@ -263,14 +258,14 @@ void SettingsScreen::goBack() {
     if (!_navigation.popViewControllerAnimated(true)) _notices.say("This is the first page; q quits");
 }
 
-bool SettingsScreen::hasHeart() const {
-    return heartOf(_host.top().page()) != nullptr;
+bool SettingsScreen::hasRightButton() const {
+    return rightButtonOf(_host.top().page()) != nullptr;
 }
 
-void SettingsScreen::touchHeart() {
-    platform::UIButton* const heart = heartOf(_host.top().page());
-    if (!heart) return _notices.say("This page has no heart button");
-    heart->sendActionsForControlEvents(platform::UIControlEventTouchUpInside);
+void SettingsScreen::touchRightButton() {
+    platform::UIButton* const button = rightButtonOf(_host.top().page());
+    if (!button) return _notices.say("This page has no heart button");
+    button->sendActionsForControlEvents(platform::UIControlEventTouchUpInside);
 }
 
 void SettingsScreen::reload() {
@@ -300,8 +295,8 @@ void SettingsScreen::clickTitleBar(const Event& event) {
     switch (titleBar().partAt(event.column, _size.width, _text)) {
         case TitleBar::Part::back:
             return goBack();
-        case TitleBar::Part::heart:
-            return touchHeart();
+        case TitleBar::Part::rightButton:
+            return touchRightButton();
         case TitleBar::Part::title:
             break;
     }

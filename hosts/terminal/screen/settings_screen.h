@@ -79,11 +79,11 @@ private:
     void useRow();
     void tap(platform::NSIndexPath path);
     void goBack();
-    void touchHeart();
+    void touchRightButton();
     void reload();
     void findAgain(bool upwards);
     void openHelp();
-    bool hasHeart() const;
+    bool hasRightButton() const;
 
     ScreenText _text;
     Notices _notices;
