@@ -225,10 +225,18 @@ TEST(PhoneFiles, areLookedAtWithoutBeingRead) {
 
 TEST(PhoneFiles, haveASettledStampOnceTheKernelsClockHasGoneOn) {
     const Phone phone;
-    writeText(phone / "file", "");
     const auto files = openPhone(phone.folder);
+    if (!hosts::isFileSystemOfKernel(files.root())) GTEST_SKIP() << "the file system's clock is elsewhere";
     std::string contents;
-    EXPECT_FALSE(files.readFile("/file", contents)->isSettled);
+    const auto isSettledWhenNew = [&] {
+        writeText(phone / "file", "");
+        return files.readFile("/file", contents)->isSettled;
+    };
+    // A machine that is held up in between takes the file for an old one, but not each time.
+    int tries = 0;
+    while (isSettledWhenNew() && tries < 1000)
+        ++tries;
+    EXPECT_LT(tries, 1000);
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     EXPECT_TRUE(files.readFile("/file", contents)->isSettled);
 }
