@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "store/settings_catalogue.h"
 
+#include <algorithm>
+
 namespace trivel3 {
 
 std::optional<platform::Value> SettingsCatalogue::Entry::defaultValue() const {
@@ -17,8 +19,8 @@ std::optional<platform::Value> SettingsCatalogue::Entry::defaultValue() const {
 }
 
 std::optional<platform::Value> SettingsCatalogue::defaultForKey(std::string_view key) {
-    const Entry* entry = find(key);
-    return entry ? entry->defaultValue() : std::nullopt;
+    const auto* found = std::ranges::find(entries, key, &Entry::key);
+    return found == std::end(entries) ? std::nullopt : found->defaultValue();
 }
 
 }  // namespace trivel3
