@@ -10,13 +10,13 @@ namespace hosts::desktop {
 
 std::optional<Options> parseOptions(int argumentCount, char** arguments, int& status) {
     Options options;
-    std::string appearance;
+    std::string appearanceName;
     CLI::App app{"The settings of Trivel 3 in a window"};
     app.name("trivel3-settings");
     app.set_version_flag("--version", "trivel3-settings " TRIVEL3_VERSION);
     app.set_help_flag("--help,-h", "Print this help and exit");
     options.addTo(app);
-    app.add_option("--appearance", appearance, "light or dark, whatever the desktop's is")
+    app.add_option("--appearance", appearanceName, "light or dark, whatever the desktop's is")
         ->check(CLI::IsMember({"light", "dark"}))
         ->type_name("NAME");
     app.add_option("--screenshots", options.screenshots, "Draw every page into PNG files in this folder and exit")
@@ -29,7 +29,7 @@ std::optional<Options> parseOptions(int argumentCount, char** arguments, int& st
                           : fail(wrongUsage, std::string(error.what()) + " (see 'trivel3-settings --help')");
         return std::nullopt;
     }
-    if (!appearance.empty()) options.dark = appearance == "dark";
+    if (!appearanceName.empty()) options.dark = appearanceName == "dark";
     return options;
 }
 
