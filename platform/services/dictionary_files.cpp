@@ -11,8 +11,9 @@ namespace {
 
 std::shared_ptr<const Dictionary> parse(std::string_view bytes) {
     const PropertyListReading reading = readPropertyList(bytes);
-    const Dictionary* dictionary = reading ? reading.value->dictionary() : nullptr;
-    return dictionary ? std::make_shared<const Dictionary>(*dictionary) : nullptr;
+    if (!reading) return nullptr;
+    const auto* root = std::get_if<std::shared_ptr<const Dictionary>>(&reading.value->storage());
+    return root ? *root : nullptr;
 }
 
 Problem tooLarge(const std::string& path, std::size_t size) {
@@ -31,8 +32,8 @@ Problem withoutForm(const std::string& path, const std::string& reason) {
 
 /// What a change has come to, on the file on which it was made last.
 struct Edit {
-    Dictionary before;
-    Dictionary after;
+    std::shared_ptr<const Dictionary> before;
+    std::shared_ptr<const Dictionary> after;
     bool hasForm = true;
     std::shared_ptr<const std::string> bytes;
 };
@@ -72,8 +73,8 @@ void DictionaryFiles::edit(std::string_view path, const std::function<Dictionary
                           path = std::string(path)](std::optional<std::string_view> held) -> Result<std::string> {
         const bool isKnown = held && known.content && *held == *known.bytes;
         const Content content = isKnown ? *known.content : held ? parse(*held) : nullptr;
-        edit->before = content ? *content : Dictionary();
-        edit->after = change(edit->before);
+        edit->before = content ? content : std::make_shared<const Dictionary>();
+        edit->after = std::make_shared<const Dictionary>(change(*edit->before));
         PropertyListWriting writing = writeXmlPropertyList(Value(edit->after));
         edit->hasForm = static_cast<bool>(writing);
         if (!writing) return withoutForm(path, writing.reason);
@@ -89,7 +90,7 @@ void DictionaryFiles::edit(std::string_view path, const std::function<Dictionary
     }
     if (!_listener) return;
     if (outcome) {
-        _listener->changed(path, edit->before, edit->after);
+        _listener->changed(path, *edit->before, *edit->after);
     } else {
         _listener->notChanged(outcome.error(), edit->hasForm);
     }
