@@ -5,8 +5,7 @@ namespace trivel3::exceptions {
 
 bool isTicked(platform::Platform& platform, std::string_view identifier) {
     const auto ticks = platform.dictionaries.read(file);
-    const platform::Value* tick = ticks ? ticks->find(identifier) : nullptr;
-    return tick && platform::boolValue(*tick);
+    return ticks && platform::boolValue(ticks->valueForKey(identifier));
 }
 
 void change(platform::Platform& platform, const std::function<platform::Dictionary(platform::Dictionary)>& change) {

@@ -7,21 +7,13 @@
 #include "store/settings_catalogue.h"
 
 namespace trivel3 {
-namespace {
 
 using platform::Dictionary;
 using platform::Value;
 
-std::optional<Value> entryOf(const Dictionary& content, std::string_view key) {
-    const Value* value = content.find(key);
-    return value ? std::optional(*value) : std::nullopt;
-}
-
-}  // namespace
-
 std::optional<Value> PreferenceStore::storedValueForKey(std::string_view key) const {
     const auto content = _platform.dictionaries.read(settingsFile);
-    return content ? entryOf(*content, key) : std::nullopt;
+    return content ? content->valueForKey(key) : std::nullopt;
 }
 
 std::optional<Value> PreferenceStore::preferenceForKey(std::string_view key) const {
@@ -35,7 +27,7 @@ void PreferenceStore::setPreferenceForKey(Value value, std::string_view key) {
 
 void PreferenceStore::changePreferenceForKey(std::string_view key, const Change& change) {
     _platform.dictionaries.edit(settingsFile, [key = std::string(key), change](Dictionary held) {
-        if (auto value = change(entryOf(held, key))) {
+        if (auto value = change(held.valueForKey(key))) {
             held.set(key, *std::move(value));
         } else {
             held.remove(key);

@@ -80,8 +80,7 @@ std::optional<platform::Value> DeviceInformation::copyAnswer(std::string_view ke
 
 std::optional<platform::Value> DeviceInformation::listedAnswer(std::string_view key) const {
     if (!_userList) return phoneFileEntry(phoneFile, key);
-    const platform::Value* const value = _userList->find(key);
-    return value == nullptr ? std::nullopt : std::optional{*value};
+    return _userList->valueForKey(key);
 }
 
 std::optional<platform::Value> DeviceInformation::phoneFileEntry(std::string_view path, std::string_view key) const {
@@ -89,8 +88,7 @@ std::optional<platform::Value> DeviceInformation::phoneFileEntry(std::string_vie
     if (!_files.readFile(path, bytes, fileLimit)) return std::nullopt;
     const platform::PropertyListReading reading = platform::readPropertyList(bytes);
     const platform::Dictionary* list = reading ? reading.value->dictionary() : nullptr;
-    const platform::Value* value = list ? list->find(key) : nullptr;
-    return value ? std::optional(*value) : std::nullopt;
+    return list ? list->valueForKey(key) : std::nullopt;
 }
 
 }  // namespace hosts

@@ -32,8 +32,7 @@ protected:
         const auto spared = store().preferenceForKey(sparedApplications);
         const platform::Dictionary* ticks = spared ? spared->dictionary() : nullptr;
         if (spared && !ticks) removeWhatIsNoDictionary();
-        const platform::Value* tick = ticks ? ticks->find(identifier) : nullptr;
-        return tick && platform::boolValue(*tick);
+        return ticks && platform::boolValue(ticks->valueForKey(identifier));
     }
 
     void setTicked(bool ticked, const std::string& identifier) override {

@@ -54,6 +54,11 @@ const Value* Dictionary::find(std::string_view key) const {
     return place != _entries.end() && place->key == key ? &place->value : nullptr;
 }
 
+std::optional<Value> Dictionary::valueForKey(std::string_view key) const {
+    const Value* value = find(key);
+    return value ? std::optional(*value) : std::nullopt;
+}
+
 void Dictionary::set(std::string_view key, Value value) {
     auto place = lowerBound(_entries, key);
     if (place != _entries.end() && place->key == key) {

@@ -155,6 +155,8 @@ public:
 
     /// The value under the key, or a null pointer.
     const Value* find(std::string_view key) const;
+    /// The same as a value of one's own, or nothing.
+    std::optional<Value> valueForKey(std::string_view key) const;
     bool contains(std::string_view key) const { return find(key) != nullptr; }
     void set(std::string_view key, Value value);
     void remove(std::string_view key);

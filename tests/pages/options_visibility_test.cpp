@@ -305,10 +305,8 @@ platform::Dictionary settingsOf(unsigned bits) {
 
 kit::PageState stateOf(const platform::Dictionary& settings, const kit::Shape& device) {
     const bool phone = device.idiom == 0;
-    return kit::pageState(phone, phone && device.height >= 568, [&settings](std::string_view key) {
-        const platform::Value* value = settings.find(key);
-        return value ? std::optional(*value) : std::nullopt;
-    });
+    return kit::pageState(phone, phone && device.height >= 568,
+                          [&settings](std::string_view key) { return settings.valueForKey(key); });
 }
 
 void expectRepairs(const Pane& pane, const kit::PageState& s) {

@@ -20,8 +20,7 @@ Phone::Phone(const platform::Dictionary& settings) {
 
 std::optional<platform::Value> Phone::stored(std::string_view key) const {
     const auto content = _phone.dictionary(settingsFile);
-    const platform::Value* const value = content ? content->find(key) : nullptr;
-    return value ? std::optional(*value) : std::nullopt;
+    return content ? content->valueForKey(key) : std::nullopt;
 }
 
 void Phone::store(std::string_view key, platform::Value value) {

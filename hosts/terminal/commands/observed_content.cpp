@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/commands/observed_content.h"
 
+#include <utility>
+
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/value_json.h"
 #include "hosts/terminal/render/value_text.h"
@@ -8,16 +10,11 @@
 namespace hosts::terminal {
 namespace {
 
-std::optional<platform::Value> entryOf(const platform::Dictionary& dictionary, const std::string& key) {
-    const platform::Value* value = dictionary.find(key);
-    return value ? std::optional(*value) : std::nullopt;
-}
-
 std::vector<Change> differences(const platform::Dictionary& before, const platform::Dictionary& after) {
     std::vector<Change> changes;
     for (const auto& [key, value] : before) {
-        const platform::Value* now = after.find(key);
-        if (!now || !(*now == value)) changes.push_back({key, value, entryOf(after, key)});
+        auto now = after.valueForKey(key);
+        if (now != value) changes.push_back({key, value, std::move(now)});
     }
     for (const auto& [key, value] : after) {
         if (!before.contains(key)) changes.push_back({key, std::nullopt, value});
