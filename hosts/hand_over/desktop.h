@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 
+#include "hosts/system/module_function.h"
 #include "platform/foundation/result.h"
 
 namespace hosts {
@@ -28,8 +29,7 @@ public:
     virtual std::string cacheFolder() = 0;
 };
 
-/// The module's one entry point, under the name `makeDesktopLibrarySymbol`.
-using MakeDesktopLibrary = void(std::unique_ptr<DesktopLibrary>& library);
+/// The name of the module's one entry point, a `ModuleObject<DesktopLibrary>::Make`.
 constexpr const char* makeDesktopLibrarySymbol = "trivel3MakeDesktopLibrary";
 
 /// The user's desktop: which programs open what, and where files belong. Nothing is loaded before
@@ -37,10 +37,10 @@ constexpr const char* makeDesktopLibrarySymbol = "trivel3MakeDesktopLibrary";
 class Desktop {
 public:
     /// `module` is the path of the module that asks the desktop's own library.
-    explicit Desktop(std::string module) : _module(std::move(module)) {}
+    explicit Desktop(std::string module) : _library(std::move(module), makeDesktopLibrarySymbol, "the desktop module") {}
 
     /// The desktop's library, once its module could be loaded.
-    platform::Result<DesktopLibrary*> library();
+    platform::Result<DesktopLibrary*> library() { return _library.get(); }
 
     /// The name of the program that opens content of this MIME type, or URLs of this scheme; nothing
     /// when there is none, or no way to tell.
@@ -48,9 +48,7 @@ public:
     std::optional<std::string> handlerOfScheme(const std::string& scheme);
 
 private:
-    std::string _module;
-    std::optional<platform::Problem> _loadingProblem;
-    std::unique_ptr<DesktopLibrary> _library;
+    ModuleObject<DesktopLibrary> _library;
 };
 
 }  // namespace hosts

@@ -26,8 +26,7 @@ public:
 /// How long a bus may take to let a client in, or to take a message, before it counts as absent.
 constexpr std::chrono::milliseconds busPatience{1000};
 
-/// The module's one entry point, under the name `makeSessionBusSymbol`.
-using MakeSessionBus = void(std::unique_ptr<SessionBus>& bus);
+/// The name of the module's one entry point, a `ModuleObject<SessionBus>::Make`.
 constexpr const char* makeSessionBusSymbol = "trivel3MakeSessionBus";
 
 }  // namespace hosts

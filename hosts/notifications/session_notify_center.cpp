@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "hosts/system/module_function.h"
 #include "platform/foundation/utf8.h"
 
 namespace hosts {
@@ -23,15 +22,6 @@ SessionNotifyCenter::~SessionNotifyCenter() {
     if (!_waiting.empty()) static_cast<void>(post(busPatience));
 }
 
-platform::Result<SessionBus*> SessionNotifyCenter::bus() {
-    if (_bus) return _bus.get();
-    if (_loadingProblem) return *_loadingProblem;
-    auto make = loadFunction<MakeSessionBus>(_module, makeSessionBusSymbol, "the session bus module");
-    if (!make) return _loadingProblem.emplace(std::move(make).error());
-    (*make)(_bus);
-    return _bus.get();
-}
-
 void SessionNotifyCenter::postNotification(std::string_view name) {
     if (!canTravel(name)) return;
     if (std::ranges::find(_waiting, name) == _waiting.end()) _waiting.emplace_back(name);
@@ -47,7 +37,7 @@ platform::Result<platform::Done> SessionNotifyCenter::flush() {
 
 platform::Result<platform::Done> SessionNotifyCenter::post(const Deadline& deadline) {
     while (!_waiting.empty()) {
-        auto found = bus();
+        auto found = _bus.get();
         if (!found) return std::move(found).error();
         if (auto posted = (*found)->post(_waiting.front(), deadline); !posted) {
             _lastTry = Clock::now();
@@ -60,7 +50,7 @@ platform::Result<platform::Done> SessionNotifyCenter::post(const Deadline& deadl
 }
 
 platform::Result<std::unique_ptr<NotificationStream>> SessionNotifyCenter::observe() {
-    auto found = bus();
+    auto found = _bus.get();
     if (!found) return std::move(found).error();
     return (*found)->observe();
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "hosts/notifications/session_bus.h"
+#include "hosts/system/module_function.h"
 #include "platform/services/notification_center.h"
 
 namespace hosts {
@@ -26,7 +27,8 @@ namespace hosts {
 class SessionNotifyCenter final : public platform::DarwinNotifyCenter {
 public:
     /// `module` is the path of the module that speaks to the bus.
-    explicit SessionNotifyCenter(std::string module) : _module(std::move(module)) {}
+    explicit SessionNotifyCenter(std::string module)
+        : _bus(std::move(module), makeSessionBusSymbol, "the session bus module") {}
     SessionNotifyCenter(const SessionNotifyCenter&) = delete;
     SessionNotifyCenter& operator=(const SessionNotifyCenter&) = delete;
     ~SessionNotifyCenter() override;
@@ -43,12 +45,9 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    platform::Result<SessionBus*> bus();
     platform::Result<platform::Done> post(const Deadline& deadline);
 
-    std::string _module;
-    std::unique_ptr<SessionBus> _bus;
-    std::optional<platform::Problem> _loadingProblem;
+    ModuleObject<SessionBus> _bus;
     std::vector<std::string> _waiting;          // each name once
     std::optional<Clock::time_point> _lastTry;  // when the bus last took nothing
 };

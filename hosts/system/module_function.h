@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/foundation/result.h"
 
@@ -21,5 +24,34 @@ platform::Result<Function*> loadFunction(const std::string& module, const char* 
     if (!symbol) return std::move(symbol).error();
     return reinterpret_cast<Function*>(*symbol);
 }
+
+/// The one object of a module that is loaded when it is first asked for. A module that cannot be loaded is
+/// tried once.
+template <class Interface>
+class ModuleObject {
+public:
+    /// The module's one entry point, which the module exports under `name`.
+    using Make = void(std::unique_ptr<Interface>& object);
+
+    /// `module` is the module's path. `name` and `purpose` are literals.
+    ModuleObject(std::string module, const char* name, const char* purpose)
+        : _module(std::move(module)), _name(name), _purpose(purpose) {}
+
+    platform::Result<Interface*> get() {
+        if (_object) return _object.get();
+        if (_loadingProblem) return *_loadingProblem;
+        const auto make = loadFunction<Make>(_module, _name, _purpose);
+        if (!make) return _loadingProblem.emplace(make.error());
+        (*make)(_object);
+        return _object.get();
+    }
+
+private:
+    std::string _module;
+    const char* _name;
+    const char* _purpose;
+    std::optional<platform::Problem> _loadingProblem;
+    std::unique_ptr<Interface> _object;
+};
 
 }  // namespace hosts
