@@ -63,21 +63,19 @@ Line firstLine(const RowSnapshot& row, bool selected, std::size_t width, const S
     return line;
 }
 
-// The texts of a cell of a page's own making, after the one that it is named by.
-std::string detailsOf(const std::vector<std::string>& texts) {
-    std::string details;
-    for (std::size_t i = 1; i < texts.size(); ++i)
-        details += (i > 1 ? "\n" : "") + texts[i];
-    return details;
+std::string joinedLines(const std::vector<std::string>& texts) {
+    std::string lines;
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        lines += (i > 0 ? "\n" : "") + texts[i];
+    return lines;
 }
 
 }  // namespace
 
 std::vector<Line> rowLines(const RowSnapshot& row, bool selected, Size size, const ScreenText& text) {
     std::vector<Line> lines{firstLine(row, selected, size.width, text)};
-    const std::vector<std::string> texts = row.cell ? textsIn(*row.cell) : std::vector<std::string>();
-    if (texts.size() < 2) return lines;
-    for (std::string& detail : text.firstLines(detailsOf(texts), size.width - detailIndent, size.height - 1)) {
+    if (row.details.empty()) return lines;
+    for (std::string& detail : text.firstLines(joinedLines(row.details), size.width - detailIndent, size.height - 1)) {
         Line& line = lines.emplace_back();
         line.selected = selected;
         line.addSpaces(detailIndent);
