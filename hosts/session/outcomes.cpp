@@ -34,7 +34,7 @@ void Outcomes::passedOver(const platform::Problem& problem) {
 }
 
 void Outcomes::notChanged(const platform::Problem& problem, bool) {
-    _problems.push_back(problem);
+    if (!_problem) _problem = problem;
 }
 
 Outcomes::Hold::Hold(Outcomes& outcomes) : _outcomes(outcomes) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/session/settings_session.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -55,7 +56,20 @@ void SettingsSession::drawn() {
         _drawn.insert_or_assign(path, std::move(content));
 }
 
-bool SettingsSession::hasChangedSinceDrawn(std::string_view path) {
+std::vector<std::string> SettingsSession::observedFiles() {
+    std::vector<std::string> paths;
+    const auto access = preferenceAccess();
+    if (!access) return paths;
+    for (auto& file : (*access)->observedFiles())
+        paths.push_back(std::move(file.path));
+    return paths;
+}
+
+bool SettingsSession::hasChangedSinceDrawn(std::span<const std::string> paths) {
+    return std::ranges::any_of(paths, [this](const std::string& path) { return isOtherThanDrawn(path); });
+}
+
+bool SettingsSession::isOtherThanDrawn(const std::string& path) {
     const auto drawn = _drawn.find(path);
     if (drawn == _drawn.end()) return false;
     const auto now = _platform.dictionaries.read(path);

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <memory>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "hosts/session/composers.h"
 #include "hosts/session/device_shape.h"
@@ -38,12 +40,16 @@ public:
     /// The turn is over: what it has read is dropped, but for the note of what is on the screen now.
     void drawn();
 
-    /// Whether the file holds something else than what was drawn of it last. False for a file of which nothing has been
-    /// drawn: no row depends on it.
-    bool hasChangedSinceDrawn(std::string_view path);
+    /// The paths of the files that the pane keeps; none for a pane that does not tell.
+    std::vector<std::string> observedFiles();
+
+    /// Whether one of the files holds something else than what was drawn of it last. A file of which nothing has been
+    /// drawn does not count: no row depends on it.
+    bool hasChangedSinceDrawn(std::span<const std::string> paths);
 
 private:
     SettingsSession(const SessionServices& services, const std::string& systemImage, const DeviceShape& shape);
+    bool isOtherThanDrawn(const std::string& path);
 
     platform::ClassRegistry _classes;
     platform::SystemImage _system;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/program/desktop_session.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace hosts::desktop {
@@ -31,20 +30,16 @@ platform::Result<platform::Done> DesktopSession::open(QSize size) {
 
 // A change that did not come about is told, and the rows show what the file still holds.
 void DesktopSession::closeTurn() {
-    const auto problems = _outside.phone.outcomes->takeProblems();
-    if (!problems.empty()) {
-        _navigation.tell(QString::fromStdString("Not saved: " + problems.front().text()));
+    if (const auto problem = _outside.phone.outcomes->takeProblem()) {
+        _navigation.tell(QString::fromStdString("Not saved: " + problem->text()));
         _navigation.redrawVisibleRows();
     }
     _session->drawn();
 }
 
 void DesktopSession::watchFiles() {
-    // A pane that tells of no files has none to watch.
-    const auto access = _session->preferenceAccess();
-    if (!access) return;
-    for (auto& file : (*access)->observedFiles())
-        _observedFiles.push_back(std::move(file.path));
+    _observedFiles = _session->observedFiles();
+    if (_observedFiles.empty()) return;
     _events = _outside.phone.phone->observe(_observedFiles);
     _soon.setSingleShot(true);
     _soon.setInterval(gatheringTime);
@@ -62,9 +57,7 @@ void DesktopSession::takePhoneEvents() {
 }
 
 void DesktopSession::lookAtFiles() {
-    const bool isChanged =
-        std::ranges::any_of(_observedFiles, [this](const auto& path) { return _session->hasChangedSinceDrawn(path); });
-    if (isChanged) _navigation.redrawVisibleRows();
+    if (_session->hasChangedSinceDrawn(_observedFiles)) _navigation.redrawVisibleRows();
 }
 
 }  // namespace hosts::desktop

@@ -34,9 +34,8 @@ std::string SettingsCommand::unknownKey(std::string_view key) const {
 
 platform::Result<platform::Done> SettingsCommand::write(std::string_view key, const platform::Value& value) {
     _access->setPreferenceForKey(value, key);
-    auto problems = _services->outcomes.takeProblems();
-    if (problems.empty()) return platform::Done();
-    return std::move(problems.front());
+    if (auto problem = _services->outcomes.takeProblem()) return *std::move(problem);
+    return platform::Done();
 }
 
 }  // namespace hosts::terminal

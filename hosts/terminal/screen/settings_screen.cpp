@@ -54,17 +54,13 @@ platform::Result<platform::Done> SettingsScreen::start() {
     _session = *std::move(session);
     auto root = _session->makeRootPage();
     if (!root) return std::move(root).error();
-    if (const auto access = _session->preferenceAccess()) {
-        for (auto& file : (*access)->observedFiles())
-            _observedFiles.push_back(std::move(file.path));
-    }
+    _observedFiles = _session->observedFiles();
     _navigation.pushViewController_animated(*std::move(root), false);
     return platform::Done();
 }
 
 bool SettingsScreen::noteFilesChanged(std::span<const std::string> paths) {
-    const bool isChanged =
-        std::ranges::any_of(paths, [this](const std::string& path) { return _session->hasChangedSinceDrawn(path); });
+    const bool isChanged = _session->hasChangedSinceDrawn(paths);
     if (isChanged) _host.top().noteCellsOld();
     return isChanged;
 }
@@ -81,8 +77,7 @@ std::shared_ptr<Sheet> SettingsScreen::sheetFor(const std::shared_ptr<platform::
 
 Picture SettingsScreen::compose(Size size) {
     _size = size;
-    const bool isTooSmall = size.width < leastSize.width || size.height < leastSize.height;
-    Picture picture = isTooSmall ? composeTooSmall(size) : composeAll(size);
+    Picture picture = isTooSmall() ? composeTooSmall(size) : composeAll(size);
     _session->drawn();
     return picture;
 }
@@ -165,9 +160,8 @@ std::vector<KeyHint> SettingsScreen::pageHints() const {
 
 void SettingsScreen::handle(const Event& event) {
     _notices.clear();
-    const bool isTooSmall = _size.width < leastSize.width || _size.height < leastSize.height;
     // What cannot be seen is not changed.
-    if (isTooSmall) {
+    if (isTooSmall()) {
         _isOver = event.is('q');
         return;
     }
@@ -182,8 +176,7 @@ void SettingsScreen::handle(const Event& event) {
         handleOnPage(event);
     }
     // The pages themselves are silent about it.
-    const auto problems = _services.outcomes.takeProblems();
-    if (!problems.empty()) _notices.warn("Not saved: " + problems.front().text());
+    if (const auto problem = _services.outcomes.takeProblem()) _notices.warn("Not saved: " + problem->text());
 }
 
 void SettingsScreen::handleOnPage(const Event& event) {

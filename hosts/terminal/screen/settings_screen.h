@@ -63,6 +63,7 @@ private:
     std::shared_ptr<Sheet> sheetFor(const std::shared_ptr<platform::UIViewController>& presented);
     std::shared_ptr<Sheet> shownSheet() const { return _help ? _help : _host.sheet(); }
 
+    bool isTooSmall() const { return _size.width < leastSize.width || _size.height < leastSize.height; }
     Picture composeAll(Size size);
     Picture composeTooSmall(Size size) const;
     std::size_t margin() const;
