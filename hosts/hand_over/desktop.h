@@ -37,7 +37,8 @@ constexpr const char* makeDesktopLibrarySymbol = "trivel3MakeDesktopLibrary";
 class Desktop {
 public:
     /// `module` is the path of the module that asks the desktop's own library.
-    explicit Desktop(std::string module) : _library(std::move(module), makeDesktopLibrarySymbol, "the desktop module") {}
+    explicit Desktop(std::string module)
+        : _library(std::move(module), makeDesktopLibrarySymbol, "the desktop module") {}
 
     /// The desktop's library, once its module could be loaded.
     platform::Result<DesktopLibrary*> library() { return _library.get(); }

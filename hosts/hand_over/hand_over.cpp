@@ -105,7 +105,7 @@ MailHandOver DesktopHandOver::sendMail(const Mail& mail) {
 }
 
 Result<std::string> DesktopHandOver::giveToProgram(const Mail& mail, const Result<std::string>& draft) {
-    Problem why{{}, {}, "no program for e-mail is set up"};
+    Problem why{.reason = "no program for e-mail is set up"};
     if (const auto program = _desktop.handlerOfScheme("mailto")) {
         auto composed = composeInProgram(mail);
         if (composed) return *program;
@@ -122,7 +122,7 @@ Result<std::string> DesktopHandOver::giveToProgram(const Mail& mail, const Resul
 
 Result<Done> DesktopHandOver::composeInProgram(const Mail& mail) {
     const auto& recipients = mail.toRecipients();
-    if (std::ranges::any_of(recipients, couldBeTakenForOption)) return Problem{{}, {}, "a recipient begins with '-'"};
+    if (std::ranges::any_of(recipients, couldBeTakenForOption)) return Problem{.reason = "a recipient begins with '-'"};
     auto desktop = _desktop.library();
     if (!desktop) return std::move(desktop).error();
     auto files = saveAttachments(mail, (*desktop)->cacheFolder());
@@ -136,7 +136,7 @@ Result<Done> DesktopHandOver::composeInProgram(const Mail& mail) {
 
 Result<Done> DesktopHandOver::post(std::string_view serviceType, std::string_view text) {
     const auto link = postLink(serviceType, text);
-    if (!link) return Problem{{}, {}, "there is no way to post to the service " + std::string{serviceType}};
+    if (!link) return Problem{.reason = "there is no way to post to the service " + std::string{serviceType}};
     auto opened = _opener.open(*link);
     if (opened) return Done();
     return Problem{*link, {}, opened.error().text()};

@@ -39,7 +39,7 @@ public:
     platform::Result<platform::Done> post(std::string_view, std::string_view) override { return nowhere(); }
 
 private:
-    static platform::Problem nowhere() { return {{}, {}, "nothing leaves this session"}; }
+    static platform::Problem nowhere() { return {.reason = "nothing leaves this session"}; }
 };
 
 /// To the programs of the user's desktop. Nothing is made or loaded before the user asks for it, so

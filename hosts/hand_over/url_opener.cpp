@@ -38,7 +38,7 @@ platform::Result<platform::Done> UrlOpener::open(std::string_view url) {
     using platform::Problem;
     const std::string scheme = schemeOf(url);
     if (!isOpened(scheme)) return Problem{{}, "addresses of this kind are not opened", scheme + ":"};
-    if (hasBlankOrControl(url)) return Problem{{}, {}, "an address has neither blanks nor control characters in it"};
+    if (hasBlankOrControl(url)) return Problem{.reason = "an address has neither blanks nor control characters in it"};
     return _programs.run({"xdg-open", std::string{url}});
 }
 

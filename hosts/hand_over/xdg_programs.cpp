@@ -114,7 +114,7 @@ std::optional<std::string> failure(int status) {
 }
 
 Problem startingProblem(const std::string& program, int error) {
-    if (error == ENOENT) return {{}, {}, program + " is not installed (it comes with xdg-utils)"};
+    if (error == ENOENT) return {.reason = program + " is not installed (it comes with xdg-utils)"};
     return {{}, "cannot start " + program, errorText(error)};
 }
 
@@ -127,7 +127,7 @@ bool hasNul(const std::string& text) {
 platform::Result<platform::Done> XdgPrograms::run(const std::vector<std::string>& arguments) {
     reap();
     const std::string& program = arguments.front();
-    if (std::ranges::any_of(arguments, hasNul)) return Problem{{}, {}, program + " takes no NUL byte"};
+    if (std::ranges::any_of(arguments, hasNul)) return Problem{.reason = program + " takes no NUL byte"};
     pid_t process = 0;
     if (const int error = start(arguments, process); error != 0) return startingProblem(program, error);
     const auto end = endInTime(process, patience);

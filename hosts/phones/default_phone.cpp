@@ -161,7 +161,7 @@ Result<platform::Done> ensurePhone(const std::string& phone, const std::string& 
         return Problem{phone, "cannot make the phone", failure.path1().string() + ": " + failure.code().message()};
     }
     if (fs::is_directory(phone, ignored)) return platform::Done();
-    return Problem{{}, {}, phone + " is not a folder"};
+    return Problem{.reason = phone + " is not a folder"};
 }
 
 }  // namespace hosts

@@ -22,7 +22,7 @@ Result<std::unique_ptr<SettingsSession>> SettingsSession::load(const SessionServ
     std::unique_ptr<SettingsSession> session(new SettingsSession(services, systemImage, shape));
     const auto pane = session->_system.bundleWithPath(panePath);
     if (!pane) return Problem{systemImage + std::string(panePath), {}, std::string("no such bundle") + advice};
-    if (const auto loaded = pane->load(); !loaded) return Problem{{}, {}, loaded.error().text() + advice};
+    if (const auto loaded = pane->load(); !loaded) return Problem{.reason = loaded.error().text() + advice};
     session->_pane = std::make_unique<platform::NSBundle>(*pane);
     return session;
 }

@@ -43,7 +43,7 @@ platform::Problem noSuchPage(UIViewController& page, std::string_view title) {
     std::string reason = inQuotes(page.title()) + " leads to no page " + inQuotes(title);
     const auto titles = linkTitles(page);
     if (!titles.empty()) reason += "; did you mean " + inQuotes(nearestSpelling(title, titles)) + "?";
-    return {{}, {}, std::move(reason)};
+    return {.reason = std::move(reason)};
 }
 
 std::string_view withoutSlashesAround(std::string_view path) {

@@ -28,7 +28,7 @@ bool isPlainName(std::string_view name) {
 /// page. One that has been loaded is found again, and the registry keeps its classes.
 Result<Done> loadModule(const std::string& file, ClassRegistry& classes) {
     void* module = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!module) return Problem{{}, {}, ::dlerror()};
+    if (!module) return Problem{.reason = ::dlerror()};
     auto* registerClasses = reinterpret_cast<RegisterClasses*>(::dlsym(module, registerClassesSymbol));
     if (!registerClasses) return Problem{file, {}, std::string("exports no ") + registerClassesSymbol};
     registerClasses(classes);

@@ -12,9 +12,9 @@ namespace platform {
 /// What went wrong. Each part is a clause without a full stop and may hold any bytes, since paths and reasons
 /// come from phones too: whoever shows one makes it printable first.
 struct TRIVEL3_PLATFORM_EXPORT Problem {
-    std::string path;    ///< the file that it happened to, as the one who is told knows it; empty for none
-    std::string step;    ///< what was being done: "cannot read"; empty where the reason says it all
-    std::string reason;  ///< why that did not work
+    std::string path = {};    ///< the file that it happened to, as the one who is told knows it; empty for none
+    std::string step = {};    ///< what was being done: "cannot read"; empty where the reason says it all
+    std::string reason = {};  ///< why that did not work
 
     /// "STEP PATH: REASON", without the parts that are empty.
     std::string text() const;

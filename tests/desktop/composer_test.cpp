@@ -5,7 +5,7 @@
 
 namespace desktop_tests {
 
-const platform::Problem noRoom{{}, {}, "there is no room"};
+const platform::Problem noRoom{.reason = "there is no room"};
 
 class ComposerInAWindow : public Desk {
 protected:

@@ -41,7 +41,7 @@ public:
     platform::Result<platform::Done> run() {
         visitPage(fileNameOf(_navigation.current()->title()));
         if (_error.isEmpty()) return platform::Done();
-        return platform::Problem{{}, {}, _error.toStdString()};
+        return platform::Problem{.reason = _error.toStdString()};
     }
 
 private:

@@ -70,7 +70,7 @@ platform::Result<platform::Done> SettingsWindow::load(QSize size) {
     std::string reason = "the window cannot be made";
     for (const QQmlError& problem : _view.errors())
         reason += ": " + problem.toString().toStdString();
-    return platform::Problem{{}, {}, std::move(reason)};
+    return platform::Problem{.reason = std::move(reason)};
 }
 
 void SettingsWindow::setDark(bool dark) {

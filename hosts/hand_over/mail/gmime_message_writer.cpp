@@ -154,7 +154,7 @@ void Draft::setSubject(std::string_view subject) {
 Result<Done> Draft::addRecipient(const std::string& recipient) {
     const UniqueObject<InternetAddressList> parsed{internet_address_list_parse(nullptr, onOneLine(recipient).c_str())};
     if (!parsed || internet_address_list_length(parsed.get()) == 0) {
-        return Problem{{}, {}, "not an e-mail address: " + onOneLine(recipient)};
+        return Problem{.reason = "not an e-mail address: " + onOneLine(recipient)};
     }
     internet_address_list_append(g_mime_message_get_addresses(_message.get(), GMIME_ADDRESS_TYPE_TO), parsed.get());
     return platform::Done();
@@ -162,7 +162,7 @@ Result<Done> Draft::addRecipient(const std::string& recipient) {
 
 Result<Done> Draft::attach(const MailAttachment& attachment) {
     if (attachment.data.size() > UINT32_MAX) {
-        return Problem{{}, {}, "too large for an attachment: " + onOneLine(attachment.fileName)};
+        return Problem{.reason = "too large for an attachment: " + onOneLine(attachment.fileName)};
     }
     _lent.push_back(std::make_unique<LentBytes>(attachment.data));
     const auto stream = _lent.back()->stream();
@@ -191,7 +191,7 @@ Result<Done> Draft::writeTo(int file) const {
     const bool written =
         g_mime_object_write_to_stream(GMIME_OBJECT(_message.get()), options.get(), buffer.get()) >= 0 &&
         g_mime_stream_flush(buffer.get()) == 0;
-    if (!written) return Problem{{}, {}, errno == 0 ? "it cannot be written" : errorText(errno)};
+    if (!written) return Problem{.reason = errno == 0 ? "it cannot be written" : errorText(errno)};
     return platform::Done();
 }
 

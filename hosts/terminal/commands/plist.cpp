@@ -40,7 +40,7 @@ platform::Result<std::string> encode(const platform::Value& value, const std::st
         return jsonLine(*json) + "\n";
     }
     auto writing = format == "xml1" ? platform::writeXmlPropertyList(value) : platform::writeBinaryPropertyList(value);
-    if (!writing) return platform::Problem{{}, {}, writing.reason};
+    if (!writing) return platform::Problem{.reason = writing.reason};
     return *std::move(writing.bytes);
 }
 

@@ -18,10 +18,10 @@ platform::Result<std::vector<const Setting*>> namedSettings(const SettingsComman
     }
     for (const std::string& key : options.keys) {
         const Setting* setting = command.findSetting(key);
-        if (!setting) return platform::Problem{{}, {}, command.unknownKey(key)};
+        if (!setting) return platform::Problem{.reason = command.unknownKey(key)};
         if (!setting->defaultValue) {
-            return platform::Problem{
-                {}, {}, inQuotes(key) + " has no default to go back to; give it a value with 'trivel3ctl set'"};
+            return platform::Problem{.reason = inQuotes(key) +
+                                               " has no default to go back to; give it a value with 'trivel3ctl set'"};
         }
         named.push_back(setting);
     }

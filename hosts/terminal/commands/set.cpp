@@ -14,10 +14,6 @@ namespace {
 using platform::Result;
 using Kind = platform::PreferenceAccess::Kind;
 
-platform::Problem refusal(std::string reason) {
-    return {{}, {}, std::move(reason)};
-}
-
 // How a value on the command line is to be read.
 enum class ValueType { boolean, integer, string };
 
@@ -90,19 +86,20 @@ Result<ValueType> chooseType(const SettingsCommand& command, const SetOptions& o
     const auto* setting = command.findSetting(options.key);
     if (!setting) {
         if (auto named = valueTypeNamed(options.type)) return *named;
-        return refusal(command.unknownKey(options.key) +
-                       " For a key outside the catalogue, give --type bool, int or string");
+        return platform::Problem{.reason = command.unknownKey(options.key) +
+                                           " For a key outside the catalogue, give --type bool, int or string"};
     }
     auto own = typeOf(setting->kind);
     if (!own) {
-        return refusal(inQuotes(options.key) +
-                       " holds a dictionary, which no command line can say; change it on its page");
+        return platform::Problem{.reason = inQuotes(options.key) +
+                                           " holds a dictionary, which no command line can say; change it on its page"};
     }
     const auto named = valueTypeNamed(options.type);
     // A key without a default is outside the catalogue, and there --type has the say.
     if (named && !setting->defaultValue) return *named;
     if (named && named != own) {
-        return refusal(inQuotes(options.key) + " takes " + valueTypeHelp(*own) + ": leave --type out");
+        return platform::Problem{.reason =
+                                     inQuotes(options.key) + " takes " + valueTypeHelp(*own) + ": leave --type out"};
     }
     return *own;
 }

@@ -40,11 +40,9 @@ bool isKept(int depth, json::parse_event_t event, const json& parsed) {
 Result<NSIndexPath> findByLabel(platform::UIViewController& page, const std::string& label) {
     const auto found = rowsLabelled(page, label);
     if (found.size() == 1) return found.front();
-    if (found.empty()) return Problem{{}, {}, "the page shows no row '" + label + "'"};
-    return Problem{
-        {},
-        {},
-        "the page shows " + std::to_string(found.size()) + " rows '" + label + "': name one by its section and row"};
+    if (found.empty()) return Problem{.reason = "the page shows no row '" + label + "'"};
+    return Problem{.reason = "the page shows " + std::to_string(found.size()) + " rows '" + label +
+                             "': name one by its section and row"};
 }
 
 bool hasIndex(const json& reference, const char* name) {
@@ -55,8 +53,8 @@ Result<NSIndexPath> findByIndex(platform::UIViewController& page, const json& re
     const NSIndexPath path{reference["section"].get<std::size_t>(), reference["row"].get<std::size_t>()};
     platform::UITableView* table = tableOfPage(page);
     if (table && table->hasRowAtIndexPath(path)) return path;
-    return Problem{
-        {}, {}, "the page has no row " + std::to_string(path.row) + " in section " + std::to_string(path.section)};
+    return Problem{.reason = "the page has no row " + std::to_string(path.row) + " in section " +
+                             std::to_string(path.section)};
 }
 
 }  // namespace
@@ -74,7 +72,7 @@ Result<NSIndexPath> findRow(platform::UIViewController& page, const json& comman
     if (reference != command.end() && hasIndex(*reference, "section") && hasIndex(*reference, "row")) {
         return findByIndex(page, *reference);
     }
-    return Problem{{}, {}, "\"row\" takes a label or {\"section\":S,\"row\":R}"};
+    return Problem{.reason = "\"row\" takes a label or {\"section\":S,\"row\":R}"};
 }
 
 }  // namespace hosts::terminal

@@ -25,7 +25,7 @@ std::string textOf(const json& command, const char* name) {
 }
 
 platform::Problem refusal(std::string reason) {
-    return {{}, {}, std::move(reason)};
+    return {.reason = std::move(reason)};
 }
 
 std::optional<platform::MFMailComposeResult> mailResult(const std::string& name) {

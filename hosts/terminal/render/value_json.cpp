@@ -126,7 +126,7 @@ json jsonOf(const std::optional<Value>& value) {
 platform::Result<json> faithfulJsonOf(const Value& value) {
     Converter converter;
     json converted = converter.convert(value);
-    if (!converter.loss().empty()) return platform::Problem{{}, {}, converter.loss()};
+    if (!converter.loss().empty()) return platform::Problem{.reason = converter.loss()};
     return converted;
 }
 

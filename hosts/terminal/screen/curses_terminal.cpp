@@ -139,10 +139,10 @@ Event decodeKey(int status, wint_t key) {
 
 platform::Result<platform::Done> canShowScreen() {
     const char* const name = std::getenv("TERM");
-    if (!name || !*name) return platform::Problem{{}, {}, "TERM is not set"};
+    if (!name || !*name) return platform::Problem{.reason = "TERM is not set"};
     const std::string terminal = "the terminal TERM=" + std::string(name);
-    if (::tgetent(nullptr, name) != 1) return platform::Problem{{}, {}, "nothing is known of " + terminal};
-    if (!::tgetstr("cm", nullptr)) return platform::Problem{{}, {}, terminal + " cannot show a screen"};
+    if (::tgetent(nullptr, name) != 1) return platform::Problem{.reason = "nothing is known of " + terminal};
+    if (!::tgetstr("cm", nullptr)) return platform::Problem{.reason = terminal + " cannot show a screen"};
     return platform::Done{};
 }
 
@@ -199,7 +199,7 @@ CursesTerminal::~CursesTerminal() = default;
 
 platform::Result<std::unique_ptr<CursesTerminal>> CursesTerminal::open(bool wantsColour) {
     auto state = std::make_unique<State>();
-    if (!state->open()) return platform::Problem{{}, {}, "the terminal cannot be opened"};
+    if (!state->open()) return platform::Problem{.reason = "the terminal cannot be opened"};
     state->setUp(wantsColour);
     return std::unique_ptr<CursesTerminal>(new CursesTerminal(std::move(state)));
 }
