@@ -26,7 +26,7 @@ public:
     platform::Result<platform::Done> useDeviceInformation(const std::string& file) override {
         return _device.useFile(file);
     }
-    void tell(platform::FileListener* listener) override { _files.tell(listener); }
+    void tell(PhoneListener* listener, bool tellsPassedOver) override { _files.tell(listener, tellsPassedOver); }
     std::unique_ptr<PhoneEvents> observe(std::span<const std::string> paths) override;
     const PhoneIdentity& identity() const override { return _identity; }
 

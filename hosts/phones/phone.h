@@ -6,9 +6,9 @@
 #include <span>
 #include <string>
 
+#include "hosts/phones/phone_listener.h"
 #include "platform/foundation/result.h"
 #include "platform/services/device_query.h"
-#include "platform/services/file_listener.h"
 #include "platform/services/file_system.h"
 #include "platform/services/notification_center.h"
 
@@ -59,8 +59,9 @@ public:
     /// own. An empty path names none, and changes nothing. A problem when the file is no list of answers.
     virtual platform::Result<platform::Done> useDeviceInformation(const std::string& file) = 0;
 
-    /// Who is told of what cannot be used on the phone; null for nobody.
-    virtual void tell(platform::FileListener* listener) = 0;
+    /// Who is told of the phone; null for nobody. Of what cannot be used on it only where `tellsPassedOver`, since
+    /// finding out why costs time.
+    virtual void tell(PhoneListener* listener, bool tellsPassedOver) = 0;
 
     /// Listens to notifications, and keeps an eye on these files of the phone, whether or not they are there yet.
     virtual std::unique_ptr<PhoneEvents> observe(std::span<const std::string> paths) = 0;

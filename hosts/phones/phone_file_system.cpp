@@ -170,7 +170,7 @@ Result<Stamp> PhoneFileSystem::readFile(std::string_view path, std::string& cont
     if (size > limit) return failed(tooLarge(size, limit));
     const Stamp stamp = stampOf(status, isSettled(file.get(), status));
     if (!readWhole(file.get(), size, limit, contents)) return failed("it cannot be read");
-    if (_listener) {
+    if (_tellsPassedOver) {
         if (const auto fault = faultOf(path, contents)) tellPassedOver(_listener, path, *fault);
     }
     return stamp;
@@ -179,7 +179,7 @@ Result<Stamp> PhoneFileSystem::readFile(std::string_view path, std::string& cont
 Result<std::vector<std::string>> PhoneFileSystem::listFolder(std::string_view path) const {
     if (auto names = listNames(openPath(path, O_RDONLY | O_DIRECTORY))) return *std::move(names);
     const int error = errno;
-    const auto reason = _listener ? whyUnlisted(path) : std::nullopt;
+    const auto reason = _tellsPassedOver ? whyUnlisted(path) : std::nullopt;
     if (reason) tellPassedOver(_listener, path, *reason);
     return Problem{std::string(path), "cannot list", reason.value_or(errorText(error))};
 }
@@ -225,7 +225,7 @@ std::optional<std::string> PhoneFileSystem::whyUnreached(std::string_view path) 
 }
 
 void PhoneFileSystem::tellUnread(std::string_view path, std::size_t limit) const {
-    if (!_listener) return;
+    if (!_tellsPassedOver) return;
     if (const auto reason = whyUnread(path, limit)) tellPassedOver(_listener, path, *reason);
 }
 

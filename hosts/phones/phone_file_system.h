@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "hosts/phones/phone_listener.h"
 #include "hosts/system/descriptor.h"
-#include "platform/services/file_listener.h"
 #include "platform/services/file_system.h"
 
 namespace hosts {
@@ -26,9 +26,13 @@ public:
     /// object.
     static platform::Result<PhoneFileSystem> open(const std::string& folder, FileCalls& calls = FileCalls::system());
 
-    /// From here on the listener, which may be null and else outlives the object, is told of files and folders that are
-    /// there and cannot be read, and of property lists that are none. Without one that costs nothing.
-    void tell(platform::FileListener* listener) { _listener = listener; }
+    /// From here on the listener, which may be null and else outlives the object, is told of what the file system does
+    /// not promise and, where `tellsPassedOver`, of files and folders that are there and cannot be read, and of
+    /// property lists that are none. Without the latter nothing is looked into for it.
+    void tell(PhoneListener* listener, bool tellsPassedOver) {
+        _listener = listener;
+        _tellsPassedOver = listener != nullptr && tellsPassedOver;
+    }
 
     using platform::FileSystem::readFile;
     platform::Result<platform::Stamp> look(std::string_view path) const override;
@@ -51,7 +55,8 @@ private:
 
     Descriptor _root;
     FileCalls* _calls;
-    platform::FileListener* _listener = nullptr;
+    PhoneListener* _listener = nullptr;
+    bool _tellsPassedOver = false;
 };
 
 /// Whether what is open lies on a file system that the kernel itself keeps: it stamps the files there by its own clock,

@@ -29,8 +29,7 @@ Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string p
     auto phone = FolderPhone::open(*folder, installation->sessionBusModule());
     if (!phone) return std::move(phone).error();
     auto outcomes = std::make_unique<Outcomes>(std::move(program), options.verbose);
-    // What is passed over is looked into only for those who want to know.
-    if (options.verbose) (*phone)->tell(outcomes.get());
+    (*phone)->tell(outcomes.get(), options.verbose);
     return OpenedPhone{*std::move(installation), *std::move(phone), std::move(outcomes), *options.device,
                        options.deviceInformation};
 }

@@ -23,7 +23,29 @@ void say(const std::string& line) {
 void Outcomes::passedOver(const platform::Problem& problem) {
     if (!_tellsPassedOver) return;
     std::string line = _program + ": skipped " + printable(problem.path) + ": " + printable(problem.reason) + "\n";
-    if (!_hashes.insert(std::hash<std::string>()(line)).second) return;
+    if (isNew(line)) sayOrHold(std::move(line));
+}
+
+void Outcomes::notRead(const platform::Problem& problem) {
+    if (!_problem) _problem = problem;
+}
+
+void Outcomes::notChanged(const platform::Problem& problem, bool) {
+    if (!_problem) _problem = problem;
+}
+
+void Outcomes::remark(const std::string& sentence) {
+    std::string line = _program + ": " + printable(sentence) + "\n";
+    if (!isNew(line)) return;
+    _remarks.push_back(sentence);
+    sayOrHold(std::move(line));
+}
+
+bool Outcomes::isNew(const std::string& line) {
+    return _hashes.insert(std::hash<std::string>()(line)).second;
+}
+
+void Outcomes::sayOrHold(std::string line) {
     if (!_areHeld) {
         say(line);
     } else if (_held.size() < mostHeld) {
@@ -31,10 +53,6 @@ void Outcomes::passedOver(const platform::Problem& problem) {
     } else {
         ++_leftOut;
     }
-}
-
-void Outcomes::notChanged(const platform::Problem& problem, bool) {
-    if (!_problem) _problem = problem;
 }
 
 Outcomes::Hold::Hold(Outcomes& outcomes) : _outcomes(outcomes) {
@@ -45,8 +63,8 @@ Outcomes::Hold::~Hold() {
     for (const std::string& line : _outcomes._held)
         say(line);
     if (_outcomes._leftOut > 0) {
-        say(_outcomes._program + ": skipped " + std::to_string(_outcomes._leftOut) +
-            " more; standard error that goes into a file has them all\n");
+        say(_outcomes._program + ": " + std::to_string(_outcomes._leftOut) +
+            " lines more; standard error that goes into a file has them all\n");
     }
     _outcomes._areHeld = false;
     _outcomes._held.clear();

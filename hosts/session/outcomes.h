@@ -8,14 +8,15 @@
 #include <utility>
 #include <vector>
 
-#include "platform/services/file_listener.h"
+#include "hosts/phones/phone_listener.h"
 
 namespace hosts {
 
 /// What becomes of the phone's files in a session, for the program to tell its user: a change that did not come about
 /// is kept until the program takes it; what was passed over goes to standard error, if the user wants to know it,
-/// under the program's name, a line each, and each once. Nothing in a line can steer a terminal.
-class Outcomes : public platform::FileListener {
+/// under the program's name, a line each, and each once. So do remarks on the phone, whether or not the user has asked.
+/// Nothing in a line can steer a terminal.
+class Outcomes : public PhoneListener {
 public:
     /// While it lives, lines for a terminal wait, since something else is drawn there.
     class Hold {
@@ -35,17 +36,27 @@ public:
     /// Whether the user wants to know what is passed over.
     bool tellsPassedOver() const { return _tellsPassedOver; }
 
-    /// The first change that has not come about since this was last asked; nothing where all have.
+    /// The first change that has not come about, or file that could not be read, since this was last asked; nothing
+    /// where all went well.
     std::optional<platform::Problem> takeProblem() { return std::exchange(_problem, std::nullopt); }
+
+    /// The remarks that have been made since this was last asked, each the first time it was made.
+    std::vector<std::string> takeRemarks() { return std::exchange(_remarks, {}); }
 
     void passedOver(const platform::Problem& problem) override;
     void changed(std::string_view, const platform::Dictionary&, const platform::Dictionary&) override {}
+    void notRead(const platform::Problem& problem) override;
     void notChanged(const platform::Problem& problem, bool wasTried) override;
+    void remark(const std::string& sentence) override;
 
 private:
+    bool isNew(const std::string& line);
+    void sayOrHold(std::string line);
+
     std::string _program;
     bool _tellsPassedOver;
     std::optional<platform::Problem> _problem;
+    std::vector<std::string> _remarks;
     /// Of the lines that have been said; a phone may be the reason for very many.
     std::unordered_set<std::size_t> _hashes;
     bool _areHeld = false;

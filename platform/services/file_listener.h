@@ -22,6 +22,10 @@ public:
     /// A file of settings has been changed, or would have been, had it not held just that already.
     virtual void changed(std::string_view path, const Dictionary& before, const Dictionary& after) = 0;
 
+    /// A file of settings that may be there could not be read just now, and reads as nothing; it may be readable later.
+    /// What is shown of it until the turn ends are defaults, and no change is made.
+    virtual void notRead(const Problem& problem) = 0;
+
     /// A change of a file of settings did not come about. It was not even tried where the new content has no form as a
     /// file.
     virtual void notChanged(const Problem& problem, bool wasTried) = 0;

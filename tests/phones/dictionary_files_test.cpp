@@ -67,6 +67,7 @@ public:
     void changed(std::string_view path, const Dictionary& before, const Dictionary& after) override {
         changes.push_back({std::string(path), before, after});
     }
+    void notRead(const Problem& problem) override { unread.push_back(problem.text()); }
     void notChanged(const Problem& problem, bool wasTried) override {
         problems.push_back(problem.text());
         tried.push_back(wasTried);
@@ -78,6 +79,7 @@ public:
         Dictionary after;
     };
     std::vector<Change> changes;
+    std::vector<std::string> unread;
     std::vector<std::string> problems;
     std::vector<bool> tried;
 };

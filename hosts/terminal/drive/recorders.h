@@ -24,6 +24,9 @@ public:
     void changed(std::string_view path, const platform::Dictionary&, const platform::Dictionary&) override {
         _events.add({{"event", "write"}, {"path", path}, {"ok", true}});
     }
+    void notRead(const platform::Problem& problem) override {
+        if (_other) _other->notRead(problem);
+    }
     void notChanged(const platform::Problem& problem, bool wasTried) override {
         if (wasTried) _events.add({{"event", "write"}, {"path", problem.path}, {"ok", false}});
     }
