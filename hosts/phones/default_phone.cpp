@@ -11,10 +11,12 @@
 #include <filesystem>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "hosts/system/descriptor.h"
 #include "hosts/system/error_text.h"
 #include "hosts/system/new_file.h"
+#include "hosts/system/state_folder.h"
 
 namespace hosts {
 
@@ -29,15 +31,6 @@ constexpr std::string_view copyPrefix = ".phone.";
 
 // What the rules for the user's data folder ask of one that has to be made.
 constexpr fs::perms privateFolder = fs::perms::owner_all;
-
-std::string_view environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string_view{} : std::string_view{value};
-}
-
-bool isAbsolute(std::string_view path) {
-    return path.starts_with('/');
-}
 
 [[noreturn]] void raise(const char* doing, const fs::path& path, int error) {
     throw fs::filesystem_error{doing, path, std::error_code{error, std::generic_category()}};
@@ -144,12 +137,9 @@ void makePhone(const fs::path& phone, const fs::path& sample) {
 }  // namespace
 
 Result<std::string> defaultPhonePath() {
-    constexpr std::string_view below = "/trivel3/phone";
-    if (const auto data = environment("XDG_DATA_HOME"); isAbsolute(data)) return std::string{data}.append(below);
-    if (const auto home = environment("HOME"); isAbsolute(home)) {
-        return std::string{home}.append("/.local/share").append(below);
-    }
-    return Problem{{}, "cannot tell where the default phone is", "neither XDG_DATA_HOME nor HOME is an absolute path"};
+    auto folder = dataFolder();
+    if (!folder) return Problem{{}, "cannot tell where the default phone is", std::move(folder).error().reason};
+    return std::move(*folder).append("/phone");
 }
 
 Result<platform::Done> ensurePhone(const std::string& phone, const std::string& sample) {

@@ -4,12 +4,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
-#include <stdlib.h>
 #include <sys/resource.h>
 
 #include <filesystem>
 #include <map>
 
+#include "tests/kit/changed_variable.h"
 #include "tests/kit/forked.h"
 #include "tests/kit/temporary_folder.h"
 
@@ -22,24 +22,9 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-class Environment {
-public:
-    Environment(const char* name, const char* value) : _name(name) {
-        if (const char* before = ::getenv(name)) _before = before;
-        value == nullptr ? ::unsetenv(name) : ::setenv(name, value, 1);
-    }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-    ~Environment() { _before ? ::setenv(_name, _before->c_str(), 1) : ::unsetenv(_name); }
-
-private:
-    const char* _name;
-    std::optional<std::string> _before;
-};
-
 std::string pathWith(const char* data, const char* home) {
-    const Environment dataHome{"XDG_DATA_HOME", data};
-    const Environment homeFolder{"HOME", home};
+    const kit::ChangedVariable dataHome{"XDG_DATA_HOME", data};
+    const kit::ChangedVariable homeFolder{"HOME", home};
     const auto path = hosts::defaultPhonePath();
     return path ? *path : "(none) " + path.error().text();
 }

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/system/state_folder.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace hosts {
+
+namespace {
+
+using platform::Problem;
+using platform::Result;
+
+std::string_view absolutePathIn(const char* variable) {
+    const char* const value = std::getenv(variable);
+    return value != nullptr && *value == '/' ? std::string_view{value} : std::string_view{};
+}
+
+Result<std::string> userFolder(const char* variable, std::string_view belowHome, const char* step) {
+    constexpr std::string_view ours = "/trivel3";
+    if (const auto named = absolutePathIn(variable); !named.empty()) return std::string{named}.append(ours);
+    if (const auto home = absolutePathIn("HOME"); !home.empty()) {
+        return std::string{home}.append(belowHome).append(ours);
+    }
+    return Problem{{}, step, std::string{"neither "} + variable + " nor HOME is an absolute path"};
+}
+
+}  // namespace
+
+Result<std::string> stateFolder() {
+    return userFolder("XDG_STATE_HOME", "/.local/state", "cannot tell where the user's state is kept");
+}
+
+Result<std::string> dataFolder() {
+    return userFolder("XDG_DATA_HOME", "/.local/share", "cannot tell where the user's data is kept");
+}
+
+}  // namespace hosts

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <string>
+
+#include "platform/foundation/result.h"
+
+namespace hosts {
+
+/// The folder of ours among those where programs keep what they know of earlier runs: $XDG_STATE_HOME/trivel3,
+/// or ~/.local/state/trivel3 when that variable is unset or, against the rules for it, not absolute. It need not be
+/// there; whoever writes in it makes it (`makePrivateFolders`). A problem when there is no home folder either.
+platform::Result<std::string> stateFolder();
+
+/// The same among the folders of the user's data: $XDG_DATA_HOME/trivel3 or ~/.local/share/trivel3.
+platform::Result<std::string> dataFolder();
+
+}  // namespace hosts
