@@ -15,6 +15,7 @@ struct TRIVEL3_PLATFORM_EXPORT Problem {
     std::string path = {};    ///< the file that it happened to, as the one who is told knows it; empty for none
     std::string step = {};    ///< what was being done: "cannot read"; empty where the reason says it all
     std::string reason = {};  ///< why that did not work
+    bool isPassing = false;   ///< whether the same may work later, with nothing done about it
 
     /// "STEP PATH: REASON", without the parts that are empty.
     std::string text() const;

@@ -54,6 +54,7 @@ DictionaryFiles::Content DictionaryFiles::read(std::string_view path) {
     const auto bytes = std::make_shared<std::string>();
     const Result<Stamp> stamp = _files.readFile(path, *bytes);
     if (!stamp) {
+        if (_listener && stamp.error().isPassing) _listener->notRead(stamp.error());
         _known.insert_or_assign(std::string(path), Known{bytes, {}, Content()});
         return nullptr;
     }
