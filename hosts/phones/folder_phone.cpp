@@ -18,7 +18,8 @@ PhoneIdentity identityOf(const std::string& folder) {
 /// What the watch and the session bus tell, behind one descriptor.
 class FolderEvents final : public PhoneEvents {
 public:
-    FolderEvents(FileWatch files, SessionNotifyCenter& notifications) : _files(std::move(files)) {
+    FolderEvents(FileWatch files, SessionNotifyCenter& notifications, std::string place)
+        : _files(std::move(files)), _place(std::move(place)) {
         if (auto observed = notifications.observe()) {
             _notifications = *std::move(observed);
             _files.alsoWaitFor(_notifications->descriptor());
@@ -34,6 +35,8 @@ public:
             if (auto name = _notifications->next()) return PhoneEvent{PhoneEvent::Kind::notification, *std::move(name)};
             if (_notifications->ended()) endNotifications();
         }
+        // First: in a folder that has gone, every file seems to have been removed.
+        if (const auto why = _files.nextGoing()) return PhoneEvent{PhoneEvent::Kind::gone, _place + " " + *why};
         auto path = _files.nextChange();
         if (!path) return std::nullopt;
         return PhoneEvent{PhoneEvent::Kind::fileChanged, *std::move(path)};
@@ -49,6 +52,7 @@ private:
     }
 
     FileWatch _files;
+    std::string _place;
     std::unique_ptr<NotificationStream> _notifications;
     std::optional<platform::Problem> _whyNoNotifications;
 };
@@ -65,7 +69,8 @@ FolderPhone::FolderPhone(PhoneFileSystem files, const std::string& folder, const
     : _files(std::move(files)), _notifications(busModule), _device(_files, folder), _identity(identityOf(folder)) {}
 
 std::unique_ptr<PhoneEvents> FolderPhone::observe(std::span<const std::string> paths) {
-    return std::make_unique<FolderEvents>(FileWatch(_files, {paths.begin(), paths.end()}), _notifications);
+    return std::make_unique<FolderEvents>(FileWatch(_files, {paths.begin(), paths.end()}), _notifications,
+                                          _identity.place);
 }
 
 }  // namespace hosts

@@ -16,6 +16,7 @@
 #include "hosts/phones/confined_open.h"
 #include "hosts/phones/fault_place.h"
 #include "hosts/phones/folder_listing.h"
+#include "hosts/phones/gone_phone.h"
 #include "hosts/system/error_text.h"
 #include "platform/foundation/property_list.h"
 
@@ -159,6 +160,7 @@ Result<Stamp> PhoneFileSystem::look(std::string_view path) const {
 Result<Stamp> PhoneFileSystem::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
     const auto failed = [&](std::string reason) {
         contents.clear();
+        if (auto gone = goneProblem(_root.get(), path, "cannot read")) return *std::move(gone);
         tellUnread(path, limit);
         return unreadable(path, std::move(reason));
     };
@@ -232,6 +234,7 @@ void PhoneFileSystem::tellUnread(std::string_view path, std::size_t limit) const
 Result<Stamp> PhoneFileSystem::changeFile(std::string_view path, const platform::Change& change) {
     std::string held;
     const Result<Stamp> before = readFile(path, held);
+    if (auto gone = before ? std::nullopt : goneProblem(_root.get(), path, "cannot write")) return *std::move(gone);
     Result<std::string> wanted = change(before ? std::optional<std::string_view>(held) : std::nullopt);
     if (!wanted) return std::move(wanted).error();
     if (before && *wanted == held) return before;
