@@ -59,14 +59,21 @@ private:
 
 }  // namespace
 
-platform::Result<std::unique_ptr<Phone>> FolderPhone::open(const std::string& folder, const std::string& busModule) {
+platform::Result<std::unique_ptr<Phone>> FolderPhone::open(const std::string& folder, const std::string& busModule,
+                                                           const std::optional<MountMemory>& mounts) {
     auto files = PhoneFileSystem::open(folder);
     if (!files) return std::move(files).error();
-    return std::unique_ptr<Phone>(new FolderPhone(*std::move(files), folder, busModule));
+    PhoneIdentity identity = identityOf(folder);
+    if (mounts) {
+        const auto met = mounts->meet(files->root(), identity.place);
+        if (!met) return met.error();
+    }
+    return std::unique_ptr<Phone>(new FolderPhone(*std::move(files), folder, busModule, std::move(identity)));
 }
 
-FolderPhone::FolderPhone(PhoneFileSystem files, const std::string& folder, const std::string& busModule)
-    : _files(std::move(files)), _notifications(busModule), _device(_files, folder), _identity(identityOf(folder)) {}
+FolderPhone::FolderPhone(PhoneFileSystem files, const std::string& folder, const std::string& busModule,
+                         PhoneIdentity identity)
+    : _files(std::move(files)), _notifications(busModule), _device(_files, folder), _identity(std::move(identity)) {}
 
 std::unique_ptr<PhoneEvents> FolderPhone::observe(std::span<const std::string> paths) {
     return std::make_unique<FolderEvents>(FileWatch(_files, {paths.begin(), paths.end()}), _notifications,
