@@ -28,15 +28,23 @@ Descriptor startTimer() {
     return timer;
 }
 
+// Whether anything has arrived. What it was does not matter: the files are looked at.
+bool drain(const Descriptor& from) {
+    bool hasArrived = false;
+    alignas(inotify_event) char arrived[4096];
+    while (from.isOpen() && ::read(from.get(), arrived, sizeof arrived) > 0)
+        hasArrived = true;
+    return hasArrived;
+}
+
 }  // namespace
 
 FileWatch::FileWatch(PhoneFileSystem& files, std::vector<std::string> paths)
-    : _files(files), _waiting(::epoll_create1(EPOLL_CLOEXEC)) {
+    : _files(files), _waiting(::epoll_create1(EPOLL_CLOEXEC)), _gone(files.root(), _waiting.get()) {
     for (std::string& path : paths)
         _watched.push_back({std::move(path), std::nullopt});
-    if (_watched.empty()) return;
     if (isFileSystemOfKernel(_files.root())) _told = Descriptor{::inotify_init1(IN_CLOEXEC | IN_NONBLOCK)};
-    if (!_told.isOpen()) _timer = startTimer();
+    if (!_told.isOpen() || !_gone.isTold()) _timer = startTimer();
     for (const Descriptor* descriptor : {&_told, &_timer}) {
         if (descriptor->isOpen()) waitFor(descriptor->get());
     }
@@ -61,10 +69,20 @@ void FileWatch::waitForNoOther() {
     ::epoll_ctl(_waiting.get(), EPOLL_CTL_DEL, std::exchange(_other, -1), nullptr);
 }
 
+std::optional<std::string> FileWatch::nextGoing() {
+    auto why = _gone.next();
+    if (!why) return std::nullopt;
+    _watched.clear();
+    _told = {};
+    _timer = {};
+    return why;
+}
+
 std::optional<std::string> FileWatch::nextChange() {
-    if (drain()) {
+    const bool wasTold = drain(_told);
+    if (drain(_timer) || wasTold) {
         watchAll();
-        look(_told.isOpen());
+        look(wasTold);
     }
     const auto changed = std::ranges::find(_watched, true, &File::isChanged);
     if (changed == _watched.end()) return std::nullopt;
@@ -95,17 +113,6 @@ bool FileWatch::watch(const std::string& path, int flags, unsigned events) {
     if (!thing.isOpen()) return false;
     const std::string name = "/proc/self/fd/" + std::to_string(thing.get());
     return ::inotify_add_watch(_told.get(), name.c_str(), events) >= 0;
-}
-
-// Whether anything has arrived. What it was does not matter: the files are looked at.
-bool FileWatch::drain() {
-    bool hasArrived = false;
-    alignas(inotify_event) char arrived[4096];
-    for (const Descriptor* descriptor : {&_told, &_timer}) {
-        while (descriptor->isOpen() && ::read(descriptor->get(), arrived, sizeof arrived) > 0)
-            hasArrived = true;
-    }
-    return hasArrived;
 }
 
 // A second change within a tick of the file system's clock leaves no other stamp, but the kernel tells of it.

@@ -6,14 +6,15 @@
 #include <string_view>
 #include <vector>
 
+#include "hosts/phones/gone_phone.h"
 #include "hosts/phones/phone_file_system.h"
 #include "hosts/system/descriptor.h"
 
 namespace hosts {
 
-/// Keeps an eye on files of a phone that any process may change, and that may not be there yet. The kernel is asked to
-/// tell; on file systems that are elsewhere, whose changes it does not learn of, the files are looked at four times a
-/// second.
+/// Keeps an eye on files of a phone that any process may change, and that may not be there yet, and on the phone
+/// itself. The kernel is asked to tell; on file systems that are elsewhere, whose changes it does not learn of, they
+/// are looked at four times a second.
 class FileWatch {
 public:
     /// `files` outlives the object; `paths` are the phone's own.
@@ -26,8 +27,12 @@ public:
     void alsoWaitFor(int other);
     void waitForNoOther();
 
-    /// The path of a file that is another, or may hold something else, than when this last gave its path.
+    /// The path of a file that is another, or may hold something else, than when this last gave its path. Nothing any
+    /// more once the phone is gone.
     std::optional<std::string> nextChange();
+
+    /// What has become of the phone's folder, once, when it has gone: as `whyGone` says it.
+    std::optional<std::string> nextGoing();
 
 private:
     struct File {
@@ -40,7 +45,6 @@ private:
     void watchAll();
     void watchFolderOf(std::string path);
     bool watch(const std::string& path, int flags, unsigned events);
-    bool drain();
     void look(bool wasTold);
 
     PhoneFileSystem& _files;
@@ -48,6 +52,7 @@ private:
     Descriptor _told;
     Descriptor _timer;
     Descriptor _waiting;
+    GoneWatch _gone;
     int _other = -1;
 };
 

@@ -18,7 +18,8 @@ PhoneIdentity identityOf(const std::string& folder) {
 /// What the watch and the session bus tell, behind one descriptor.
 class FolderEvents final : public PhoneEvents {
 public:
-    FolderEvents(FileWatch files, SessionNotifyCenter& notifications) : _files(std::move(files)) {
+    FolderEvents(FileWatch files, SessionNotifyCenter& notifications, std::string place)
+        : _files(std::move(files)), _place(std::move(place)) {
         if (auto observed = notifications.observe()) {
             _notifications = *std::move(observed);
             _files.alsoWaitFor(_notifications->descriptor());
@@ -34,6 +35,8 @@ public:
             if (auto name = _notifications->next()) return PhoneEvent{PhoneEvent::Kind::notification, *std::move(name)};
             if (_notifications->ended()) endNotifications();
         }
+        // First: in a folder that has gone, every file seems to have been removed.
+        if (const auto why = _files.nextGoing()) return PhoneEvent{PhoneEvent::Kind::gone, _place + " " + *why};
         auto path = _files.nextChange();
         if (!path) return std::nullopt;
         return PhoneEvent{PhoneEvent::Kind::fileChanged, *std::move(path)};
@@ -49,23 +52,32 @@ private:
     }
 
     FileWatch _files;
+    std::string _place;
     std::unique_ptr<NotificationStream> _notifications;
     std::optional<platform::Problem> _whyNoNotifications;
 };
 
 }  // namespace
 
-platform::Result<std::unique_ptr<Phone>> FolderPhone::open(const std::string& folder, const std::string& busModule) {
+platform::Result<std::unique_ptr<Phone>> FolderPhone::open(const std::string& folder, const std::string& busModule,
+                                                           const std::optional<MountMemory>& mounts) {
     auto files = PhoneFileSystem::open(folder);
     if (!files) return std::move(files).error();
-    return std::unique_ptr<Phone>(new FolderPhone(*std::move(files), folder, busModule));
+    PhoneIdentity identity = identityOf(folder);
+    if (mounts) {
+        const auto met = mounts->meet(files->root(), identity.place);
+        if (!met) return met.error();
+    }
+    return std::unique_ptr<Phone>(new FolderPhone(*std::move(files), folder, busModule, std::move(identity)));
 }
 
-FolderPhone::FolderPhone(PhoneFileSystem files, const std::string& folder, const std::string& busModule)
-    : _files(std::move(files)), _notifications(busModule), _device(_files, folder), _identity(identityOf(folder)) {}
+FolderPhone::FolderPhone(PhoneFileSystem files, const std::string& folder, const std::string& busModule,
+                         PhoneIdentity identity)
+    : _files(std::move(files)), _notifications(busModule), _device(_files, folder), _identity(std::move(identity)) {}
 
 std::unique_ptr<PhoneEvents> FolderPhone::observe(std::span<const std::string> paths) {
-    return std::make_unique<FolderEvents>(FileWatch(_files, {paths.begin(), paths.end()}), _notifications);
+    return std::make_unique<FolderEvents>(FileWatch(_files, {paths.begin(), paths.end()}), _notifications,
+                                          _identity.place);
 }
 
 }  // namespace hosts

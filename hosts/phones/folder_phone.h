@@ -2,11 +2,13 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
 #include "hosts/notifications/session_notify_center.h"
 #include "hosts/phones/device_information.h"
+#include "hosts/phones/mount_memory.h"
 #include "hosts/phones/phone.h"
 #include "hosts/phones/phone_file_system.h"
 
@@ -16,9 +18,10 @@ namespace hosts {
 /// notification centre is the user's session bus.
 class FolderPhone final : public Phone {
 public:
-    /// `busModule` is the path of the module that speaks to the session bus. A problem when the folder cannot be
-    /// opened.
-    static platform::Result<std::unique_ptr<Phone>> open(const std::string& folder, const std::string& busModule);
+    /// `busModule` is the path of the module that speaks to the session bus; `mounts` remembers the folder if it is a
+    /// mount. A problem when the folder cannot be opened or was a mount before.
+    static platform::Result<std::unique_ptr<Phone>> open(const std::string& folder, const std::string& busModule,
+                                                         const std::optional<MountMemory>& mounts = std::nullopt);
 
     platform::FileSystem& files() override { return _files; }
     platform::DarwinNotifyCenter& notifications() override { return _notifications; }
@@ -31,7 +34,7 @@ public:
     const PhoneIdentity& identity() const override { return _identity; }
 
 private:
-    FolderPhone(PhoneFileSystem files, const std::string& folder, const std::string& busModule);
+    FolderPhone(PhoneFileSystem files, const std::string& folder, const std::string& busModule, PhoneIdentity identity);
 
     PhoneFileSystem _files;
     SessionNotifyCenter _notifications;

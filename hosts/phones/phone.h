@@ -19,6 +19,7 @@ struct PhoneEvent {
     enum class Kind {
         fileChanged,   ///< the file may hold something else than before; `name` is its path on the phone
         notification,  ///< `name` was posted, by this process perhaps
+        gone,          ///< the phone is there no more; `name` says what has become of it. No file changes after that
     };
     Kind kind;
     std::string name;

@@ -14,6 +14,7 @@
 #include "hosts/phones/fault_place.h"
 #include "hosts/phones/file_reading.h"
 #include "hosts/phones/folder_listing.h"
+#include "hosts/phones/gone_phone.h"
 #include "hosts/phones/temporary_file.h"
 #include "hosts/system/error_text.h"
 #include "platform/foundation/property_list.h"
@@ -78,8 +79,10 @@ Result<Stamp> PhoneFileSystem::readFile(std::string_view path, std::string& cont
     const Descriptor file = openFile(path, readingFlags());
     const auto reading = [&]() -> Result<Stamp> {
         if (file.isOpen()) return readOpened(*_calls, file, path, contents, limit);
+        const int error = errno;
         contents.clear();
-        return readingProblem(path, errno);
+        if (auto gone = goneProblem(_root.get(), path, "cannot read")) return *std::move(gone);
+        return readingProblem(path, error);
     }();
     if (!_tellsPassedOver) return reading;
     if (!reading) {
@@ -149,6 +152,7 @@ void PhoneFileSystem::tellUnread(std::string_view path, std::size_t limit) const
 }
 
 Result<Stamp> PhoneFileSystem::changeFile(std::string_view path, const platform::Change& change) {
+    if (auto gone = goneProblem(_root.get(), path, "cannot write")) return *std::move(gone);
     if (auto problem = AtomicChange{*_calls, _root.get(), _listener}.make(path, change)) return *std::move(problem);
     return look(path);
 }

@@ -41,9 +41,9 @@ ComposerOutcome saveMail(platform::MFMailComposeViewController& mail, HandOver& 
 ComposerOutcome post(platform::SLComposeViewController& composer, const std::string& text, HandOver& handOver) {
     const auto posted = handOver.post(composer.serviceType(), text);
     if (!posted) {
-        const std::string& address = posted.error().path;
+        const platform::Problem& problem = posted.error();
         return {false, Weight::problem,
-                "Not opened: " + posted.error().reason + (address.empty() ? "" : " " + address)};
+                "Not opened: " + problem.reason + (problem.path.empty() ? "" : " " + problem.path)};
     }
     composer.finish(platform::SLComposeViewControllerResult::done);
     return {true, Weight::plain, "The post is open in your browser"};

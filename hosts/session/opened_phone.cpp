@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/session/opened_phone.h"
 
+#include <filesystem>
+#include <optional>
+#include <system_error>
 #include <utility>
 
 #include "hosts/phones/default_phone.h"
 #include "hosts/phones/folder_phone.h"
+#include "hosts/system/state_folder.h"
 
 namespace hosts {
 namespace {
@@ -19,6 +23,12 @@ Result<std::string> usablePhone(const std::string& named, const Installation& in
     return made ? std::move(usual) : Result<std::string>(made.error());
 }
 
+std::optional<MountMemory> mountMemory() {
+    auto folder = stateFolder();
+    if (!folder) return std::nullopt;
+    return MountMemory(*std::move(folder) + "/mounts");
+}
+
 }  // namespace
 
 Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string program) {
@@ -26,10 +36,14 @@ Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string p
     if (!installation) return std::move(installation).error();
     const auto folder = usablePhone(options.phone, *installation);
     if (!folder) return folder.error();
-    auto phone = FolderPhone::open(*folder, installation->sessionBusModule());
+    const auto mounts = mountMemory();
+    std::error_code ignored;
+    if (mounts && options.create) mounts->forget(std::filesystem::canonical(*folder, ignored));
+    auto phone = FolderPhone::open(*folder, installation->sessionBusModule(), mounts);
     if (!phone) return std::move(phone).error();
     auto outcomes = std::make_unique<Outcomes>(std::move(program), options.verbose);
     (*phone)->tell(outcomes.get(), options.verbose);
+    if (std::filesystem::is_empty(*folder, ignored)) outcomes->remark(*folder + " is empty: it held no phone");
     return OpenedPhone{*std::move(installation), *std::move(phone), std::move(outcomes), *options.device,
                        options.deviceInformation};
 }

@@ -20,7 +20,8 @@ struct OpenedPhone {
     /// The file of answers about the device that the user has named; empty for the phone's own.
     std::string deviceInformation;
 
-    /// Opens the phone that the options name, or makes the default one on its first use. `program` is the name that
+    /// Opens the phone that the options name, or makes the default one on its first use. A folder that was a mount when
+    /// it was last opened, and is none now, is a problem unless the options say otherwise. `program` is the name that
     /// lines on standard error begin with.
     static platform::Result<OpenedPhone> open(const PhoneOptions& options, std::string program);
 };

@@ -27,11 +27,34 @@ void Outcomes::passedOver(const platform::Problem& problem) {
 }
 
 void Outcomes::notRead(const platform::Problem& problem) {
-    if (!_problem) _problem = problem;
+    if (!_unread) _unread = problem;
 }
 
 void Outcomes::notChanged(const platform::Problem& problem, bool) {
-    if (!_problem) _problem = problem;
+    if (!_unsaved) _unsaved = problem;
+}
+
+std::optional<platform::Problem> Outcomes::takeProblem() {
+    auto unread = std::exchange(_unread, std::nullopt);
+    auto unsaved = std::exchange(_unsaved, std::nullopt);
+    return unsaved ? unsaved : unread;
+}
+
+std::string Outcomes::takeProblemText(Notice& notice) {
+    notice.isUnsaved = _unsaved.has_value();
+    const auto problem = takeProblem();
+    const std::string before = std::exchange(_lastFile, problem ? problem->path : std::string());
+    if (!problem || (!notice.isUnsaved && problem->path == before)) return {};
+    notice.isProblem = true;
+    return (notice.isUnsaved ? "Not saved: " : "These are defaults: ") + problem->text();
+}
+
+std::optional<Outcomes::Notice> Outcomes::takeNotice() {
+    Notice notice;
+    notice.text = takeProblemText(notice);
+    for (const std::string& remark : takeRemarks())
+        notice.text += (notice.text.empty() ? "" : "; ") + remark;
+    return notice.text.empty() ? std::nullopt : std::optional(std::move(notice));
 }
 
 void Outcomes::remark(const std::string& sentence) {
@@ -69,6 +92,10 @@ Outcomes::Hold::~Hold() {
     _outcomes._areHeld = false;
     _outcomes._held.clear();
     _outcomes._leftOut = 0;
+}
+
+std::string phoneGoneText(const std::string& why) {
+    return "The phone is gone: " + why + "; nothing is saved any more. Start anew once it is back";
 }
 
 }  // namespace hosts

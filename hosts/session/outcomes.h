@@ -12,10 +12,10 @@
 
 namespace hosts {
 
-/// What becomes of the phone's files in a session, for the program to tell its user: a change that did not come about
-/// is kept until the program takes it; what was passed over goes to standard error, if the user wants to know it,
-/// under the program's name, a line each, and each once. So do remarks on the phone, whether or not the user has asked.
-/// Nothing in a line can steer a terminal.
+/// What becomes of the phone's files in a session, for the program to tell its user: a change that did not come about,
+/// or a file that could not be read, is kept until the program takes it; what was passed over goes to standard error,
+/// if the user wants to know it, under the program's name, a line each, and each once. So do remarks on the phone,
+/// whether or not the user has asked. Nothing in a line can steer a terminal.
 class Outcomes : public PhoneListener {
 public:
     /// While it lives, lines for a terminal wait, since something else is drawn there.
@@ -36,12 +36,24 @@ public:
     /// Whether the user wants to know what is passed over.
     bool tellsPassedOver() const { return _tellsPassedOver; }
 
-    /// The first change that has not come about, or file that could not be read, since this was last asked; nothing
-    /// where all went well.
-    std::optional<platform::Problem> takeProblem() { return std::exchange(_problem, std::nullopt); }
+    /// The first change that has not come about since this was last asked or, where there is none, the first file that
+    /// could not be read; nothing where all went well.
+    std::optional<platform::Problem> takeProblem();
 
     /// The remarks that have been made since this was last asked, each the first time it was made.
     std::vector<std::string> takeRemarks() { return std::exchange(_remarks, {}); }
+
+    /// What a screen shows for a while at the end of a turn. It may hold any bytes.
+    struct Notice {
+        std::string text;
+        /// Whether a change has not come about, so that what is seen may be what was wanted and is not so.
+        bool isUnsaved = false;
+        bool isProblem = false;
+    };
+
+    /// Both of the above, in words. That a file could not be read is left out where the notice just before was about
+    /// the same file: what is drawn anew after a change that has failed meets the same obstacle.
+    std::optional<Notice> takeNotice();
 
     void passedOver(const platform::Problem& problem) override;
     void changed(std::string_view, const platform::Dictionary&, const platform::Dictionary&) override {}
@@ -50,12 +62,16 @@ public:
     void remark(const std::string& sentence) override;
 
 private:
+    std::string takeProblemText(Notice& notice);
     bool isNew(const std::string& line);
     void sayOrHold(std::string line);
 
     std::string _program;
     bool _tellsPassedOver;
-    std::optional<platform::Problem> _problem;
+    std::optional<platform::Problem> _unsaved;
+    std::optional<platform::Problem> _unread;
+    /// The file of the last notice; empty when the turn after it went well.
+    std::string _lastFile;
     std::vector<std::string> _remarks;
     /// Of the lines that have been said; a phone may be the reason for very many.
     std::unordered_set<std::size_t> _hashes;
@@ -63,5 +79,8 @@ private:
     std::vector<std::string> _held;
     std::size_t _leftOut = 0;
 };
+
+/// What users are told when their phone goes. `why` is a PhoneEvent's name.
+std::string phoneGoneText(const std::string& why);
 
 }  // namespace hosts

@@ -35,6 +35,7 @@ void PhoneOptions::addTo(CLI::App& app) {
            "--device", [this](const std::string& name) { device = findDeviceShape(name); }, "The phone's shape")
         ->check(CLI::IsMember(deviceNames()))
         ->type_name("NAME");
+    app.add_flag("--create", create, "Use the phone's folder as it is, though it was a mount and is none now");
     app.add_flag("--verbose", verbose, "Say on standard error what is passed over on the phone, and why");
 }
 

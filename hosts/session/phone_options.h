@@ -16,6 +16,7 @@ struct PhoneOptions {
     std::string phone;  ///< empty for the default phone
     const DeviceShape* device = &usualDeviceShape();
     std::string deviceInformation;  ///< a list of answers about the device; empty for the phone's own
+    bool create = false;            ///< whether a folder that was a mount, and is none now, is used as it is
     bool verbose = false;           ///< whether to say what is passed over on the phone
 
     /// From here on, `app` fills the options in when it parses, and refuses what they cannot be.

@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <stdexcept>
 #include <system_error>
 
@@ -38,6 +39,12 @@ Trivel3ctl::Trivel3ctl() {
     for (const char* name : passedOn) {
         if (const char* value = std::getenv(name)) set(name, value);
     }
+}
+
+void Trivel3ctl::usePhone(const std::string& folder) {
+    std::error_code missing;
+    if (std::filesystem::is_empty(folder, missing) && !missing) std::filesystem::create_directory(folder + "/var");
+    set("TRIVEL3_PHONE", folder);
 }
 
 Trivel3ctl::Arguments Trivel3ctl::commandFor(const Arguments& arguments) const {

@@ -24,8 +24,9 @@ public:
     /// Variables to set for the runs to come, or to do without.
     void set(const std::string& variable, const std::string& value) { _environment[variable] = value; }
     void unset(const std::string& variable) { _environment.erase(variable); }
-    /// Every run to come works on this phone.
-    void usePhone(const std::string& folder) { set("TRIVEL3_PHONE", folder); }
+    /// Every run to come works on this phone. One that is empty gets a folder of its own first, since the program
+    /// remarks on a folder that held no phone.
+    void usePhone(const std::string& folder);
     /// A command that is to run the program, and its arguments.
     void runThrough(Arguments wrapper) { _wrapper = std::move(wrapper); }
 

@@ -128,7 +128,7 @@ TEST_F(Reset, allLeavesOtherKeysAndTheKeyWithoutADefaultAlone) {
 TEST_F(Reset, nothingIsWrittenWhereNothingIsStored) {
     expectDone(ctl.run({"reset", "--all"}));
     expectDone(ctl.run({"reset", "HotCorners"}));
-    EXPECT_TRUE(fs::is_empty(phone.folder));
+    EXPECT_TRUE(fs::is_empty(phone / "var"));
 }
 
 TEST_F(Reset, oneWrongKeyKeepsAllFromBeingReset) {

@@ -171,6 +171,32 @@ TEST(Screen, saysWhenASettingCouldNotBeSaved) {
     EXPECT_THAT(screen.terminal.rowWith("Multi-Center  "), HasSubstr("on ━━●"));
 }
 
+TEST(Screen, saysThatThePhoneIsGoneAndStands) {
+    OpenedScreen screen;
+    const std::string folder = screen.phone.folder();
+    std::filesystem::remove_all(folder);
+    EXPECT_TRUE(screen.terminal.waitFor("The phone is gone: "));
+    EXPECT_THAT(screen.terminal.text(), HasSubstr("Multi-Center"));
+
+    screen.terminal.press({"Enter"});
+    EXPECT_TRUE(screen.terminal.waitFor("Not saved: cannot write"));
+    EXPECT_TRUE(screen.terminal.waitForRow("Multi-Center  ", "on ━━●"));
+    EXPECT_FALSE(std::filesystem::exists(folder));
+
+    screen.terminal.press({"Down"});
+    ASSERT_TRUE(screen.open("Advanced Options"));
+    EXPECT_TRUE(screen.terminal.waitFor("These are defaults: cannot read"));
+}
+
+TEST(Screen, saysThatAnEmptyFolderHeldNoPhone) {
+    OpenedScreen screen;
+    const std::string empty = screen.phone.folder() + "/empty";
+    std::filesystem::create_directory(empty);
+    TmuxTerminal terminal({TEST_PROGRAM, "--phone", empty}, {});
+    EXPECT_TRUE(terminal.waitFor("it held no phone"));
+    EXPECT_TRUE(terminal.waitFor("Multi-Center"));
+}
+
 TEST(Screen, fitsTheSmallestTerminal) {
     OpenedScreen screen(smallest);
     EXPECT_THAT(screen.terminal.rowWith("Multi-Center  "), HasSubstr("on ━━●"));

@@ -28,11 +28,11 @@ platform::Result<platform::Done> DesktopSession::open(QSize size) {
     return platform::Done();
 }
 
-// A change that did not come about is told, and the rows show what the file still holds.
+// Where a change did not come about, the rows show what the file still holds.
 void DesktopSession::closeTurn() {
-    if (const auto problem = _outside.phone.outcomes->takeProblem()) {
-        _navigation.tell(QString::fromStdString("Not saved: " + problem->text()));
-        _navigation.redrawVisibleRows();
+    if (const auto notice = _outside.phone.outcomes->takeNotice()) {
+        _navigation.tell(QString::fromStdString(notice->text));
+        if (notice->isUnsaved) _navigation.redrawVisibleRows();
     }
     _session->drawn();
 }
@@ -51,9 +51,17 @@ void DesktopSession::watchFiles() {
 }
 
 void DesktopSession::takePhoneEvents() {
-    while (_events->next()) {
+    while (const auto event = _events->next()) {
+        if (event->kind == PhoneEvent::Kind::gone) return notePhoneGone(event->name);
     }
     if (!_soon.isActive()) _soon.start();
+}
+
+// What is seen stays as it is: there is nothing to look at any more.
+void DesktopSession::notePhoneGone(const std::string& why) {
+    _eventsReady->setEnabled(false);
+    _soon.stop();
+    _navigation.tell(QString::fromStdString(phoneGoneText(why)));
 }
 
 void DesktopSession::lookAtFiles() {

@@ -38,6 +38,7 @@ public:
 private:
     void closeTurn();
     void takePhoneEvents();
+    void notePhoneGone(const std::string& why);
     void lookAtFiles();
 
     Outside _outside;

@@ -55,6 +55,7 @@ private:
         const QString file = _folder.filePath(name + QStringLiteral(".png"));
         const QImage picture = _view.grabWindow();
         if (picture.isNull() || !picture.save(file)) _error = file + QStringLiteral(": cannot be written");
+        if (!_navigation.message().isEmpty()) _error = _navigation.message();
     }
 
     void visitPage(const QString& name) {
@@ -141,6 +142,8 @@ platform::Result<platform::Done> takeScreenshots(OpenedPhone& phone, const Optio
     }
     const auto informed = phone.phone->useDeviceInformation(phone.deviceInformation);
     if (!informed) return informed;
+    // Told on standard error already, and not to be in the pictures.
+    phone.outcomes->takeRemarks();
     QuietServices services(phone);
     NoHandOver handOver;
     DesktopSession session({phone, services.forSession(), handOver, *options.device});

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include <iostream>
+#include <string>
 
 #include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
@@ -17,8 +18,12 @@ int runDrive(OpenedPhone& context, const DriveOptions& options) {
     if (!started) return fail(failed, started.error());
     std::string line;
     // Nothing is carried out whose answer nobody can read.
-    while (std::cout && std::getline(std::cin, line))
-        std::cout << jsonLine(session.answer(line)) << std::endl;
+    while (std::cout && std::getline(std::cin, line)) {
+        const std::string answer = jsonLine(session.answer(line));
+        // Answers tell of writes themselves.
+        if (const auto unread = context.outcomes->takeProblem()) fail(failed, *unread);
+        std::cout << answer << std::endl;
+    }
     return done;
 }
 

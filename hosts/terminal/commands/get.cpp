@@ -14,6 +14,7 @@ int runGet(OpenedPhone& context, const GetOptions& options) {
     auto command = SettingsCommand::open(context);
     if (!command) return fail(failed, command.error());
     const auto value = command->settings().preferenceForKey(options.key);
+    if (const auto read = command->outcome(); !read) return fail(failed, read.error());
     if (!value) {
         if (!command->findSetting(options.key)) return fail(failed, command->unknownKey(options.key));
         return fail(failed, inQuotes(options.key) + " is not set and has no default");

@@ -45,23 +45,31 @@ std::string settingLine(const Setting& setting, const platform::PreferenceAccess
     return line + (stored ? "stored" : "default") + "\n";
 }
 
+std::string settingsJson(const SettingsCommand& command) {
+    nlohmann::json all = nlohmann::json::array();
+    for (const Setting& setting : command.known())
+        all.push_back(settingJson(setting, command.settings()));
+    return jsonLine(all) + "\n";
+}
+
+std::string settingsText(const SettingsCommand& command) {
+    std::size_t keyWidth = 0;
+    for (const Setting& setting : command.known())
+        keyWidth = std::max(keyWidth, setting.key.size());
+    std::string text;
+    for (const Setting& setting : command.known())
+        text += settingLine(setting, command.settings(), keyWidth);
+    return text;
+}
+
 }  // namespace
 
 int runList(OpenedPhone& context, const ListOptions& options) {
     auto command = SettingsCommand::open(context);
     if (!command) return fail(failed, command.error());
-    if (options.json) {
-        nlohmann::json all = nlohmann::json::array();
-        for (const Setting& setting : command->known())
-            all.push_back(settingJson(setting, command->settings()));
-        print(jsonLine(all) + "\n");
-        return done;
-    }
-    std::size_t keyWidth = 0;
-    for (const Setting& setting : command->known())
-        keyWidth = std::max(keyWidth, setting.key.size());
-    for (const Setting& setting : command->known())
-        print(settingLine(setting, command->settings(), keyWidth));
+    const std::string text = options.json ? settingsJson(*command) : settingsText(*command);
+    if (const auto read = command->outcome(); !read) return fail(failed, read.error());
+    print(text);
     return done;
 }
 

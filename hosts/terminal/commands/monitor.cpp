@@ -56,12 +56,17 @@ int runMonitor(OpenedPhone& context, const MonitorOptions& options) {
     std::vector<ObservedContent> observed;
     for (auto& file : command->settings().observedFiles())
         observed.emplace_back(command->dictionaries(), std::move(file));
+    if (const auto read = command->outcome(); !read) return fail(failed, read.error());
     std::fputs("listening\n", stderr);
 
     while (const auto event = nextEvent(*events, stop)) {
+        if (event->kind == PhoneEvent::Kind::gone) return fail(failed, "the phone is gone: " + event->name);
         for (ObservedContent& content : observed) {
             if (content.notification() != event->name) continue;
-            if (!report(event->name, content.takeChanges(), options.json)) return failed;
+            const auto changes = content.takeChanges();
+            // Of what could not be read, everything would seem to have been removed.
+            if (const auto read = command->outcome(); !read) return fail(failed, read.error());
+            if (!report(event->name, changes, options.json)) return failed;
         }
     }
     const auto& why = events->whyNoNotifications();

@@ -37,7 +37,9 @@ int runReset(OpenedPhone& context, const ResetOptions& options) {
     if (!settings) return fail(wrongUsage, settings.error());
     for (const Setting* setting : *settings) {
         // A key that the file lacks stands at its default already, and writing it would make it stay there.
-        if (!command->settings().storedValueForKey(setting->key)) continue;
+        const bool isStored = command->settings().storedValueForKey(setting->key).has_value();
+        if (const auto read = command->outcome(); !read) return fail(failed, read.error());
+        if (!isStored) continue;
         const auto written = command->write(setting->key, *setting->defaultValue);
         if (!written) return fail(failed, written.error());
     }

@@ -34,6 +34,10 @@ std::string SettingsCommand::unknownKey(std::string_view key) const {
 
 platform::Result<platform::Done> SettingsCommand::write(std::string_view key, const platform::Value& value) {
     _access->setPreferenceForKey(value, key);
+    return outcome();
+}
+
+platform::Result<platform::Done> SettingsCommand::outcome() {
     if (auto problem = _services->outcomes.takeProblem()) return *std::move(problem);
     return platform::Done();
 }

@@ -23,6 +23,10 @@ public:
     /// Says that the pane does not know the key, and asks whether the nearest one was meant.
     std::string unknownKey(std::string_view key) const;
 
+    /// How the reading and writing has gone since this was last asked. A problem when a file was not written or, for a
+    /// reason that may pass, not read: what was read of it then is not its content.
+    platform::Result<platform::Done> outcome();
+
     /// Runs the pane's write rule. A problem when the file was not written.
     platform::Result<platform::Done> write(std::string_view key, const platform::Value& value);
 

@@ -35,10 +35,11 @@ int runShow(OpenedPhone& context, const ShowOptions& options) {
     platform::UINavigationController navigation(screen);
     navigation.pushViewController_animated(*std::move(root), false);
     const auto followed = followTitlePath(navigation, options.page);
-    if (!followed) return fail(failed, followed.error());
-
     platform::UIViewController& page = *navigation.topViewController();
     const PageSnapshot snapshot = PageSnapshot::of(page);
+    // First: a page may be missing only because of what could not be read.
+    if (const auto problem = context.outcomes->takeProblem()) return fail(failed, *problem);
+    if (!followed) return fail(failed, followed.error());
     print(options.json ? jsonLine(pageJson(snapshot)) + "\n" : pageText(page, snapshot, styleForStandardOutput()));
     return done;
 }

@@ -78,6 +78,11 @@ void EventLoop::takeSignal(int number) {
 // A notification says that it is time to look at the files, and no more: our own come back too.
 void EventLoop::takePhoneEvents() {
     while (const auto event = _parts.events.next()) {
+        if (event->kind == PhoneEvent::Kind::gone) {
+            _parts.screen.notePhoneGone(event->name);
+            _isPainted = false;
+            return;
+        }
         const bool isFile = event->kind == PhoneEvent::Kind::fileChanged;
         const auto& all = _parts.screen.observedFiles();
         const bool isPictureDue = _parts.screen.noteFilesChanged(isFile ? std::span(&event->name, 1) : std::span(all));

@@ -78,8 +78,18 @@ std::shared_ptr<Sheet> SettingsScreen::sheetFor(const std::shared_ptr<platform::
 Picture SettingsScreen::compose(Size size) {
     _size = size;
     Picture picture = isTooSmall() ? composeTooSmall(size) : composeAll(size);
+    // What is told takes lines from the rows, whose files may only have been read for this very picture.
+    if (noticeOutcomes() && !isTooSmall()) picture = composeAll(size);
     _session->drawn();
     return picture;
+}
+
+// The pages themselves are silent about it. Whether there is anything to tell.
+bool SettingsScreen::noticeOutcomes() {
+    auto notice = _services.outcomes.takeNotice();
+    if (!notice) return false;
+    notice->isProblem ? _notices.warn(std::move(notice->text)) : _notices.say(std::move(notice->text));
+    return true;
 }
 
 Picture SettingsScreen::composeTooSmall(Size size) const {
@@ -175,8 +185,7 @@ void SettingsScreen::handle(const Event& event) {
     } else {
         handleOnPage(event);
     }
-    // The pages themselves are silent about it.
-    if (const auto problem = _services.outcomes.takeProblem()) _notices.warn("Not saved: " + problem->text());
+    noticeOutcomes();
 }
 
 void SettingsScreen::handleOnPage(const Event& event) {

@@ -56,6 +56,9 @@ public:
     /// the next picture, which is then due; gives whether it is.
     bool noteFilesChanged(std::span<const std::string> paths);
 
+    /// The phone is there no more. What is seen stays as it is; `why` is the event's.
+    void notePhoneGone(const std::string& why) { _notices.warn(phoneGoneText(why)); }
+
     /// Whether the user has had enough.
     bool isOver() const { return _isOver; }
 
@@ -64,6 +67,7 @@ private:
     std::shared_ptr<Sheet> shownSheet() const { return _help ? _help : _host.sheet(); }
 
     bool isTooSmall() const { return _size.width < leastSize.width || _size.height < leastSize.height; }
+    bool noticeOutcomes();
     Picture composeAll(Size size);
     Picture composeTooSmall(Size size) const;
     std::size_t margin() const;
