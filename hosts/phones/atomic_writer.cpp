@@ -20,9 +20,6 @@ constexpr mode_t newFileMode = 0644;
 constexpr mode_t newFolderMode = 0755;
 constexpr mode_t permissionBits = 0777;
 
-// As many as the kernel follows in one look-up.
-constexpr int mostLinks = 40;
-
 struct SplitPath {
     std::string_view folder;  // "/" for an entry of the root
     std::string_view name;    // empty when the path ends with a slash

@@ -138,10 +138,7 @@ Result<PhoneFileSystem> PhoneFileSystem::open(const std::string& folder, FileCal
     if (openConfined(calls, root.get(), "/", O_PATH | O_DIRECTORY).isOpen()) {
         return PhoneFileSystem{std::move(root), calls};
     }
-    // Sandboxes that do not know the call may refuse it with EPERM.
-    if (errno != ENOSYS && errno != EPERM) return Problem{folder, "cannot open", errorText(errno)};
-    return Problem{folder, "cannot keep look-ups inside",
-                   "the system call openat2 is missing (it needs Linux 5.6 or later)"};
+    return Problem{folder, "cannot open", errorText(errno)};
 }
 
 Descriptor PhoneFileSystem::openPath(std::string_view path, int flags) const {

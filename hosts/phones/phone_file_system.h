@@ -22,8 +22,7 @@ namespace hosts {
 /// For one thread at a time.
 class PhoneFileSystem final : public platform::FileSystem {
 public:
-    /// A problem when the folder cannot be opened or the kernel cannot confine look-ups to it. `calls` outlives the
-    /// object.
+    /// A problem when the folder cannot be opened. `calls` outlives the object.
     static platform::Result<PhoneFileSystem> open(const std::string& folder, FileCalls& calls = FileCalls::system());
 
     /// From here on the listener, which may be null and else outlives the object, is told of what the file system does
