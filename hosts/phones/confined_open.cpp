@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include "hosts/phones/confined_walk.h"
+
 namespace hosts {
 
 namespace {
@@ -42,6 +44,8 @@ Descriptor openConfined(FileCalls& calls, int root, std::string_view path, int f
         file = uninterrupted([&] { return calls.openInRoot(root, text.get(), flags | O_CLOEXEC); });
         if (file >= 0 || errno != EAGAIN) break;
     }
+    // Sandboxes that do not know the call may refuse it with EPERM. Where it was the file's, the walk meets it again.
+    if (file < 0 && (errno == ENOSYS || errno == EPERM)) return walkConfined(calls, root, text.get(), flags);
     return Descriptor{file, calls};
 }
 

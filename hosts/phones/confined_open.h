@@ -22,8 +22,12 @@ private:
     int _error = 0;
 };
 
+/// As many links as one look-up follows.
+constexpr int mostLinks = 40;
+
 /// Opens what `path` leads to when the folder `root` is the root of the file system: absolute links
 /// and ".." stay below it. Nothing, with errno set, on failure. Close-on-exec is added to `flags`.
+/// The kernel does it (openat2) or, where it cannot or may not, walkConfined.
 Descriptor openConfined(FileCalls& calls, int root, std::string_view path, int flags);
 
 /// Opens the entry `name` of an open folder, likewise. A file that is made gets the permissions `mode`.

@@ -49,10 +49,16 @@ Result<PhoneFileSystem> PhoneFileSystem::open(const std::string& folder, FileCal
     if (openConfined(calls, root.get(), "/", O_PATH | O_DIRECTORY).isOpen()) {
         return PhoneFileSystem{std::move(root), calls};
     }
-    // Sandboxes that do not know the call may refuse it with EPERM.
-    if (errno != ENOSYS && errno != EPERM) return Problem{folder, "cannot open", errorText(errno)};
-    return Problem{folder, "cannot keep look-ups inside",
-                   "the system call openat2 is missing (it needs Linux 5.6 or later)"};
+    return Problem{folder, "cannot open", errorText(errno)};
+}
+
+void PhoneFileSystem::tell(PhoneListener* listener, bool tellsPassedOver) {
+    _listener = listener;
+    _tellsPassedOver = listener != nullptr && tellsPassedOver;
+    const auto open = [&] { return _calls->openInRoot(_root.get(), "/", O_PATH | O_DIRECTORY | O_CLOEXEC); };
+    if (listener && !Descriptor{uninterrupted(open), *_calls}.isOpen() && errno != EAGAIN) {
+        listener->remark("this system does not keep look-ups inside the phone (openat2), so each path is walked by hand");
+    }
 }
 
 Descriptor PhoneFileSystem::openPath(std::string_view path, int flags) const {

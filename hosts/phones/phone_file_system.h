@@ -22,17 +22,13 @@ namespace hosts {
 /// For one thread at a time.
 class PhoneFileSystem final : public platform::FileSystem {
 public:
-    /// A problem when the folder cannot be opened or the kernel cannot confine look-ups to it. `calls` outlives the
-    /// object.
+    /// A problem when the folder cannot be opened. `calls` outlives the object.
     static platform::Result<PhoneFileSystem> open(const std::string& folder, FileCalls& calls = FileCalls::system());
 
     /// From here on the listener, which may be null and else outlives the object, is told of what the file system does
     /// not promise and, where `tellsPassedOver`, of files and folders that are there and cannot be read, and of
     /// property lists that are none. Without the latter nothing is looked into for it.
-    void tell(PhoneListener* listener, bool tellsPassedOver) {
-        _listener = listener;
-        _tellsPassedOver = listener != nullptr && tellsPassedOver;
-    }
+    void tell(PhoneListener* listener, bool tellsPassedOver);
 
     using platform::FileSystem::readFile;
     platform::Result<platform::Stamp> look(std::string_view path) const override;

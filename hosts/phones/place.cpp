@@ -18,9 +18,6 @@ namespace {
 
 constexpr mode_t newFolderMode = 0755;
 
-// As many as the kernel follows in one look-up.
-constexpr int mostLinks = 40;
-
 struct SplitPath {
     std::string_view folder;  // "/" for an entry of the root
     std::string_view name;    // empty when the path ends with a slash

@@ -5,12 +5,15 @@
 #include <gtest/gtest.h>
 #include <poll.h>
 
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 
 #include "hosts/phones/folder_phone.h"
+#include "tests/kit/forked.h"
 #include "tests/kit/phone.h"
+#include "tests/kit/refused_openat2.h"
 
 namespace {
 
@@ -88,6 +91,25 @@ TEST_F(FileWatchTest, tellsOfAReplacedFileAndOfTheFileThatHasTakenItsPlace) {
         EXPECT_EQ(nextChange(watch), kit::settingsPath);
         takeAll(watch);
     }
+}
+
+TEST_F(FileWatchTest, doesWithoutTheKernelsConfinedLookUps) {
+    constexpr int noFilter = 2;
+    const int status = kit::runForked([this] {
+        if (!kit::refuseOpenat2(ENOSYS)) return noFilter;
+        std::filesystem::create_directories(phone / "real");
+        std::filesystem::remove_all(phone / "var");
+        std::filesystem::create_symlink("real", phone / "var");
+        FileWatch watch(files, {kit::settingsPath});
+        for (const char* contents : {"1", "2"}) {
+            writeText(phone.settingsFile(), contents);
+            if (nextChange(watch) != kit::settingsPath) return 1;
+            takeAll(watch);
+        }
+        return 0;
+    });
+    if (status == noFilter) GTEST_SKIP() << "no process can be kept from a system call here";
+    EXPECT_EQ(status, 0);
 }
 
 TEST_F(FileWatchTest, ofAFolderPhoneStandsInItsEvents) {
