@@ -69,8 +69,8 @@ Result<Stamp> CheckedPhone::changeFile(std::string_view path, const Change& chan
     auto contents = change(isThere ? std::optional<std::string_view>(held) : std::nullopt);
     if (!contents) return contents.error();
     const auto before = dictionary(path);
-    require(readPropertyList(*contents).value.has_value(), "a file that is written can be read");
-    put(path, *std::move(contents));
+    require(readPropertyList(contents->bytes).value.has_value(), "a file that is written can be read");
+    put(path, std::move(contents->bytes));
     ++_writes;
     check(before, path);
     return look(path);

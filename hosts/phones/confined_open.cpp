@@ -50,10 +50,10 @@ Descriptor openEntry(FileCalls& calls, const Descriptor& folder, const std::stri
                       calls};
 }
 
-std::string machinePath(const Descriptor& file) {
-    const std::string name = "/proc/self/fd/" + std::to_string(file.get());
+std::string machinePath(int file) {
+    const std::string name = "/proc/self/fd/" + std::to_string(file);
     char path[PATH_MAX];
-    const ssize_t length = file.isOpen() ? ::readlink(name.c_str(), path, sizeof path) : -1;
+    const ssize_t length = ::readlink(name.c_str(), path, sizeof path);
     return length < 0 ? std::string{} : std::string{path, static_cast<std::size_t>(length)};
 }
 

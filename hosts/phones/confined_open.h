@@ -30,6 +30,6 @@ Descriptor openConfined(FileCalls& calls, int root, std::string_view path, int f
 Descriptor openEntry(FileCalls& calls, const Descriptor& folder, const std::string& name, int flags, mode_t mode = 0);
 
 /// The path on this machine of what is open. Empty when none can be told.
-std::string machinePath(const Descriptor& file);
+std::string machinePath(int file);
 
 }  // namespace hosts

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "hosts/phones/confined_open.h"
+#include "hosts/phones/file_reading.h"
 
 namespace hosts {
 namespace {

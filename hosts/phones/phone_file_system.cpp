@@ -2,20 +2,19 @@
 #include "hosts/phones/phone_file_system.h"
 
 #include <fcntl.h>
-#include <linux/magic.h>
-#include <sys/vfs.h>
-#include <time.h>
-#include <unistd.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdint>
-#include <exception>
+#include <chrono>
+#include <thread>
 
-#include "hosts/phones/atomic_writer.h"
+#include "hosts/phones/atomic_change.h"
 #include "hosts/phones/confined_open.h"
 #include "hosts/phones/fault_place.h"
+#include "hosts/phones/file_reading.h"
 #include "hosts/phones/folder_listing.h"
+#include "hosts/phones/temporary_file.h"
 #include "hosts/system/error_text.h"
 #include "platform/foundation/property_list.h"
 
@@ -27,81 +26,8 @@ using platform::Problem;
 using platform::Result;
 using platform::Stamp;
 
-constexpr std::int64_t nanoseconds = 1'000'000'000;
-// Files are stamped with the time of the last tick of the kernel's clock, of which there are a hundred a second at
-// least.
-constexpr std::int64_t longestTick = nanoseconds / 50;
-
-std::int64_t inNanoseconds(const timespec& time) {
-    return time.tv_sec * nanoseconds + time.tv_nsec;
-}
-
-bool isSettled(int file, const struct stat& status) {
-    timespec now{};
-    ::clock_gettime(CLOCK_REALTIME_COARSE, &now);
-    return inNanoseconds(now) - inNanoseconds(status.st_ctim) > longestTick && isFileSystemOfKernel(file);
-}
-
-Stamp stampOf(const struct stat& status, bool isSettled) {
-    return {status.st_dev,
-            status.st_ino,
-            static_cast<std::uint64_t>(status.st_size),
-            inNanoseconds(status.st_mtim),
-            inNanoseconds(status.st_ctim),
-            isSettled};
-}
-
-std::string kindName(mode_t mode) {
-    if (S_ISREG(mode)) return "a regular file";
-    if (S_ISDIR(mode)) return "a folder";
-    if (S_ISFIFO(mode)) return "a FIFO";
-    if (S_ISSOCK(mode)) return "a socket";
-    return "a device";
-}
-
-std::string notAFile(mode_t mode) {
-    return "it is " + kindName(mode) + ", not a regular file";
-}
-
-std::string tooLarge(std::uint64_t size, std::size_t limit) {
-    return "it holds " + std::to_string(size) + " bytes, and at most " + std::to_string(limit) + " are read";
-}
-
-bool statusOf(const Descriptor& file, struct stat& status) {
-    return file.isOpen() && uninterrupted([&] { return ::fstat(file.get(), &status); }) == 0;
-}
-
-Problem unreadable(std::string_view path, std::string reason) {
-    return {std::string(path), "cannot read", std::move(reason)};
-}
-
-// Makes `contents` `size` bytes long. Bytes up to `kept` matter; the rest is about to be overwritten.
-bool makeRoom(std::string& contents, std::size_t size, std::size_t kept) {
-    try {
-        if (kept == 0 && contents.capacity() < size) contents.clear();
-        contents.resize(size);
-    } catch (const std::exception&) {
-        return false;
-    }
-    return true;
-}
-
-// Asks for one byte more than the file should hold: a read that stops short of it has met the end,
-// and no second one is needed to see that. A file that has grown meanwhile is read on.
-bool readWhole(int file, std::size_t expected, std::size_t limit, std::string& contents) {
-    if (!makeRoom(contents, expected + 1, 0)) return false;
-    std::size_t got = 0;
-    while (true) {
-        const ssize_t count = uninterrupted([&] { return ::read(file, contents.data() + got, contents.size() - got); });
-        if (count < 0) return false;
-        got += static_cast<std::size_t>(count);
-        if (got > limit) return false;
-        if (count == 0 || got == expected) break;
-        if (got == contents.size() && !makeRoom(contents, std::min(limit, 2 * got) + 1, got)) return false;
-    }
-    contents.resize(got);
-    return true;
-}
+// A program that writes a file in place is done with it, or one write further, by then.
+constexpr std::chrono::milliseconds pauseBetweenReadings{100};
 
 // Every property list that is read from a phone is to hold a dictionary.
 std::optional<std::string> faultOf(std::string_view path, std::string_view contents) {
@@ -113,22 +39,6 @@ std::optional<std::string> faultOf(std::string_view path, std::string_view conte
 }
 
 }  // namespace
-
-bool isFileSystemOfKernel(int file) {
-    struct statfs system {};
-    if (uninterrupted([&] { return ::fstatfs(file, &system); }) != 0) return false;
-    switch (static_cast<unsigned>(system.f_type)) {
-        case BTRFS_SUPER_MAGIC:
-        case EXT4_SUPER_MAGIC:
-        case F2FS_SUPER_MAGIC:
-        case OVERLAYFS_SUPER_MAGIC:
-        case TMPFS_MAGIC:
-        case XFS_SUPER_MAGIC:
-            return true;
-        default:
-            return false;
-    }
-}
 
 PhoneFileSystem::PhoneFileSystem(Descriptor root, FileCalls& calls) : _root(std::move(root)), _calls(&calls) {}
 
@@ -148,32 +58,41 @@ Descriptor PhoneFileSystem::openPath(std::string_view path, int flags) const {
     return openConfined(*_calls, _root.get(), path, flags);
 }
 
+Descriptor PhoneFileSystem::openFile(std::string_view path, int flags) const {
+    Descriptor file = openToRead([&] { return openPath(path, flags); });
+    if (file.isOpen() || errno != ENOENT) return file;
+    const std::size_t name = path.rfind('/') + 1;
+    file = openPath(std::string(path.substr(0, name)) + asideNameOf(path.substr(name)), flags);
+    if (!file.isOpen()) errno = ENOENT;
+    return file;
+}
+
+// A file system that is a program may remember what a path led to, but not beyond the opening of the file.
 Result<Stamp> PhoneFileSystem::look(std::string_view path) const {
-    const Descriptor file = openPath(path, O_PATH);
-    struct stat status;
-    if (!statusOf(file, status)) return unreadable(path, errorText(errno));
-    if (!S_ISREG(status.st_mode)) return unreadable(path, notAFile(status.st_mode));
-    return stampOf(status, false);
+    const Descriptor file = openFile(path, isFileSystemOfProgram(_root.get()) ? readingFlags() : O_PATH);
+    if (!file.isOpen()) return readingProblem(path, errno);
+    return stampOf(*_calls, file, path);
 }
 
 Result<Stamp> PhoneFileSystem::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
-    const auto failed = [&](std::string reason) {
+    const Descriptor file = openFile(path, readingFlags());
+    const auto reading = [&]() -> Result<Stamp> {
+        if (file.isOpen()) return readOpened(*_calls, file, path, contents, limit);
         contents.clear();
+        return readingProblem(path, errno);
+    }();
+    if (!_tellsPassedOver) return reading;
+    if (!reading) {
         tellUnread(path, limit);
-        return unreadable(path, std::move(reason));
-    };
-    const Descriptor file = openPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
-    struct stat status;
-    if (!statusOf(file, status)) return failed(errorText(errno));
-    if (!S_ISREG(status.st_mode)) return failed(notAFile(status.st_mode));
-    const auto size = static_cast<std::uint64_t>(status.st_size);
-    if (size > limit) return failed(tooLarge(size, limit));
-    const Stamp stamp = stampOf(status, isSettled(file.get(), status));
-    if (!readWhole(file.get(), size, limit, contents)) return failed("it cannot be read");
-    if (_tellsPassedOver) {
-        if (const auto fault = faultOf(path, contents)) tellPassedOver(_listener, path, *fault);
+    } else if (const auto fault = faultOf(path, contents)) {
+        tellPassedOver(_listener, path, *fault);
     }
-    return stamp;
+    return reading;
+}
+
+Result<Stamp> PhoneFileSystem::readAgain(std::string_view path, std::string& contents) const {
+    std::this_thread::sleep_for(pauseBetweenReadings);
+    return readFile(path, contents);
 }
 
 Result<std::vector<std::string>> PhoneFileSystem::listFolder(std::string_view path) const {
@@ -187,18 +106,18 @@ Result<std::vector<std::string>> PhoneFileSystem::listFolder(std::string_view pa
 std::optional<std::string> PhoneFileSystem::whyUnread(std::string_view path, std::size_t limit) const {
     const Descriptor thing = openPath(path, O_PATH);
     struct stat status;
-    if (!statusOf(thing, status)) return whyUnreached(path);
+    if (!thing.isOpen() || ::fstat(thing.get(), &status) != 0) return whyUnreached(path);
     if (!S_ISREG(status.st_mode)) return notAFile(status.st_mode);
     const auto size = static_cast<std::uint64_t>(status.st_size);
     if (size > limit) return tooLarge(size, limit);
-    if (!openPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY).isOpen()) return errorText(errno);
+    if (!openPath(path, readingFlags()).isOpen()) return errorText(errno);
     return "it cannot be read";
 }
 
 std::optional<std::string> PhoneFileSystem::whyUnlisted(std::string_view path) const {
     const Descriptor thing = openPath(path, O_PATH);
     struct stat status;
-    if (!statusOf(thing, status)) return whyUnreached(path);
+    if (!thing.isOpen() || ::fstat(thing.get(), &status) != 0) return whyUnreached(path);
     if (!S_ISDIR(status.st_mode)) return "it is " + kindName(status.st_mode) + ", not a folder";
     Descriptor folder = openPath(path, O_RDONLY | O_DIRECTORY);
     if (!folder.isOpen()) return errorText(errno);
@@ -230,15 +149,7 @@ void PhoneFileSystem::tellUnread(std::string_view path, std::size_t limit) const
 }
 
 Result<Stamp> PhoneFileSystem::changeFile(std::string_view path, const platform::Change& change) {
-    std::string held;
-    const Result<Stamp> before = readFile(path, held);
-    Result<std::string> wanted = change(before ? std::optional<std::string_view>(held) : std::nullopt);
-    if (!wanted) return std::move(wanted).error();
-    if (before && *wanted == held) return before;
-    if (const auto failure = AtomicWriter{*_calls, _root.get()}.write(path, *wanted)) {
-        return Problem{std::string(path), "cannot write",
-                       std::string(failure->step) + ": " + errorText(failure->error)};
-    }
+    if (auto problem = AtomicChange{*_calls, _root.get(), _listener}.make(path, change)) return *std::move(problem);
     return look(path);
 }
 

@@ -16,8 +16,8 @@ namespace hosts {
 /// The phone's file system, in a folder of this machine that stands for its root. The folder is
 /// opened once, and no path leads out of it: links and ".." are resolved as if it were the root.
 ///
-/// Reading never waits: a FIFO, a device or a socket where a file should be is a problem. What
-/// writing does with links, folders and permissions is told with AtomicWriter.
+/// Reading waits for nothing but, a second at most, a lease: a FIFO, a device or a socket where a file should be is a
+/// problem. What writing does with links, folders and permissions is told with AtomicChange.
 ///
 /// For one thread at a time.
 class PhoneFileSystem final : public platform::FileSystem {
@@ -38,6 +38,7 @@ public:
     platform::Result<platform::Stamp> look(std::string_view path) const override;
     platform::Result<platform::Stamp> readFile(std::string_view path, std::string& contents,
                                                std::size_t limit) const override;
+    platform::Result<platform::Stamp> readAgain(std::string_view path, std::string& contents) const override;
     /// At most 262,144 entries.
     platform::Result<std::vector<std::string>> listFolder(std::string_view path) const override;
     platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change& change) override;
@@ -48,6 +49,7 @@ public:
 private:
     PhoneFileSystem(Descriptor root, FileCalls& calls);
     Descriptor openPath(std::string_view path, int flags) const;
+    Descriptor openFile(std::string_view path, int flags) const;
     std::optional<std::string> whyUnread(std::string_view path, std::size_t limit) const;
     std::optional<std::string> whyUnlisted(std::string_view path) const;
     std::optional<std::string> whyUnreached(std::string_view path) const;
@@ -58,9 +60,5 @@ private:
     PhoneListener* _listener = nullptr;
     bool _tellsPassedOver = false;
 };
-
-/// Whether what is open lies on a file system that the kernel itself keeps: it stamps the files there by its own clock,
-/// to the tick, and tells of their changes. Others have a clock that is elsewhere, or count in seconds.
-bool isFileSystemOfKernel(int file);
 
 }  // namespace hosts

@@ -11,7 +11,6 @@
 #include <optional>
 
 #include "hosts/phones/confined_open.h"
-#include "hosts/phones/file_attributes.h"
 #include "hosts/phones/folder_listing.h"
 
 namespace hosts {
@@ -25,9 +24,12 @@ constexpr std::string_view randomLetters = "abcdefghijklmnopqrstuvwxyz234567";
 constexpr int mostAttempts = 100;
 
 // A name near the longest that a folder takes is cut short, to leave room for the rest.
+std::string hiddenPrefix(std::string_view name, std::size_t rest) {
+    return "." + std::string{name.substr(0, NAME_MAX - 2 - rest)} + ".";
+}
+
 std::string temporaryPrefix(std::string_view name) {
-    constexpr std::size_t added = 2 + randomLength + suffix.size();
-    return "." + std::string{name.substr(0, NAME_MAX - added)} + ".";
+    return hiddenPrefix(name, randomLength + suffix.size());
 }
 
 std::optional<std::string> randomText() {
@@ -52,10 +54,6 @@ bool lookAt(FileCalls& calls, const Descriptor& file, struct stat& status) {
 
 bool lockFile(FileCalls& calls, const Descriptor& file) {
     return uninterrupted([&] { return calls.lock(file.get()); }) == 0;
-}
-
-void removeEntry(FileCalls& calls, const Descriptor& folder, const std::string& entry) {
-    uninterrupted([&] { return calls.unlink(folder.get(), entry.c_str()); });
 }
 
 void removeIfAbandoned(FileCalls& calls, const Descriptor& folder, const std::string& entry) {
@@ -98,7 +96,9 @@ bool TemporaryFile::create(mode_t mode) {
 bool TemporaryFile::claim() {
     if (!lockFile(_calls, _file) && errno == EWOULDBLOCK) return false;
     struct stat status {};
-    return !lookAt(_calls, _file, status) || status.st_nlink > 0;
+    if (!lookAt(_calls, _file, status) || status.st_nlink > 0) return true;
+    _countsNames = uninterrupted([&] { return _calls.statusIn(_folder.get(), _temporaryName.c_str(), status); }) != 0;
+    return !_countsNames;
 }
 
 bool TemporaryFile::fill(std::string_view contents) {
@@ -112,14 +112,18 @@ bool TemporaryFile::fill(std::string_view contents) {
     return true;
 }
 
-bool TemporaryFile::setOwner(uid_t owner, gid_t group) {
+Given TemporaryFile::setOwner(uid_t owner, gid_t group) {
     struct stat status {};
-    if (lookAt(_calls, _file, status) && status.st_uid == owner && status.st_gid == group) return true;
+    if (lookAt(_calls, _file, status) && status.st_uid == owner && status.st_gid == group) return Given::kept;
     return giveOwner(_calls, _file, owner, group);
 }
 
-bool TemporaryFile::setMode(mode_t mode) {
+Given TemporaryFile::setMode(mode_t mode) {
     return giveMode(_calls, _file, mode);
+}
+
+bool TemporaryFile::copyAttributes(const Descriptor& from) {
+    return hosts::copyAttributes(_calls, from, _file);
 }
 
 bool TemporaryFile::synchronise() {
@@ -137,13 +141,23 @@ bool synchroniseFile(FileCalls& calls, const Descriptor& file) {
     return uninterrupted([&] { return calls.synchronise(file.get()); }) == 0;
 }
 
-void removeAbandonedTemporaries(FileCalls& calls, const Descriptor& folder, std::string_view name) {
+std::string asideNameOf(std::string_view name) {
+    constexpr std::string_view aside = "aside";
+    return hiddenPrefix(name, aside.size()).append(aside);
+}
+
+void removeAbandoned(FileCalls& calls, const Descriptor& folder, std::string_view name, bool isThere) {
     const std::string prefix = temporaryPrefix(name);
     const auto entries = listNames(openEntry(calls, folder, ".", O_RDONLY | O_DIRECTORY));
     if (!entries) return;
     for (const std::string& entry : *entries) {
         if (isTemporaryName(entry, prefix)) removeIfAbandoned(calls, folder, entry);
+        if (isThere && entry == asideNameOf(name)) removeEntry(calls, folder, entry);
     }
+}
+
+void removeEntry(FileCalls& calls, const Descriptor& folder, const std::string& entry) {
+    uninterrupted([&] { return calls.unlink(folder.get(), entry.c_str()); });
 }
 
 }  // namespace hosts

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "hosts/phones/file_attributes.h"
 #include "hosts/system/descriptor.h"
 
 namespace hosts {
@@ -23,11 +24,13 @@ public:
     ~TemporaryFile();
 
     bool create(mode_t mode);
+    /// Whether the file system tells that the file has a name, which some do not.
+    bool countsNames() const { return _countsNames; }
     /// Writes all of `contents`.
     bool fill(std::string_view contents);
-    /// As giveOwner and giveMode do.
-    bool setOwner(uid_t owner, gid_t group);
-    bool setMode(mode_t mode);
+    Given setOwner(uid_t owner, gid_t group);
+    Given setMode(mode_t mode);
+    bool copyAttributes(const Descriptor& from);
     /// Makes the content and all that belongs to it durable.
     bool synchronise();
     /// Puts the file in the place of the entry that it is for.
@@ -42,13 +45,21 @@ private:
     const std::string& _name;
     std::string _temporaryName;
     Descriptor _file;
+    bool _countsNames = true;
 };
 
 /// fsync that an arriving signal does not end.
 bool synchroniseFile(FileCalls& calls, const Descriptor& file);
 
+/// The name ".NAME.aside" of the file that NAME was, while a new one takes its place in more than one step.
+std::string asideNameOf(std::string_view name);
+
 /// Removes what writers of the entry `name` that died half-way have left in the folder: temporary
-/// files of its pattern on which nobody holds a lock. One whose lock cannot be asked for stays.
-void removeAbandonedTemporaries(FileCalls& calls, const Descriptor& folder, std::string_view name);
+/// files of its pattern on which nobody holds a lock. One whose lock cannot be asked for stays. While there is such an
+/// entry, also the file aside: it is an older one.
+void removeAbandoned(FileCalls& calls, const Descriptor& folder, std::string_view name, bool isThere);
+
+/// unlinkat; whether that works makes no difference to anybody.
+void removeEntry(FileCalls& calls, const Descriptor& folder, const std::string& entry);
 
 }  // namespace hosts

@@ -41,8 +41,9 @@ ComposerOutcome saveMail(platform::MFMailComposeViewController& mail, HandOver& 
 ComposerOutcome post(platform::SLComposeViewController& composer, const std::string& text, HandOver& handOver) {
     const auto posted = handOver.post(composer.serviceType(), text);
     if (!posted) {
-        const auto& [address, step, reason] = posted.error();
-        return {false, Weight::problem, "Not opened: " + reason + (address.empty() ? "" : " " + address)};
+        const std::string& address = posted.error().path;
+        return {false, Weight::problem,
+                "Not opened: " + posted.error().reason + (address.empty() ? "" : " " + address)};
     }
     composer.finish(platform::SLComposeViewControllerResult::done);
     return {true, Weight::plain, "The post is open in your browser"};

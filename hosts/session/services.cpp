@@ -20,14 +20,19 @@ Result<Stamp> ScratchFileSystem::readFile(std::string_view path, std::string& co
     return written->second.stamp;
 }
 
+Result<Stamp> ScratchFileSystem::readAgain(std::string_view path, std::string& contents) const {
+    return _written.contains(path) ? readFile(path, contents) : _below.readAgain(path, contents);
+}
+
 Result<Stamp> ScratchFileSystem::changeFile(std::string_view path, const platform::Change& change) {
     std::string held;
-    const bool isThere = readFile(path, held).has_value();
-    Result<std::string> wanted = change(isThere ? std::optional<std::string_view>(held) : std::nullopt);
+    const Result<Stamp> reading = readFile(path, held, usualReadLimit);
+    if (!reading && reading.error().isPassing) return reading;
+    auto wanted = change(reading ? std::optional<std::string_view>(held) : std::nullopt);
     if (!wanted) return std::move(wanted).error();
     // Like none of the file system below, and another one at each write.
-    const Stamp stamp{.inode = ++_writes, .size = wanted->size(), .isSettled = true};
-    _written.insert_or_assign(std::string(path), Written{*std::move(wanted), stamp});
+    const Stamp stamp{.inode = ++_writes, .size = wanted->bytes.size(), .isSettled = true};
+    _written.insert_or_assign(std::string(path), Written{std::move(wanted->bytes), stamp});
     return stamp;
 }
 

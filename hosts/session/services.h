@@ -59,6 +59,7 @@ public:
     platform::Result<platform::Stamp> look(std::string_view path) const override;
     platform::Result<platform::Stamp> readFile(std::string_view path, std::string& contents,
                                                std::size_t limit) const override;
+    platform::Result<platform::Stamp> readAgain(std::string_view path, std::string& contents) const override;
     platform::Result<std::vector<std::string>> listFolder(std::string_view path) const override {
         return _below.listFolder(path);
     }

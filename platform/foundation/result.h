@@ -16,6 +16,10 @@ struct TRIVEL3_PLATFORM_EXPORT Problem {
     std::string step = {};    ///< what was being done: "cannot read"; empty where the reason says it all
     std::string reason = {};  ///< why that did not work
 
+    /// Whether it may be over by the next try, with nothing done about it: a connection that broke, too little memory.
+    /// What could not be read for such a reason may hold anything.
+    bool isPassing = false;
+
     /// "STEP PATH: REASON", without the parts that are empty.
     std::string text() const;
 

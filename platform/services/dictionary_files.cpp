@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/services/dictionary_files.h"
 
+#include <new>
 #include <utility>
 
 #include "platform/foundation/property_list.h"
@@ -30,15 +31,30 @@ Problem withoutForm(const std::string& path, const std::string& reason) {
                 "anew"};
 }
 
+// Each is read a while after the one before it.
+constexpr int mostReadings = 20;
+constexpr int mostEdits = 5;
+
+Problem tooLittleMemory(std::string_view path, std::string step) {
+    return {std::string(path), std::move(step), "too little memory", true};
+}
+
+// Why a file is not changed once another, or it itself, could not be read.
+Problem notAfter(const Problem& unread, const std::string& path) {
+    if (unread.path == path) return unread;
+    return {path, "cannot write", unread.text(), true};
+}
+
+}  // namespace
+
 /// What a change has come to, on the file on which it was made last.
-struct Edit {
+struct DictionaryFiles::Edit {
     std::shared_ptr<const Dictionary> before;
     std::shared_ptr<const Dictionary> after;
+    bool isDoubtful = false;  ///< the file was no property list, and that has not been seen twice
     bool hasForm = true;
     std::shared_ptr<const std::string> bytes;
 };
-
-}  // namespace
 
 const DictionaryFiles::Content& DictionaryFiles::Known::parsed() {
     if (!content) content = parse(*bytes);
@@ -46,48 +62,71 @@ const DictionaryFiles::Content& DictionaryFiles::Known::parsed() {
 }
 
 DictionaryFiles::Content DictionaryFiles::read(std::string_view path) {
-    const auto found = _known.find(path);
-    if (found != _known.end() && found->second.stamp.isSettled) {
-        const Result<Stamp> now = _files.look(path);
-        if (now && now->isSameAs(found->second.stamp)) return found->second.parsed();
+    try {
+        const auto found = _known.find(path);
+        if (found != _known.end() && found->second.stamp.isSettled) {
+            const Result<Stamp> now = _files.look(path);
+            if (now && now->isSameAs(found->second.stamp)) return found->second.parsed();
+        }
+        return _known.insert_or_assign(std::string(path), readAnew(path)).first->second.parsed();
+    } catch (const std::bad_alloc&) {
+        tellUnread(tooLittleMemory(path, "cannot read"));
+        return nullptr;
     }
+}
+
+DictionaryFiles::Known DictionaryFiles::readAnew(std::string_view path) {
     const auto bytes = std::make_shared<std::string>();
     const Result<Stamp> stamp = _files.readFile(path, *bytes);
     if (!stamp) {
-        _known.insert_or_assign(std::string(path), Known{bytes, {}, Content()});
-        return nullptr;
+        if (stamp.error().isPassing) tellUnread(stamp.error());
+        return {bytes, {}, Content()};
     }
-    if (found == _known.end() || *found->second.bytes != *bytes) {
-        return _known.insert_or_assign(std::string(path), Known{bytes, *stamp, {}}).first->second.parsed();
+    Known now{bytes, *stamp, {}};
+    const auto found = _known.find(path);
+    if (found != _known.end() && found->second.content && *found->second.bytes == *bytes) {
+        now.content = found->second.content;
+    } else {
+        settle(path, now);
     }
-    found->second.stamp = *stamp;
-    return found->second.parsed();
+    return now;
+}
+
+void DictionaryFiles::settle(std::string_view path, Known& known) {
+    for (int reading = 1; !known.parsed(); ++reading) {
+        const auto bytes = std::make_shared<std::string>();
+        const Result<Stamp> stamp = _files.readAgain(path, *bytes);
+        if (!stamp) {
+            if (stamp.error().isPassing) tellUnread(stamp.error());
+            return;
+        }
+        if (*bytes == *known.bytes) return;
+        known = {bytes, *stamp, {}};
+        if (reading == mostReadings) {
+            return tellUnread({std::string(path), "cannot read", "another program keeps writing it", true});
+        }
+    }
+}
+
+void DictionaryFiles::tellUnread(Problem problem) {
+    if (_listener) _listener->notRead(problem);
+    _unread = std::move(problem);
 }
 
 void DictionaryFiles::edit(std::string_view path, const std::function<Dictionary(Dictionary held)>& change) {
-    const auto found = _known.find(path);
-    const Known known =
-        found == _known.end() ? Known{std::make_shared<const std::string>(), {}, Content()} : found->second;
+    const std::string file(path);
     const auto edit = std::make_shared<Edit>();
-    const Change write = [known, edit, change,
-                          path = std::string(path)](std::optional<std::string_view> held) -> Result<std::string> {
-        const bool isKnown = held && known.content && *held == *known.bytes;
-        const Content content = isKnown ? *known.content : held ? parse(*held) : nullptr;
-        edit->before = content ? content : std::make_shared<const Dictionary>();
-        edit->after = std::make_shared<const Dictionary>(change(*edit->before));
-        PropertyListWriting writing = writeXmlPropertyList(Value(edit->after));
-        edit->hasForm = static_cast<bool>(writing);
-        if (!writing) return withoutForm(path, writing.reason);
-        if (writing.bytes->size() > FileSystem::usualReadLimit) return tooLarge(path, writing.bytes->size());
-        edit->bytes = std::make_shared<const std::string>(*std::move(writing.bytes));
-        return *edit->bytes;
-    };
-    const Result<Stamp> outcome = _files.changeFile(path, write);
-    if (outcome) {
-        const bool isAsBefore = known.content && *known.bytes == *edit->bytes;
-        _known.insert_or_assign(std::string(path),
-                                Known{edit->bytes, *outcome, isAsBefore ? known.content : std::nullopt});
+    Result<Stamp> outcome = Problem{};
+    try {
+        for (int attempt = 0; attempt < mostEdits; ++attempt) {
+            outcome = _unread ? Result<Stamp>(notAfter(*_unread, file)) : tryEdit(file, change, edit);
+            if (!edit->isDoubtful || _unread) break;
+            (void)read(path);
+        }
+    } catch (const std::bad_alloc&) {
+        outcome = tooLittleMemory(path, "cannot write");
     }
+    if (!outcome && outcome.error().isPassing) _unread = outcome.error();
     if (!_listener) return;
     if (outcome) {
         _listener->changed(path, *edit->before, *edit->after);
@@ -96,7 +135,36 @@ void DictionaryFiles::edit(std::string_view path, const std::function<Dictionary
     }
 }
 
+Result<Stamp> DictionaryFiles::tryEdit(const std::string& path,
+                                       const std::function<Dictionary(Dictionary held)>& change,
+                                       const std::shared_ptr<Edit>& edit) {
+    const auto found = _known.find(path);
+    const Known known =
+        found == _known.end() ? Known{std::make_shared<const std::string>(), {}, Content()} : found->second;
+    const Change write = [known, edit, change, path](std::optional<std::string_view> held) -> Result<NewContent> {
+        const bool isKnown = held && known.content && *held == *known.bytes;
+        const Content content = isKnown ? *known.content : held ? parse(*held) : nullptr;
+        edit->isDoubtful = held && !content && !isKnown;
+        if (edit->isDoubtful) return Problem{path, "cannot write", "another program keeps writing it", true};
+        edit->before = content ? content : std::make_shared<const Dictionary>();
+        edit->after = std::make_shared<const Dictionary>(change(*edit->before));
+        PropertyListWriting writing = writeXmlPropertyList(Value(edit->after));
+        edit->hasForm = static_cast<bool>(writing);
+        if (!writing) return withoutForm(path, writing.reason);
+        if (writing.bytes->size() > FileSystem::usualReadLimit) return tooLarge(path, writing.bytes->size());
+        edit->bytes = std::make_shared<const std::string>(*std::move(writing.bytes));
+        return NewContent{*edit->bytes, !content};
+    };
+    Result<Stamp> outcome = _files.changeFile(path, write);
+    if (outcome) {
+        const bool isAsBefore = known.content && *known.bytes == *edit->bytes;
+        _known.insert_or_assign(path, Known{edit->bytes, *outcome, isAsBefore ? known.content : std::nullopt});
+    }
+    return outcome;
+}
+
 DictionaryFiles::Contents DictionaryFiles::forget() {
+    _unread.reset();
     Contents contents;
     for (auto& [path, known] : std::exchange(_known, {}))
         contents.emplace(path, known.parsed());

@@ -30,7 +30,11 @@ public:
     DictionaryFiles(const DictionaryFiles&) = delete;
     DictionaryFiles& operator=(const DictionaryFiles&) = delete;
 
-    /// The file's content; null for a file that is missing, cannot be read, is no property list or no dictionary.
+    /// The file's content; null for a file that is missing, cannot be read, is no property list or no dictionary. One
+    /// that is no property list is so by two readings with some time between them, since a writer may be half-way.
+    ///
+    /// A file that cannot be read for a passing reason is told to the listener, and no `edit` is carried out from then
+    /// on until `forget`: whoever asks for one has taken defaults for what the file may hold.
     std::shared_ptr<const Dictionary> read(std::string_view path);
 
     /// Replaces the file by what `change` makes of its content, as XML; a file that reads as nothing counts as empty.
@@ -46,6 +50,7 @@ public:
 
 private:
     using Content = std::shared_ptr<const Dictionary>;
+    struct Edit;
 
     /// A file as it was last read or written.
     struct Known {
@@ -56,9 +61,17 @@ private:
         const Content& parsed();
     };
 
+    Known readAnew(std::string_view path);
+    /// Reads on until the file is a property list, or is known to be none.
+    void settle(std::string_view path, Known& known);
+    void tellUnread(Problem problem);
+    Result<Stamp> tryEdit(const std::string& path, const std::function<Dictionary(Dictionary held)>& change,
+                          const std::shared_ptr<Edit>& edit);
+
     FileSystem& _files;
     FileListener* _listener;
     std::map<std::string, Known, std::less<>> _known;
+    std::optional<Problem> _unread;
 };
 
 }  // namespace platform

@@ -33,10 +33,19 @@ struct Stamp {
     }
 };
 
+/// What a file is to hold.
+struct NewContent {
+    std::string bytes;
+
+    /// Whether nothing that the file held is in it, because that was not understood. Then the old file is kept where
+    /// its user finds it.
+    bool isAnew = false;
+};
+
 /// What is to become of a file, as a pure function of what it holds: nothing where there is no such file, or it
 /// cannot be read. It gives the new content, or the problem for which the file stays as it is. It may be called
 /// again on a newer file, so it captures by value and has no other effect than its answer.
-using Change = std::function<Result<std::string>(std::optional<std::string_view> held)>;
+using Change = std::function<Result<NewContent>(std::optional<std::string_view> held)>;
 
 /// The phone's file system, as far as the pane needs it. Paths are the phone's own and absolute
 /// ("/var/mobile/Library/Preferences/…"); where they lie on the machine at hand is the host's
@@ -54,11 +63,17 @@ public:
 
     /// Reads a whole regular file into `contents`, whose capacity is reused. The stamp was taken before the reading. A
     /// problem, with `contents` empty, when there is no such file, it is no regular file, it holds more than `limit`
-    /// bytes, or it cannot be read.
+    /// bytes, or it cannot be read; a passing one where what the file holds may be readable later.
     virtual Result<Stamp> readFile(std::string_view path, std::string& contents, std::size_t limit) const = 0;
 
     Result<Stamp> readFile(std::string_view path, std::string& contents) const {
         return readFile(path, contents, usualReadLimit);
+    }
+
+    /// Reads the file once more, a while later and through a look-up of its own: for whoever has found in it what a
+    /// writer that is half-way may have left there, and asks whether it stays so.
+    virtual Result<Stamp> readAgain(std::string_view path, std::string& contents) const {
+        return readFile(path, contents);
     }
 
     /// The names of a folder's entries, without "." and "..", in byte order. A problem when there is no
@@ -67,8 +82,10 @@ public:
 
     /// Reads the file, asks `change` what is to become of it, and replaces it, or makes it, in one step: any reader
     /// finds either the old content or the new one, whole, and so does whoever comes after a crash. A file that holds
-    /// the new content already is not replaced. On a problem the old file stands as it was, unless all that failed was
-    /// making the new file's name durable, and then the new one stands, whole.
+    /// the new content already is not replaced, and one that is found to be newer than what was read is read again. A
+    /// file that cannot be read for a passing reason is not changed, and its problem is a passing one. On a problem the
+    /// old file stands as it was, unless all that failed was making the new file's name durable, and then the new one
+    /// stands, whole.
     virtual Result<Stamp> changeFile(std::string_view path, const Change& change) = 0;
 };
 

@@ -92,8 +92,9 @@ void Desk::openPage(const QStringList& titles) {
 void Desk::writeSettings(const std::string& entries) {
     const std::string content =
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>" + entries + "</dict></plist>\n";
-    ASSERT_TRUE(phone->phone->files().changeFile(
-        settingsPath, [content](std::optional<std::string_view>) { return platform::Result<std::string>(content); }));
+    ASSERT_TRUE(phone->phone->files().changeFile(settingsPath, [content](std::optional<std::string_view>) {
+        return platform::Result(platform::NewContent{content});
+    }));
 }
 
 std::string Desk::settings() const {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "hosts/phones/phone_file_system.h"
+#include "tests/kit/changed_variable.h"
 #include "tests/kit/temporary_folder.h"
 
 namespace kit {
@@ -30,7 +31,7 @@ inline hosts::PhoneFileSystem openPhone(const std::string& folder,
 /// Replaces a file, whatever it holds. Gives what did not work, or nothing.
 inline std::string replaceFile(platform::FileSystem& files, std::string_view path, std::string_view contents) {
     const auto written = files.changeFile(path, [contents = std::string(contents)](std::optional<std::string_view>) {
-        return platform::Result<std::string>(contents);
+        return platform::Result(platform::NewContent{contents});
     });
     return written ? std::string() : written.error().text();
 }
@@ -51,6 +52,8 @@ inline std::size_t temporariesIn(const std::string& folder) {
 struct Phone {
     TemporaryFolder around;
     std::string folder = around / "phone";
+    /// What is kept of the phone's files goes with it.
+    ChangedVariable state{"XDG_STATE_HOME", (around / "state").c_str()};
 
     Phone() { std::filesystem::create_directory(folder); }
 

@@ -12,6 +12,7 @@
 #include "hosts/system/file_calls.h"
 #include "platform/foundation/value.h"
 #include "platform/services/file_system.h"
+#include "tests/kit/changed_variable.h"
 #include "tests/kit/event.h"
 #include "tests/kit/temporary_folder.h"
 
@@ -62,6 +63,7 @@ private:
 
     EventLog& _log;
     TemporaryFolder _folder;
+    ChangedVariable _state{"XDG_STATE_HOME", (_folder / ".state").c_str()};
     Calls _calls;
     hosts::PhoneFileSystem _files;
     mutable std::map<std::string, std::size_t, std::less<>> _reads;

@@ -28,9 +28,13 @@ Outcome carryOn(ChildProcess& program, const std::string& input) {
 
 Trivel3ctl::Trivel3ctl() {
     std::filesystem::create_directory(temporaries());
-    _environment = {{"PATH", "/usr/bin:/bin"},           {"HOME", _folder / "home"},
-                    {"XDG_DATA_HOME", _folder / "data"}, {"XDG_RUNTIME_DIR", _folder / "run"},
-                    {"TMPDIR", temporaries()},           {"LC_ALL", "C.UTF-8"}};
+    _environment = {{"PATH", "/usr/bin:/bin"},
+                    {"HOME", _folder / "home"},
+                    {"XDG_DATA_HOME", _folder / "data"},
+                    {"XDG_RUNTIME_DIR", _folder / "run"},
+                    {"XDG_STATE_HOME", _folder / "state"},
+                    {"TMPDIR", temporaries()},
+                    {"LC_ALL", "C.UTF-8"}};
     for (const char* name : passedOn) {
         if (const char* value = std::getenv(name)) set(name, value);
     }

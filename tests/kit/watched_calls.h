@@ -39,6 +39,9 @@ public:
     int openIn(int folder, const char* name, int flags, mode_t mode) override {
         return watch(openingName(name, flags), [&] { return FileCalls::openIn(folder, name, flags, mode); });
     }
+    ssize_t read(int file, void* bytes, std::size_t room) override {
+        return watch("read", [&] { return FileCalls::read(file, bytes, room); });
+    }
     ssize_t write(int file, const void* bytes, std::size_t count) override {
         return watch("write", [&] { return FileCalls::write(file, bytes, std::min(count, _mostPerWrite)); });
     }
@@ -62,6 +65,15 @@ public:
     }
     ssize_t readLink(int folder, const char* name, char* target, std::size_t room) override {
         return watch("readLink", [&] { return FileCalls::readLink(folder, name, target, room); });
+    }
+    ssize_t listAttributes(int file, char* names, std::size_t room) override {
+        return watch("listAttributes", [&] { return FileCalls::listAttributes(file, names, room); });
+    }
+    ssize_t readAttribute(int file, const char* name, void* value, std::size_t room) override {
+        return watch("readAttribute", [&] { return FileCalls::readAttribute(file, name, value, room); });
+    }
+    int setAttribute(int file, const char* name, const void* value, std::size_t size) override {
+        return watch("setAttribute", [&] { return FileCalls::setAttribute(file, name, value, size); });
     }
     int makeFolder(int folder, const char* name, mode_t mode) override {
         return watch("makeFolder", [&] { return FileCalls::makeFolder(folder, name, mode); });

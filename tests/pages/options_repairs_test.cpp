@@ -106,7 +106,7 @@ public:
         const auto contents = change(platform::writeXmlPropertyList(_content).bytes.value());
         ++_changes;
         const platform::Dictionary before =
-            std::exchange(_content, *platform::readPropertyList(*contents).value->dictionary());
+            std::exchange(_content, *platform::readPropertyList(contents->bytes).value->dictionary());
         for (const auto& [key, value] : _content) {
             const platform::Value* old = before.find(key);
             if (!old || *old != value) keys.push_back(key);

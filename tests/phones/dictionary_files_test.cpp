@@ -10,14 +10,17 @@
 #include <thread>
 #include <vector>
 
+#include "hosts/phones/file_reading.h"
 #include "platform/foundation/property_list.h"
 #include "platform/services/file_listener.h"
+#include "tests/kit/noted_outcomes.h"
 #include "tests/kit/phone.h"
 #include "tests/kit/print.h"
 
 namespace {
 
 using namespace std::chrono_literals;
+using kit::NotedOutcomes;
 using kit::settingsPath;
 using platform::Dictionary;
 using platform::Problem;
@@ -59,29 +62,6 @@ public:
 
 private:
     platform::FileSystem& _files;
-};
-
-class NotedOutcomes final : public platform::FileListener {
-public:
-    void passedOver(const Problem&) override {}
-    void changed(std::string_view path, const Dictionary& before, const Dictionary& after) override {
-        changes.push_back({std::string(path), before, after});
-    }
-    void notRead(const Problem& problem) override { unread.push_back(problem.text()); }
-    void notChanged(const Problem& problem, bool wasTried) override {
-        problems.push_back(problem.text());
-        tried.push_back(wasTried);
-    }
-
-    struct Change {
-        std::string path;
-        Dictionary before;
-        Dictionary after;
-    };
-    std::vector<Change> changes;
-    std::vector<std::string> unread;
-    std::vector<std::string> problems;
-    std::vector<bool> tried;
 };
 
 class DictionaryFilesTest : public testing::Test {

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "hosts/phones/file_reading.h"
 #include "tests/kit/phone.h"
 #include "tests/kit/timing.h"
 #include "tests/kit/unix_socket.h"
@@ -77,7 +78,7 @@ TEST(PhoneReading, reusesTheStringsMemory) {
     EXPECT_EQ(contents.data(), memory);
 }
 
-TEST(PhoneReading, opensAndClosesOnce) {
+TEST(PhoneReading, opensOnceAsksTheDescriptorAndReadsToTheEnd) {
     const Phone phone;
     writeText(phone / "file", "text");
     kit::WatchedCalls calls;
@@ -85,7 +86,7 @@ TEST(PhoneReading, opensAndClosesOnce) {
     calls.forget();
     std::string contents;
     EXPECT_TRUE(files.readFile("/file", contents));
-    EXPECT_THAT(calls.made(), ElementsAre("openInRoot", "close"));
+    EXPECT_THAT(calls.made(), ElementsAre("openInRoot", "status", "read", "read", "close"));
 }
 
 TEST(PhoneReading, readsFilesWhoseSizeIsNotTold) {

@@ -77,7 +77,20 @@ struct LastWriter : testing::Test {
     Trivel3ctl ctl;
 };
 
-TEST_F(LastWriter, losesTheOthersChangeMadeBetweenItsReadingAndItsRenaming) {
+TEST_F(LastWriter, keepsTheOthersChangeMadeBetweenItsReadingAndTheLookBeforeItsRenaming) {
+    for (const char* call : {"openIn", "write", "changeMode", "synchronise"}) {
+        writeText(phone.settingsFile(), settingsNumber(7));
+        HeldUpWriter writer(phone, call, [this] { setQuickSwitcher(); });
+        writer.set("HotCorners", false);
+
+        EXPECT_TRUE(writer.wasHeldUp()) << call;
+        EXPECT_EQ(readText(phone.settingsFile()), settingsWithOff({"HotCorners", "QuickSwitcher"})) << call;
+        EXPECT_EQ(namesIn(phone.preferencesFolder()), std::vector<std::string>{settingsName});
+    }
+}
+
+// The other waits for its turn, and then does without: so long as this takes, nobody else is held up.
+TEST_F(LastWriter, losesTheOthersChangeMadeRightBeforeItsRenaming) {
     HeldUpWriter writer(phone, "rename", [this] { setQuickSwitcher(); });
     writer.set("HotCorners", false);
 

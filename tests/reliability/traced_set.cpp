@@ -16,8 +16,8 @@ namespace {
 
 // All that a write is made of. Calls that a kind of machine does not have are marked for the tracer.
 constexpr const char* tracedCalls =
-    "trace=openat2,openat,?newfstatat,?fstat,readlinkat,getdents64,getrandom,flock,write,fchmod,fchown,fsync,"
-    "?renameat,?renameat2,mkdirat,unlinkat,close";
+    "trace=openat2,openat,?newfstatat,statx,readlinkat,getdents64,getrandom,flock,read,write,fchmod,fchown,"
+    "flistxattr,fgetxattr,fsetxattr,fsync,?renameat,?renameat2,mkdirat,unlinkat,close";
 
 bool isOneOfTheLastOf(const std::vector<TracedCall>& calls, std::size_t at) {
     return calls[at].name == "fsync" || (at > 0 && calls[at].name == "close" && isOneOfTheLastOf(calls, at - 1));

@@ -27,7 +27,7 @@ Result<platform::Done> replaceFile(const std::string& path, std::string_view byt
     if (!machine) return machine.error();
     const auto changed = machine->changeFile(
         real.string(),
-        [bytes = std::string(bytes)](std::optional<std::string_view>) { return Result<std::string>(bytes); });
+        [bytes = std::string(bytes)](std::optional<std::string_view>) { return Result(platform::NewContent{bytes}); });
     if (!changed) return changed.error();
     return platform::Done();
 }

@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/phones/atomic_change.h"
+
+#include <fcntl.h>
+
+#include <cerrno>
+#include <chrono>
+#include <thread>
+#include <utility>
+
+#include "hosts/phones/confined_open.h"
+#include "hosts/phones/file_attributes.h"
+#include "hosts/phones/file_reading.h"
+#include "hosts/phones/kept_files.h"
+#include "hosts/phones/temporary_file.h"
+#include "hosts/system/deadline.h"
+#include "hosts/system/error_text.h"
+
+namespace hosts {
+
+namespace {
+
+using platform::FileSystem;
+using platform::Problem;
+using platform::Result;
+
+constexpr mode_t newFileMode = 0644;
+constexpr mode_t permissionBits = 0777;
+
+// A program that changes the file without pause may win some of these, but not all.
+constexpr int mostAttempts = 50;
+
+constexpr std::chrono::seconds longestTurn{2};
+// Short beside a write: whoever has just given the lock back may ask for it again at once.
+constexpr std::chrono::microseconds turnPeriod{100};
+
+// The lock goes with the folder's descriptor.
+void waitForTurn(FileCalls& calls, const Descriptor& folder) {
+    const Deadline deadline{longestTurn};
+    while (uninterrupted([&] { return calls.lock(folder.get()); }) != 0) {
+        if (errno != EWOULDBLOCK || deadline.left() == 0) return;
+        std::this_thread::sleep_for(turnPeriod);
+    }
+}
+
+// As file systems answer that replace nothing by renaming. A folder that may not be changed answers so too, but does
+// not let the old file be moved either.
+bool mayReplaceNothing(int error) {
+    return error == EEXIST || error == EPERM || error == EACCES || error == ENOTSUP;
+}
+
+}  // namespace
+
+std::optional<Problem> AtomicChange::make(std::string_view path, const platform::Change& change) {
+    _path = path;
+    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+        _problem.reset();
+        _place.reset();
+        const Step step = find(path, change) ? tryOn(path, change) : Step::failed;
+        if (step != Step::again) return _problem;
+    }
+    return Problem{_path, "cannot write", "another program keeps changing it"};
+}
+
+bool AtomicChange::check(bool succeeded, const char* step) {
+    if (!succeeded && !_problem) {
+        _problem = Problem{_path, "cannot write", std::string(step) + ": " + errorText(errno)};
+    }
+    return succeeded;
+}
+
+void AtomicChange::remark(const std::string& sentence) {
+    if (_listener) _listener->remark(sentence);
+}
+
+bool AtomicChange::find(std::string_view path, const platform::Change& change) {
+    _place = _finder.find(path);
+    if (!_place && _finder.failure().error == ENOENT) {
+        // A change that comes to nothing makes no folders.
+        if (auto wanted = change(std::nullopt); !wanted) {
+            _problem = std::move(wanted).error();
+            return false;
+        }
+        if (_finder.makeFolders(path)) _place = _finder.find(path);
+    }
+    if (_place) {
+        waitForTurn(_calls, _place->folder);
+        if (_finder.lookAgain(*_place)) return true;
+    }
+    errno = _finder.failure().error;
+    return check(false, _finder.failure().step);
+}
+
+AtomicChange::Step AtomicChange::tryOn(std::string_view path, const platform::Change& change) {
+    if (_place->holds(S_IFDIR)) {
+        errno = EISDIR;
+        check(false, "cannot replace it");
+        return Step::failed;
+    }
+    Held held;
+    if (!read(path, held)) return Step::failed;
+    auto wanted = change(held.bytes ? std::optional<std::string_view>(*held.bytes) : std::nullopt);
+    if (!wanted) {
+        _problem = std::move(wanted).error();
+        return Step::failed;
+    }
+    if (_place->old && held.bytes && *held.bytes == wanted->bytes) return Step::done;
+
+    removeAbandoned(_calls, _place->folder, _place->name, _place->old.has_value());
+    TemporaryFile temporary{_calls, _place->folder, _place->name};
+    if (!fill(temporary, held, wanted->bytes)) return Step::failed;
+    const auto isNewest = isAsRead(held);
+    if (!check(isNewest.has_value(), "cannot read it once more")) return Step::failed;
+    if (!*isNewest) return Step::again;
+    if (wanted->isAnew && !keepOld(path, held)) return Step::failed;
+    if (!check(publish(temporary), "cannot put the new file in its place")) return Step::failed;
+    if (held.isAside) removeEntry(_calls, _place->folder, asideNameOf(_place->name));
+    bool promisesDurability = !isFileSystemOfProgram(_place->folder.get());
+    const bool isDurable = synchroniseFolder(_calls, _place->folder, &promisesDurability);
+    if (!promisesDurability) {
+        remark("the phone's file system does not promise that a change outlasts a loss of power right after it");
+    }
+    return check(isDurable, "it is written, but its name may not outlast a crash") ? Step::done : Step::failed;
+}
+
+Descriptor AtomicChange::openOld(const std::string& name) {
+    return openToRead([&] { return openEntry(_calls, _place->folder, name, readingFlags() | O_NOFOLLOW); });
+}
+
+// False when the file cannot be read just now, so that nobody knows what a change of it would be.
+bool AtomicChange::read(std::string_view path, Held& held) {
+    if (_place->old && !_place->holds(S_IFREG)) return true;
+    held.file = openOld(_place->old ? _place->name : asideNameOf(_place->name));
+    if (!held.file.isOpen() && errno == ENOENT) return true;
+    held.isAside = !_place->old;
+    std::string bytes;
+    Problem problem = readingProblem(path, errno);
+    if (held.file.isOpen()) {
+        const auto stamp = readOpened(_calls, held.file, path, bytes, FileSystem::usualReadLimit);
+        if (stamp) {
+            held.bytes = std::move(bytes);
+            return true;
+        }
+        problem = stamp.error();
+    }
+    held.isUnreadable = !problem.isPassing && !held.isAside;
+    if (problem.isPassing) _problem = std::move(problem);
+    return !_problem;
+}
+
+bool AtomicChange::fill(TemporaryFile& temporary, const Held& held, std::string_view contents) {
+    const bool keeps = _place->holds(S_IFREG);
+    const mode_t mode = keeps ? _place->old->st_mode & permissionBits : newFileMode;
+    if (!check(temporary.create(mode), "cannot make a temporary file beside it")) return false;
+    if (!check(temporary.fill(contents), "cannot write the temporary file beside it")) return false;
+    if (!temporary.countsNames()) remark("the phone's file system does not count the names of a file");
+    // The owner first: giving a file away may take permissions from it. Access lists last: permissions are a part of
+    // them.
+    if (keeps) {
+        const Given owner = temporary.setOwner(_place->old->st_uid, _place->old->st_gid);
+        if (!check(owner != Given::failed, "cannot give the temporary file beside it its owner")) return false;
+        if (owner == Given::refused)
+            remark("the phone's files keep no other owner than you: " + _path + " is yours now");
+    }
+    const bool permitted = temporary.setMode(mode) != Given::failed;
+    if (!check(permitted, "cannot give the temporary file beside it its permissions")) return false;
+    const bool attributed = !keeps || !held.file.isOpen() || temporary.copyAttributes(held.file);
+    return check(attributed, "cannot give the temporary file beside it its attributes") &&
+           check(temporary.synchronise(), "cannot make the temporary file beside it durable");
+}
+
+std::optional<bool> AtomicChange::isAsRead(const Held& held) {
+    const auto before = _place->old;
+    if (!_finder.lookAgain(*_place)) return std::nullopt;
+    if (_place->old.has_value() != before.has_value()) return false;
+    if (!held.file.isOpen() || !before) {
+        return !before || (before->st_dev == _place->old->st_dev && before->st_ino == _place->old->st_ino &&
+                           before->st_size == _place->old->st_size);
+    }
+    if (!held.bytes) return true;
+    const Descriptor now = openOld(_place->name);
+    if (!now.isOpen()) return errno == ENOENT || errno == ELOOP ? std::optional(false) : std::nullopt;
+    return holdsJust(_calls, now, *held.bytes);
+}
+
+// What was not understood is worth something to somebody all the same.
+bool AtomicChange::keepOld(std::string_view path, const Held& held) {
+    if (!held.bytes && !held.isUnreadable) return true;
+    if (held.bytes) {
+        const auto kept = keepFile(machinePath(_root), path, *held.bytes);
+        if (kept) {
+            remark(_path + " was not understood and is written anew; what it held is kept in " + *kept);
+            return true;
+        }
+    }
+    return moveOldAway(path);
+}
+
+bool AtomicChange::moveOldAway(std::string_view path) {
+    const std::string aside = freeNameBeside(_calls, *_place);
+    const bool moved =
+        !aside.empty() &&
+        uninterrupted([&] { return _calls.rename(_place->folder.get(), _place->name.c_str(), aside.c_str()); }) == 0;
+    if (!check(moved, "cannot move what it is aside")) return false;
+    _place->old.reset();
+    remark(_path + " was not understood and is written anew; what it was is now " +
+           std::string(path.substr(0, path.rfind('/') + 1)) + aside);
+    return true;
+}
+
+bool AtomicChange::publish(TemporaryFile& temporary) {
+    return temporary.publish() || (_place->old && mayReplaceNothing(errno) && publishInSteps(temporary));
+}
+
+bool AtomicChange::publishInSteps(TemporaryFile& temporary) {
+    const int folder = _place->folder.get();
+    const std::string aside = asideNameOf(_place->name);
+    const int refusal = errno;
+    if (uninterrupted([&] { return _calls.rename(folder, _place->name.c_str(), aside.c_str()); }) != 0) {
+        errno = refusal;
+        return false;
+    }
+    if (!temporary.publish()) {
+        const int error = errno;
+        uninterrupted([&] { return _calls.rename(folder, aside.c_str(), _place->name.c_str()); });
+        errno = error;
+        return false;
+    }
+    remark(
+        "the phone's file system replaces no file in one step: for a moment of each change other programs find none");
+    // The old file goes only once the new one's name is durable.
+    if (!synchroniseFolder(_calls, _place->folder)) return false;
+    removeEntry(_calls, _place->folder, aside);
+    return true;
+}
+
+}  // namespace hosts
