@@ -17,7 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::ElementsAre;
-using testing::UnorderedElementsAre;
 
 constexpr const char* exceptionsName = "com.fenwary.trivel3.exceptions.plist";
 
@@ -109,13 +108,13 @@ TEST_P(LifeOfSettings, filesOfAnyLengthAreReadAndWritten) {
     auto files = openPhone(mount->folder());
     for (const std::size_t size : {0U, 1U, 4096U, 3'000'000U}) {
         const std::string content(size, 'x');
-        EXPECT_EQ(kit::replaceFile(files, "/file", content), "");
+        EXPECT_EQ(kit::replaceFile(files, "/folder/file", content), "");
         std::string found;
-        EXPECT_TRUE(files.readFile("/file", found));
+        EXPECT_TRUE(files.readFile("/folder/file", found));
         EXPECT_TRUE(found == content);
-        EXPECT_TRUE(readText(behind() / "file") == content);
+        EXPECT_TRUE(readText(behind() / "folder/file") == content);
     }
-    EXPECT_THAT(namesIn(behind().folder), ElementsAre("file"));
+    EXPECT_THAT(namesIn(behind() / "folder"), ElementsAre("file"));
 }
 
 // One content is longer than the other, so that a mixture would show.

@@ -69,7 +69,8 @@ TEST_F(Replacing, withoutRenamingOverLeavesTheOldOrTheNewFileToReadersWhereverIt
     EXPECT_EQ(status, 0);
 }
 
-// What stands in the file's place after the first renaming is nothing that another program can lose.
+// The renamings are: over the old file, which is refused; of the old file aside; of the new one into its place; and
+// back.
 TEST_F(Replacing, withoutRenamingOverPutsTheOldFileBackWhenTheNewOneCannotTakeItsPlace) {
     mountLesser({"no-rename-over=EPERM"});
     int renamings = 0;
