@@ -28,7 +28,7 @@ constexpr mode_t newFileMode = 0644;
 constexpr mode_t permissionBits = 0777;
 
 // A program that changes the file without pause may win some of these, but not all.
-constexpr int mostAttempts = 50;
+constexpr int mostTries = 50;
 
 constexpr std::chrono::seconds longestTurn{2};
 // Short beside a write: whoever has just given the lock back may ask for it again at once.
@@ -53,7 +53,7 @@ bool mayReplaceNothing(int error) {
 
 std::optional<Problem> AtomicChange::make(std::string_view path, const platform::Change& change) {
     _path = path;
-    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    for (int tries = 0; tries < mostTries; ++tries) {
         _problem.reset();
         _place.reset();
         const Step step = find(path, change) ? tryOn(path, change) : Step::failed;
@@ -136,6 +136,8 @@ bool AtomicChange::read(std::string_view path, Held& held) {
     std::string bytes;
     Problem problem = readingProblem(path, errno);
     if (held.file.isOpen()) {
+        struct stat status {};
+        if (uninterrupted([&] { return _calls.status(held.file.get(), status); }) == 0) held.status = status;
         const auto stamp = readOpened(_calls, held.file, path, bytes, FileSystem::usualReadLimit);
         if (stamp) {
             held.bytes = std::move(bytes);
@@ -148,24 +150,27 @@ bool AtomicChange::read(std::string_view path, Held& held) {
     return !_problem;
 }
 
-bool AtomicChange::fill(TemporaryFile& temporary, const Held& held, std::string_view contents) {
-    const bool keeps = _place->holds(S_IFREG);
-    const mode_t mode = keeps ? _place->old->st_mode & permissionBits : newFileMode;
+bool AtomicChange::fill(TemporaryFile& temporary, Held& held, std::string_view contents) {
+    const auto keeps = held.status ? held.status : _place->holds(S_IFREG) ? _place->old : std::nullopt;
+    const mode_t mode = keeps ? keeps->st_mode & permissionBits : newFileMode;
     if (!check(temporary.create(mode), "cannot make a temporary file beside it")) return false;
     if (!check(temporary.fill(contents), "cannot write the temporary file beside it")) return false;
     if (!temporary.countsNames()) remark("the phone's file system does not count the names of a file");
     // The owner first: giving a file away may take permissions from it. Access lists last: permissions are a part of
     // them.
     if (keeps) {
-        const Given owner = temporary.setOwner(_place->old->st_uid, _place->old->st_gid);
+        const Given owner = temporary.setOwner(keeps->st_uid, keeps->st_gid);
         if (!check(owner != Given::failed, "cannot give the temporary file beside it its owner")) return false;
-        if (owner == Given::refused)
+        if (owner == Given::refused) {
             remark("the phone's files keep no other owner than you: " + _path + " is yours now");
+        }
     }
     const bool permitted = temporary.setMode(mode) != Given::failed;
     if (!check(permitted, "cannot give the temporary file beside it its permissions")) return false;
-    const bool attributed = !keeps || !held.file.isOpen() || temporary.copyAttributes(held.file);
-    return check(attributed, "cannot give the temporary file beside it its attributes") &&
+    // A file system that is a program may keep a file that is open under another name when it is replaced.
+    const Descriptor old = std::move(held.file);
+    return check(!old.isOpen() || temporary.copyAttributes(old),
+                 "cannot give the temporary file beside it its attributes") &&
            check(temporary.synchronise(), "cannot make the temporary file beside it durable");
 }
 
@@ -173,11 +178,8 @@ std::optional<bool> AtomicChange::isAsRead(const Held& held) {
     const auto before = _place->old;
     if (!_finder.lookAgain(*_place)) return std::nullopt;
     if (_place->old.has_value() != before.has_value()) return false;
-    if (!held.file.isOpen() || !before) {
-        return !before || (before->st_dev == _place->old->st_dev && before->st_ino == _place->old->st_ino &&
-                           before->st_size == _place->old->st_size);
-    }
-    if (!held.bytes) return true;
+    if (!before) return true;
+    if (!held.bytes) return before->st_dev == _place->old->st_dev && before->st_ino == _place->old->st_ino;
     const Descriptor now = openOld(_place->name);
     if (!now.isOpen()) return errno == ENOENT || errno == ELOOP ? std::optional(false) : std::nullopt;
     return holdsJust(_calls, now, *held.bytes);

@@ -39,7 +39,8 @@ public:
 private:
     // The old file, as far as it could be read.
     struct Held {
-        Descriptor file;  ///< open for reading; nothing when there is none
+        Descriptor file;                    ///< open for reading; nothing when there is none
+        std::optional<struct stat> status;  ///< as the open file tells it
         std::optional<std::string> bytes;
         bool isAside = false;       ///< it goes by the name that a file aside has
         bool isUnreadable = false;  ///< there is a regular file, but it cannot be read, now or later
@@ -50,7 +51,7 @@ private:
     Step tryOn(std::string_view path, const platform::Change& change);
     bool read(std::string_view path, Held& held);
     Descriptor openOld(const std::string& name);
-    bool fill(TemporaryFile& temporary, const Held& held, std::string_view contents);
+    bool fill(TemporaryFile& temporary, Held& held, std::string_view contents);
     // Whether the old file is still what was read; nothing when that cannot be told.
     std::optional<bool> isAsRead(const Held& held);
     bool keepOld(std::string_view path, const Held& held);

@@ -57,7 +57,8 @@ void PhoneFileSystem::tell(PhoneListener* listener, bool tellsPassedOver) {
     _tellsPassedOver = listener != nullptr && tellsPassedOver;
     const auto open = [&] { return _calls->openInRoot(_root.get(), "/", O_PATH | O_DIRECTORY | O_CLOEXEC); };
     if (listener && !Descriptor{uninterrupted(open), *_calls}.isOpen() && errno != EAGAIN) {
-        listener->remark("this system does not keep look-ups inside the phone (openat2), so each path is walked by hand");
+        listener->remark(
+            "this system does not keep look-ups inside the phone (openat2), so each path is walked by hand");
     }
 }
 

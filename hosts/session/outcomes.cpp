@@ -13,6 +13,8 @@ namespace {
 
 // More than anybody reads on a terminal.
 constexpr std::size_t mostHeld = 1000;
+// Of a program that nobody looks at meanwhile.
+constexpr std::size_t mostRemarks = 20;
 
 void say(const std::string& line) {
     std::fwrite(line.data(), 1, line.size(), stderr);
@@ -60,6 +62,7 @@ std::optional<Outcomes::Notice> Outcomes::takeNotice() {
 void Outcomes::remark(const std::string& sentence) {
     std::string line = _program + ": " + printable(sentence) + "\n";
     if (!isNew(line)) return;
+    if (_remarks.size() == mostRemarks) _remarks.erase(_remarks.begin());
     _remarks.push_back(sentence);
     sayOrHold(std::move(line));
 }

@@ -40,7 +40,7 @@ public:
     /// could not be read; nothing where all went well.
     std::optional<platform::Problem> takeProblem();
 
-    /// The remarks that have been made since this was last asked, each the first time it was made.
+    /// The last remarks that have been made since this was last asked, each the first time it was made.
     std::vector<std::string> takeRemarks() { return std::exchange(_remarks, {}); }
 
     /// What a screen shows for a while at the end of a turn. It may hold any bytes.

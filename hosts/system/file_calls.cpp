@@ -13,6 +13,26 @@
 
 namespace hosts {
 
+namespace {
+
+int statusNow(int folder, const char* name, int flags, struct stat& status) {
+    struct statx now;
+    if (::statx(folder, name, flags | AT_STATX_FORCE_SYNC, STATX_BASIC_STATS, &now) != 0) return -1;
+    status = {};
+    status.st_dev = ::makedev(now.stx_dev_major, now.stx_dev_minor);
+    status.st_ino = now.stx_ino;
+    status.st_mode = now.stx_mode;
+    status.st_nlink = now.stx_nlink;
+    status.st_uid = now.stx_uid;
+    status.st_gid = now.stx_gid;
+    status.st_size = static_cast<off_t>(now.stx_size);
+    status.st_mtim = {now.stx_mtime.tv_sec, now.stx_mtime.tv_nsec};
+    status.st_ctim = {now.stx_ctime.tv_sec, now.stx_ctime.tv_nsec};
+    return 0;
+}
+
+}  // namespace
+
 FileCalls& FileCalls::system() {
     static FileCalls calls;
     return calls;
@@ -54,23 +74,11 @@ int FileCalls::lock(int file) {
 }
 
 int FileCalls::status(int file, struct stat& status) {
-    struct statx now;
-    if (::statx(file, "", AT_EMPTY_PATH | AT_STATX_FORCE_SYNC, STATX_BASIC_STATS, &now) != 0) return -1;
-    status = {};
-    status.st_dev = ::makedev(now.stx_dev_major, now.stx_dev_minor);
-    status.st_ino = now.stx_ino;
-    status.st_mode = now.stx_mode;
-    status.st_nlink = now.stx_nlink;
-    status.st_uid = now.stx_uid;
-    status.st_gid = now.stx_gid;
-    status.st_size = static_cast<off_t>(now.stx_size);
-    status.st_mtim = {now.stx_mtime.tv_sec, now.stx_mtime.tv_nsec};
-    status.st_ctim = {now.stx_ctime.tv_sec, now.stx_ctime.tv_nsec};
-    return 0;
+    return statusNow(file, "", AT_EMPTY_PATH, status);
 }
 
 int FileCalls::statusIn(int folder, const char* name, struct stat& status) {
-    return ::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW);
+    return statusNow(folder, name, AT_SYMLINK_NOFOLLOW, status);
 }
 
 ssize_t FileCalls::readLink(int folder, const char* name, char* target, std::size_t room) {

@@ -31,7 +31,7 @@ public:
     /// What the file is now, not what a file system that is elsewhere remembers of it. Device, inode, kind and
     /// permissions, names, owner, group, size and times are set.
     virtual int status(int file, struct stat& status);
-    /// Of the entry itself, not of what a link leads to.
+    /// Likewise, of the entry itself, not of what a link leads to.
     virtual int statusIn(int folder, const char* name, struct stat& status);
     virtual ssize_t readLink(int folder, const char* name, char* target, std::size_t room);
     virtual ssize_t listAttributes(int file, char* names, std::size_t room);

@@ -146,10 +146,10 @@ TEST(PhoneWriteFaults, ofMissingDescriptorsLeaveTheOldFile) {
             const rlimit limit{next + spare, next + spare};
             if (::setrlimit(RLIMIT_NOFILE, &limit) != 0) return 2;
             const bool written = kit::replaceFile(files, "/file", "new").empty();
-            return written == (spare >= 4) ? 0 : 1;
+            return written == (spare >= 3) ? 0 : 1;
         });
         EXPECT_EQ(status, 0) << spare;
-        EXPECT_EQ(readText(phone / "file"), spare >= 4 ? "new" : "old");
+        EXPECT_EQ(readText(phone / "file"), spare >= 3 ? "new" : "old");
         EXPECT_THAT(kit::namesIn(phone.folder), ElementsAre("file"));
     }
 }
