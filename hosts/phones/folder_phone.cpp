@@ -63,6 +63,9 @@ platform::Result<std::unique_ptr<Phone>> FolderPhone::open(const std::string& fo
                                                            const std::optional<MountMemory>& mounts) {
     auto files = PhoneFileSystem::open(folder);
     if (!files) return std::move(files).error();
+    // A mount that has died can still be opened.
+    if (const auto why = whyGone(files->root()))
+        return platform::Problem{folder, "cannot open the phone", "it " + *why};
     PhoneIdentity identity = identityOf(folder);
     if (mounts) {
         const auto met = mounts->meet(files->root(), identity.place);

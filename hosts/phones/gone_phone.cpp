@@ -17,6 +17,7 @@
 #include <limits>
 #include <system_error>
 
+#include "hosts/phones/phone_file_system.h"
 #include "hosts/system/error_text.h"
 
 namespace hosts {
@@ -85,9 +86,11 @@ std::optional<std::uint64_t> listedMountOf(int root) {
 }  // namespace
 
 std::optional<std::string> whyGone(int root) {
-    struct stat status {};
-    if (uninterrupted([&] { return ::fstat(root, &status); }) != 0) return gone(errno);
-    if (status.st_nlink == 0 || isNamedDeleted(root)) return whyUnlisted(root);
+    struct statx status {};
+    // What a mount remembers, it answers for a while after its other end is lost.
+    constexpr int flags = AT_EMPTY_PATH | AT_STATX_FORCE_SYNC;
+    if (uninterrupted([&] { return ::statx(root, "", flags, STATX_NLINK, &status); }) != 0) return gone(errno);
+    if (status.stx_nlink == 0 || isNamedDeleted(root)) return whyUnlisted(root);
     return std::nullopt;
 }
 
@@ -104,7 +107,7 @@ GoneWatch::GoneWatch(int root, int waiting)
       _mountsAsked(::open(mountTable, O_RDONLY | O_CLOEXEC)),
       _mount(listedMountOf(root)) {
     waitFor(waiting, _mountsWait, EPOLLPRI);
-    _isTold = waitFor(waiting, _told, EPOLLIN) && watchFolders();
+    _isTold = isFileSystemOfKernel(root) && waitFor(waiting, _told, EPOLLIN) && watchFolders();
 }
 
 // Of a folder that somebody has open, only the folder that it is in tells that it has been removed from there. After a

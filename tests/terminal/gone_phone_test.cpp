@@ -66,6 +66,7 @@ TEST_F(GonePhone, isNotDrivenAsAnEmptyOne) {
 // A folder that was made in the old one's place is another one.
 TEST_F(GonePhone, isNotTheFolderThatHasTakenItsPlace) {
     Drive drive(ctl);
+    drive.show();
     fs::remove_all(phone.folder);
     fs::create_directory(phone.folder);
     EXPECT_THAT(eventsOf(drive.moveSwitch("Hot Corners", true), "write"), testing::ElementsAre(written(false)));
