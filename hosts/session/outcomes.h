@@ -3,8 +3,8 @@
 
 #include <cstddef>
 #include <optional>
+#include <set>
 #include <string>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -50,15 +50,15 @@ public:
     void remark(const std::string& sentence) override;
 
 private:
-    bool isNew(const std::string& line);
+    bool noteNew(const std::string& line);
     void sayOrHold(std::string line);
 
     std::string _program;
     bool _tellsPassedOver;
     std::optional<platform::Problem> _problem;
     std::vector<std::string> _remarks;
-    /// Of the lines that have been said; a phone may be the reason for very many.
-    std::unordered_set<std::size_t> _hashes;
+    std::set<std::string> _said;
+    std::size_t _saidBytes = 0;
     bool _areHeld = false;
     std::vector<std::string> _held;
     std::size_t _leftOut = 0;
