@@ -19,6 +19,8 @@ int runDrive(OpenedPhone& context, const DriveOptions& options) {
     // Nothing is carried out whose answer nobody can read.
     while (std::cout && std::getline(std::cin, line))
         std::cout << jsonLine(session.answer(line)) << std::endl;
+    // The streams keep exceptions to themselves.
+    if (std::cin.bad()) return fail(failed, "standard input cannot be read, or a line of it takes too much memory");
     return done;
 }
 
