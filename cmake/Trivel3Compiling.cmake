@@ -24,8 +24,8 @@ target_compile_options(trivel3_compile_options INTERFACE
     $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 
 # Binding libstdc++.so costs a short command more time than all that it does itself. So each of our
-# modules carries the few parts of the run-time that it uses, hidden from the others; no exception
-# crosses from one module into another.
+# modules carries the few parts of the run-time that it uses, hidden from the others. What unwinds the stack
+# they share: an exception, as when memory has run out, may have to pass through several modules.
 if(TRIVEL3_SANITIZE)
     set(TRIVEL3_STATIC_RUNTIME OFF)
 else()
@@ -33,7 +33,7 @@ else()
 endif()
 if(TRIVEL3_STATIC_RUNTIME)
     target_link_options(trivel3_compile_options INTERFACE
-        -static-libstdc++ -static-libgcc LINKER:--exclude-libs,libstdc++.a:libgcc.a:libgcc_eh.a)
+        -static-libstdc++ LINKER:--exclude-libs,libstdc++.a:libgcc.a)
 endif()
 
 if(TRIVEL3_SANITIZE)

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <unordered_map>
+#include <map>
 #include <utility>
 
 #include "hosts/app_list/strings_file.h"
@@ -20,10 +20,10 @@ constexpr std::string_view userApplications[] = {
     "/var/mobile/Applications",
 };
 
-// Enough for a hundred thousand applications: a folder of each is listed and two files of it are
-// read; a folder holds little more than the application itself.
+// Enough for a hundred thousand applications: a folder of each is listed and two files of it are looked at,
+// and then read; a folder holds little more than the application itself.
 constexpr FileRation ration = {
-    .calls = 400'000,
+    .calls = 500'000,
     .names = 1'000'000,
     .bytes = std::size_t{512} << 20,
 };
@@ -47,9 +47,18 @@ std::string_view textForKey(const platform::Dictionary& dictionary, std::string_
     return value && value->string() ? std::string_view(*value->string()) : std::string_view();
 }
 
-platform::Dictionary readEnglishNames(RationedFiles& files, const std::string& folder) {
+std::string infoFile(const std::string& folder) {
+    return folder + "/Info.plist";
+}
+std::string englishNamesFile(const std::string& folder) {
+    return folder + "/en.lproj/InfoPlist.strings";
+}
+
+platform::Dictionary readEnglishNames(RationedFiles& files, const std::string& folder,
+                                      std::optional<platform::Stamp>& stamp) {
     std::string& bytes = files.room();
-    if (!files.readFile(folder + "/en.lproj/InfoPlist.strings", bytes, longestInfo)) return {};
+    stamp = files.readFile(englishNamesFile(folder), bytes, longestInfo);
+    if (!stamp) return {};
     return readStringsFile(bytes).value_or(platform::Dictionary());
 }
 
@@ -99,13 +108,20 @@ std::string displayName(const platform::Dictionary& info, const platform::Dictio
     return oneLineName(textOfFileName(folder));
 }
 
+// Whether reading the file now would give what was read when it had that stamp. A file that could not be read, and is
+// not there now, still gives nothing.
+bool isUnchanged(RationedFiles& files, const std::string& path, const std::optional<platform::Stamp>& read) {
+    if (read && !read->isSettled) return false;
+    const auto now = files.look(path);
+    return read ? now && now->isSameAs(*read) : !now;
+}
+
 class ApplicationFinder {
 public:
     ApplicationFinder(const platform::FileSystem& files, InstalledApplications known, platform::FileListener* skips)
         : _files(files, ration), _known(std::move(known)), _skips(skips) {
         _found.reserve(_known.size());
-        _knownByFolder.reserve(_known.size());
-        for (InstalledApplication& application : _known) {
+        for (const InstalledApplication& application : _known) {
             _knownByFolder.emplace(application.folder, &application);
         }
     }
@@ -137,9 +153,15 @@ public:
 private:
     bool isSpent() const { return !_files.firstRefused().empty(); }
 
+    bool isAsRead(const InstalledApplication& application) {
+        return isUnchanged(_files, infoFile(application.folder), application.sources.info) &&
+               isUnchanged(_files, englishNamesFile(application.folder), application.sources.englishNames);
+    }
+
     void addApplication(const std::string& folder, bool isSystem) {
-        if (const auto known = _knownByFolder.extract(folder)) {
-            _found.push_back(std::move(*known.mapped()));
+        const auto known = _knownByFolder.find(folder);
+        if (known != _knownByFolder.end() && isAsRead(*known->second)) {
+            _found.push_back(*known->second);
             return;
         }
         auto application = readApplication(_files, folder);
@@ -153,7 +175,7 @@ private:
 
     RationedFiles _files;
     InstalledApplications _known;
-    std::unordered_map<std::string_view, InstalledApplication*> _knownByFolder;
+    std::map<std::string_view, const InstalledApplication*> _knownByFolder;
     InstalledApplications _found;
     platform::FileListener* _skips;
 };
@@ -161,22 +183,26 @@ private:
 }  // namespace
 
 std::optional<platform::Dictionary> readInfo(RationedFiles& files, const std::string& folder,
-                                             std::span<const std::string_view> keys) {
+                                             std::span<const std::string_view> keys,
+                                             std::optional<platform::Stamp>* stamp) {
     std::string& bytes = files.room();
-    if (!files.readFile(folder + "/Info.plist", bytes, longestInfo)) return {};
+    const auto read = files.readFile(infoFile(folder), bytes, longestInfo);
+    if (!read) return {};
+    if (stamp) *stamp = read;
     return platform::readRootKeys(bytes, keys);
 }
 
 platform::Result<InstalledApplication> readApplication(RationedFiles& files, const std::string& folder) {
     constexpr std::string_view keys[] = {"CFBundleIdentifier", "CFBundleDisplayName", "CFBundleName"};
-    const std::optional<platform::Dictionary> info = readInfo(files, folder, keys);
+    ApplicationSources sources;
+    const std::optional<platform::Dictionary> info = readInfo(files, folder, keys, &sources.info);
     if (!info) return platform::Problem{folder, {}, "it has no Info.plist that can be read"};
     const std::string_view identifier = textForKey(*info, "CFBundleIdentifier");
     if (!isUsableIdentifier(identifier)) {
         return platform::Problem{folder, {}, "its Info.plist has no usable CFBundleIdentifier"};
     }
-    const platform::Dictionary english = readEnglishNames(files, folder);
-    return InstalledApplication{std::string(identifier), displayName(*info, english, folder), folder};
+    const platform::Dictionary english = readEnglishNames(files, folder, sources.englishNames);
+    return InstalledApplication{std::string(identifier), displayName(*info, english, folder), folder, false, sources};
 }
 
 const InstalledApplication* findApplication(const InstalledApplications& applications, std::string_view identifier) {

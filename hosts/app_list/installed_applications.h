@@ -12,8 +12,16 @@
 #include "platform/foundation/result.h"
 #include "platform/foundation/value.h"
 #include "platform/services/file_listener.h"
+#include "platform/services/file_system.h"
 
 namespace hosts {
+
+/// The files that an application's identifier and name were read from, as they then were. A file without a stamp could
+/// not be read.
+struct ApplicationSources {
+    std::optional<platform::Stamp> info;
+    std::optional<platform::Stamp> englishNames;
+};
 
 /// What is known of one application.
 struct InstalledApplication {
@@ -21,6 +29,7 @@ struct InstalledApplication {
     std::string displayName;  ///< one line of at most `longestName` bytes
     std::string folder;       ///< the phone's path of its ".app" folder
     bool isSystem = false;
+    ApplicationSources sources;
 };
 
 /// In bytes: longer than any name that fits a screen, and short enough to be laid out many times.
@@ -37,9 +46,9 @@ const InstalledApplication* findApplication(const InstalledApplications& applica
 /// with one identifier, the first that is found counts: the system's before the user's, then in the
 /// order of their paths.
 ///
-/// An application of `known`, what was found before, is taken over as it is when its folder is still
-/// there: a phone gives a changed application a new one. `skips`, which may be null, is told of what
-/// is there and is not among them.
+/// An application of `known`, what was found before, is taken over as it is when the files that it was read from are
+/// known to be the same; any other is read anew. `skips`, which may be null, is told of what is there and is not among
+/// them.
 InstalledApplications findInstalledApplications(const platform::FileSystem& files, InstalledApplications known = {},
                                                 platform::FileListener* skips = nullptr);
 
@@ -48,8 +57,10 @@ InstalledApplications findInstalledApplications(const platform::FileSystem& file
 /// as if it were not there.
 platform::Result<InstalledApplication> readApplication(RationedFiles& files, const std::string& folder);
 
-/// These keys of the Info.plist of the application in `folder`; nothing when it cannot be read.
+/// These keys of the Info.plist of the application in `folder`; nothing when it cannot be read. `stamp`, unless it is
+/// null, is set to the file's.
 std::optional<platform::Dictionary> readInfo(RationedFiles& files, const std::string& folder,
-                                             std::span<const std::string_view> keys);
+                                             std::span<const std::string_view> keys,
+                                             std::optional<platform::Stamp>* stamp = nullptr);
 
 }  // namespace hosts

@@ -5,23 +5,36 @@
 
 namespace hosts {
 
-bool RationedFiles::refuse(std::string_view path) {
+void RationedFiles::refuse(std::string_view path) {
     if (_firstRefused.empty()) _firstRefused = path;
-    return false;
 }
 
 bool RationedFiles::takeCall(std::string_view path) {
-    if (_left.calls == 0) return refuse(path);
+    if (_left.calls == 0) {
+        refuse(path);
+        return false;
+    }
     --_left.calls;
     return true;
 }
 
-bool RationedFiles::readFile(std::string_view path, std::string& contents, std::size_t limit) {
+std::optional<platform::Stamp> RationedFiles::look(std::string_view path) {
+    if (!takeCall(path)) return std::nullopt;
+    const auto stamp = _files.look(path);
+    return stamp ? std::optional(*stamp) : std::nullopt;
+}
+
+std::optional<platform::Stamp> RationedFiles::readFile(std::string_view path, std::string& contents,
+                                                       std::size_t limit) {
     contents.clear();
-    if (!takeCall(path)) return false;
-    if (!_files.readFile(path, contents, std::min(limit, _left.bytes))) return _left.bytes < limit && refuse(path);
+    if (!takeCall(path)) return std::nullopt;
+    const auto stamp = _files.readFile(path, contents, std::min(limit, _left.bytes));
+    if (!stamp) {
+        if (_left.bytes < limit) refuse(path);
+        return std::nullopt;
+    }
     _left.bytes -= contents.size();
-    return true;
+    return *stamp;
 }
 
 std::vector<std::string> RationedFiles::listFolder(std::string_view path) {

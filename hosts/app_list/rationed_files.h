@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,8 +24,11 @@ class RationedFiles {
 public:
     RationedFiles(const platform::FileSystem& files, const FileRation& ration) : _files(files), _left(ration) {}
 
+    /// As `FileSystem::look`.
+    std::optional<platform::Stamp> look(std::string_view path);
+
     /// As `FileSystem::readFile`.
-    bool readFile(std::string_view path, std::string& contents, std::size_t limit);
+    std::optional<platform::Stamp> readFile(std::string_view path, std::string& contents, std::size_t limit);
 
     /// As `FileSystem::listFolder`. The folder that exceeds the ration reads as empty.
     std::vector<std::string> listFolder(std::string_view path);
@@ -40,7 +44,7 @@ public:
 
 private:
     bool takeCall(std::string_view path);
-    bool refuse(std::string_view path);
+    void refuse(std::string_view path);
 
     const platform::FileSystem& _files;
     FileRation _left;

@@ -124,6 +124,10 @@ bool hasNul(const std::string& text) {
 
 }  // namespace
 
+XdgPrograms::XdgPrograms() {
+    std::signal(SIGCHLD, SIG_DFL);
+}
+
 platform::Result<platform::Done> XdgPrograms::run(const std::vector<std::string>& arguments) {
     reap();
     const std::string& program = arguments.front();

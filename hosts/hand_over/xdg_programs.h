@@ -14,9 +14,11 @@ namespace hosts {
 /// Runs the programs by which files and addresses are handed to whatever the user's desktop has for
 /// them (xdg-open, xdg-email). They are found on the PATH, started without a shell, and are given
 /// neither this program's input and output nor its open files.
+///
+/// Makes sure that programs can be waited for, although whoever started this one may pay no heed to its own (SIGCHLD).
 class XdgPrograms {
 public:
-    XdgPrograms() = default;
+    XdgPrograms();
     XdgPrograms(const XdgPrograms&) = delete;
     XdgPrograms& operator=(const XdgPrograms&) = delete;
     ~XdgPrograms() { reap(); }

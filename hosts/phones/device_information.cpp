@@ -9,6 +9,7 @@
 
 #include "hosts/phones/fault_place.h"
 #include "hosts/system/error_text.h"
+#include "hosts/system/named_file.h"
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/system_file.h"
 
@@ -34,6 +35,7 @@ Result<platform::Dictionary> readList(const std::string& path, std::string_view 
 }
 
 Result<std::string> readUserFile(const std::string& path) {
+    if (const auto thing = namedInPlaceOfFile(path)) return Problem{path, {}, "it is " + *thing + ", not a file"};
     errno = 0;
     auto bytes = platform::readSystemFile(path, DeviceInformation::fileLimit + 1);
     if (!bytes) return Problem{path, "cannot read", errno == 0 ? "" : errorText(errno)};

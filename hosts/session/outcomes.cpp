@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <functional>
 
 #include "hosts/session/printable.h"
 
@@ -16,6 +15,9 @@ constexpr std::size_t mostHeld = 1000;
 // Of a program that nobody looks at meanwhile.
 constexpr std::size_t mostRemarks = 20;
 
+// A phone may be the reason for very many lines. Those beyond this may be said again.
+constexpr std::size_t mostRemembered = std::size_t{32} << 20;
+
 void say(const std::string& line) {
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
@@ -25,7 +27,7 @@ void say(const std::string& line) {
 void Outcomes::passedOver(const platform::Problem& problem) {
     if (!_tellsPassedOver) return;
     std::string line = _program + ": skipped " + printable(problem.path) + ": " + printable(problem.reason) + "\n";
-    if (isNew(line)) sayOrHold(std::move(line));
+    if (noteNew(line)) sayOrHold(std::move(line));
 }
 
 void Outcomes::notRead(const platform::Problem& problem) {
@@ -61,14 +63,20 @@ std::optional<Outcomes::Notice> Outcomes::takeNotice() {
 
 void Outcomes::remark(const std::string& sentence) {
     std::string line = _program + ": " + printable(sentence) + "\n";
-    if (!isNew(line)) return;
+    if (!noteNew(line)) return;
     if (_remarks.size() == mostRemarks) _remarks.erase(_remarks.begin());
     _remarks.push_back(sentence);
     sayOrHold(std::move(line));
 }
 
-bool Outcomes::isNew(const std::string& line) {
-    return _hashes.insert(std::hash<std::string>()(line)).second;
+// By the lines themselves: who knows how a line's hash is made could have another one passed over in silence.
+bool Outcomes::noteNew(const std::string& line) {
+    if (_said.contains(line)) return false;
+    if (_saidBytes + line.size() <= mostRemembered) {
+        _said.insert(line);
+        _saidBytes += line.size();
+    }
+    return true;
 }
 
 void Outcomes::sayOrHold(std::string line) {

@@ -3,8 +3,8 @@
 
 #include <cstddef>
 #include <optional>
+#include <set>
 #include <string>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -63,7 +63,7 @@ public:
 
 private:
     std::string takeProblemText(Notice& notice);
-    bool isNew(const std::string& line);
+    bool noteNew(const std::string& line);
     void sayOrHold(std::string line);
 
     std::string _program;
@@ -73,8 +73,8 @@ private:
     /// The file of the last notice; empty when the turn after it went well.
     std::string _lastFile;
     std::vector<std::string> _remarks;
-    /// Of the lines that have been said; a phone may be the reason for very many.
-    std::unordered_set<std::size_t> _hashes;
+    std::set<std::string> _said;
+    std::size_t _saidBytes = 0;
     bool _areHeld = false;
     std::vector<std::string> _held;
     std::size_t _leftOut = 0;

@@ -3,8 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <thread>
+
 #include "phone_applications.h"
 #include "platform/foundation/property_list.h"
+#include "tests/kit/phone.h"
 
 namespace app_list_test {
 namespace {
@@ -132,12 +136,49 @@ TEST_F(ApplicationList, keepsBothPartsInStepWithTheWholeThatWasAskedFor) {
     EXPECT_THAT(user(), ElementsAre(Pair("com.example.tides", "Tides")));
 }
 
-TEST_F(ApplicationList, readsAnApplicationThatItKnowsOnce) {
+TEST_F(ApplicationList, showsAnApplicationThatWasUpgradedInItsFolderAsItIsNow) {
+    const std::string folder = installSystem(phone, "com.example.tides", "Tides");
+    EXPECT_EQ(all().size(), 1U);
+    install(phone, folder, info("com.example.tides2", "Tides 2"));
+    EXPECT_THAT(all(), ElementsAre(Pair("com.example.tides2", "Tides 2")));
+    EXPECT_THAT(system(), ElementsAre(Pair("com.example.tides2", "Tides 2")));
+}
+
+TEST_F(ApplicationList, showsAnUpgradeOfTheSameLength) {
     const std::string folder = installUser(phone, "com.example.tides", "Tides");
+    for (const char* identifier : {"com.example.waves", "com.example.sands", "com.example.tides"}) {
+        install(phone, folder, info(identifier, "Beach"));
+        EXPECT_THAT(all(), ElementsAre(Pair(identifier, "Beach")));
+    }
+}
+
+TEST_F(ApplicationList, showsTheEnglishNameAsItIsNow) {
+    const std::string names = installUser(phone, "com.example.tides", "Tides") + "/en.lproj/InfoPlist.strings";
+    EXPECT_THAT(all(), ElementsAre(Pair("com.example.tides", "Tides")));
+    phone.put(names, "CFBundleDisplayName = \"Ebb\";");
+    EXPECT_THAT(all(), ElementsAre(Pair("com.example.tides", "Ebb")));
+    phone.put(names, "CFBundleDisplayName = \"Flow\";");
+    EXPECT_THAT(all(), ElementsAre(Pair("com.example.tides", "Flow")));
+    phone.remove(names);
+    EXPECT_THAT(all(), ElementsAre(Pair("com.example.tides", "Tides")));
+}
+
+TEST_F(ApplicationList, readsAnApplicationAgainOnlyUntilItsFilesAreOldEnoughToBeKnownByTheirStamps) {
+    if (!hosts::isFileSystemOfKernel(kit::openPhone(phone.machinePath("/")).root())) {
+        GTEST_SKIP() << "the file system's clock is elsewhere";
+    }
+    installUser(phone, "com.example.tides", "Tides");
+    std::size_t reads = 0;
+    phone.onRead = [&reads](std::string_view path) { reads += path.ends_with("/Info.plist") ? 1 : 0; };
     all();
-    user();
-    all();
-    EXPECT_EQ(phone.takeReads(folder + "/Info.plist"), 1U);
+    EXPECT_EQ(reads, 1U);
+    for (int tries = 0; reads > 0 && tries < 1000; ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds{10});
+        reads = 0;
+        all();
+    }
+    EXPECT_EQ(reads, 0U);
+    EXPECT_THAT(all(), ElementsAre(Pair("com.example.tides", "Tides")));
 }
 
 TEST_F(ApplicationList, readsNoIconUntilOneIsAskedFor) {

@@ -221,5 +221,16 @@ TEST_F(Icon, isReadAnewEachTimeThatItIsAskedFor) {
     EXPECT_EQ(shownGrey(), 5);
 }
 
+TEST_F(Icon, isThatOfTheApplicationAsItIsNow) {
+    setInfo({{"CFBundleIconFile", "Old"}});
+    putFile("Old@2x.png", 58, 10);
+    putFile("New@2x.png", 58, 20);
+    EXPECT_EQ(shownGrey(), 10);
+    setInfo({{"CFBundleIconFile", "New"}});
+    EXPECT_EQ(shownGrey(), 20);
+    putFile("New@2x.png", 58, 30);
+    EXPECT_EQ(shownGrey(), 30);
+}
+
 }  // namespace
 }  // namespace app_list_test

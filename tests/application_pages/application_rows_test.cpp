@@ -246,6 +246,18 @@ TEST_P(ApplicationRows, showWhatWasInstalledWhenThePageIsOpenedAnew) {
     EXPECT_THAT(real.screen.labels(GetParam().firstApplicationSection + 1), ElementsAre("New", "Tides"));
 }
 
+TEST_P(ApplicationRows, ofAnApplicationThatWasUpgradedInItsFolderAreTickedUnderItsIdentifierOfNow) {
+    PaneWithApplications real;
+    real.openQuietly(GetParam().className);
+    app_list_test::install(
+        real.phone, std::string(app_list_test::userFolder).append("/").append(tidesIdentifier).append("/Installed.app"),
+        app_list_test::info("com.example.tides2", "Tides 2"));
+    real.openQuietly(GetParam().className);
+    EXPECT_THAT(real.screen.labels(GetParam().firstApplicationSection + 1), ElementsAre("Tides 2", "Zither"));
+    real.screen.tap("Tides 2");
+    EXPECT_EQ(real.ticks(GetParam()), platform::Value(only("com.example.tides2", true)));
+}
+
 TEST_P(ApplicationRows, comeFromTheServiceThatIsThereNow) {
     Pane before;
     before.openQuietly(GetParam().className);

@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <ctime>
+#include <functional>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "platform/foundation/property_list.h"
 #include "tests/property_lists/binary_file.h"
@@ -133,6 +137,79 @@ TEST(BinaryWriting, countsTheDepthOfSharedContainersAlongEveryPath) {
     const Value shared = nested(300, "x");
     EXPECT_TRUE(writeBinaryPropertyList(Array{shared, nested(211, shared)}));
     EXPECT_FALSE(writeBinaryPropertyList(Array{shared, nested(212, shared)}));
+}
+
+/// Two blocks of text, each with another one that leaves the same behind in libstdc++'s hash of bytes, whatever was
+/// hashed before: the highest bit that the first half changes in the hash's state, the second changes back.
+struct Pair {
+    std::string one;
+    std::string other;
+};
+
+constexpr std::uint64_t multiplier = 0xc6a4a7935bd1e995;
+
+/// The block that the hash mixes into this one.
+std::uint64_t unmixed(std::uint64_t mixed) {
+    std::uint64_t inverse = multiplier;
+    for (int step = 0; step < 6; ++step)
+        inverse *= 2 - multiplier * inverse;
+    const std::uint64_t shifted = mixed * inverse;
+    return (shifted ^ shifted >> 47) * inverse;
+}
+
+std::string bytesOf(std::uint64_t block) {
+    return std::string(reinterpret_cast<const char*>(&block), sizeof block);
+}
+
+Pair pairOf(std::uint64_t seed) {
+    constexpr std::uint64_t highest = std::uint64_t{1} << 63;
+    return {bytesOf(unmixed(seed)) + bytesOf(unmixed(~seed)),
+            bytesOf(unmixed(seed ^ highest)) + bytesOf(unmixed(~seed ^ highest))};
+}
+
+Data dataOf(std::string_view bytes) {
+    Data data;
+    for (const char byte : bytes)
+        data.push_back(static_cast<std::byte>(byte));
+    return data;
+}
+
+/// 2^doublings different data of one hash.
+Array dataOfOneHash(int doublings) {
+    std::vector<std::string> all{""};
+    for (int doubling = 0; doubling < doublings; ++doubling) {
+        const Pair pair = pairOf(0x0123456789abcdef * static_cast<std::uint64_t>(doubling + 1));
+        std::vector<std::string> longer;
+        for (const std::string& bytes : all) {
+            longer.push_back(bytes + pair.one);
+            longer.push_back(bytes + pair.other);
+        }
+        all = std::move(longer);
+    }
+    Array array;
+    for (const std::string& bytes : all) {
+        EXPECT_EQ(std::hash<std::string>()(bytes), std::hash<std::string>()(all.front()));
+        array.push_back(dataOf(bytes));
+    }
+    return array;
+}
+
+// In a table of hashes each would be compared with all before it: minutes of computing, where this takes less than a
+// second.
+TEST(BinaryWriting, takesNoLongerForDataThatAreChosenToHaveOneHash) {
+    Array array = dataOfOneHash(17);
+    const std::size_t count = array.size();
+    for (std::size_t number = 0; number < 1000; ++number)
+        array.push_back(
+            dataOf({reinterpret_cast<const char*>(array[number].data()->data()), array[number].data()->size()}));
+    const Value value = std::move(array);
+    const std::clock_t start = std::clock();
+    const std::string bytes = written(value);
+    EXPECT_LT(std::clock() - start, 20 * CLOCKS_PER_SEC);
+    const PropertyListReading reading = readPropertyList(bytes);
+    ASSERT_TRUE(reading) << reading.error.reason;
+    EXPECT_TRUE(*reading.value == value);
+    EXPECT_EQ(bytes.substr(bytes.size() - 24, 8), bigEndian(count + 1, 8)) << "equal data are written once";
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
 
 #include "hosts/system/descriptor.h"
 #include "test_desktop.h"
@@ -127,6 +128,17 @@ TEST_F(UrlOpener, refusesAddressesWithBlanksOrControlCharacters) {
         EXPECT_EQ(open(url).at(0), "refused") << url;
     }
     EXPECT_THAT(desktop.runsOf("xdg-open"), IsEmpty());
+}
+
+TEST_F(UrlOpener, hearsOfAFailureAlthoughTheStarterPaidNoHeedToItsPrograms) {
+    desktop.installProgram("xdg-open", "exit 3");
+    const auto before = std::signal(SIGCHLD, SIG_IGN);
+    hosts::Desktop unused{"/no/such/module.so"};
+    hosts::XdgPrograms programs;
+    const auto outcome = hosts::UrlOpener{unused, programs}.open("https://twitter.com/");
+    std::signal(SIGCHLD, before);
+    ASSERT_FALSE(outcome);
+    EXPECT_EQ(outcome.error().text(), "xdg-open: it finds no program for this");
 }
 
 TEST_F(UrlOpener, saysThatTheProgramToOpenWithIsMissing) {

@@ -166,7 +166,22 @@ TEST_F(DeviceInformationTest, saysWhatIsWrongWithTheUsersFileAndKeepsToThePhones
 
 TEST_F(DeviceInformationTest, refusesAUsersFileWithoutEnd) {
     EXPECT_FALSE(use("/dev/zero"));
-    EXPECT_EQ(error, "/dev/zero: too large for a list of device information");
+    EXPECT_EQ(error, "/dev/zero: it is a device, not a file");
+}
+
+TEST_F(DeviceInformationTest, waitsForNoFifoInPlaceOfAUsersFile) {
+    const std::string fifo = folder / "fifo";
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    EXPECT_FALSE(use(fifo));
+    EXPECT_EQ(error, fifo + ": it is a FIFO, not a file");
+}
+
+TEST_F(DeviceInformationTest, refusesAUsersFileThatIsTooLarge) {
+    const std::string large = folder / "large";
+    kit::writeText(large, "");
+    std::filesystem::resize_file(large, hosts::DeviceInformation::fileLimit + 1);
+    EXPECT_FALSE(use(large));
+    EXPECT_EQ(error, large + ": too large for a list of device information");
 }
 
 TEST_F(DeviceInformationTest, answersAsWithoutAListWhereTheListIsMalformed) {

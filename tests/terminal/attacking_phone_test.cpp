@@ -15,6 +15,7 @@
 #include <sstream>
 
 #include "drive.h"
+#include "platform/foundation/property_list.h"
 #include "tests/kit/document_tables.h"
 #include "tests/kit/expectations.h"
 #include "tests/kit/phone.h"
@@ -293,6 +294,72 @@ TEST_F(AttackingPhone, aSettingsFileOf64MegabytesIsReadAndChanged) {
     expectPeakBelow(set, 1024 * megabyte);
     EXPECT_EQ(fs::file_size(phone.settingsFile()), before);
     EXPECT_EQ(ctl.run({"get", "HotCorners"}).output, "false\n");
+}
+
+// Each array holds the one before it twice.
+platform::Value doubled(int times) {
+    platform::Value value = true;
+    for (int time = 0; time < times; ++time)
+        value = platform::Array{value, value};
+    return value;
+}
+
+std::string binarySettings(const platform::Dictionary& settings) {
+    return *platform::writeBinaryPropertyList(settings).bytes;
+}
+
+TEST_F(AttackingPhone, settingsThatUnfoldWithoutEndAreToldBySize) {
+    platform::Dictionary settings;
+    const json known = ctl.runForJson({"list", "--json"});
+    for (const json& setting : known)
+        settings.set(setting["key"].get<std::string>(), doubled(30));
+    const std::string bytes = binarySettings(settings);
+    ASSERT_LT(bytes.size(), 8192U);
+    writeText(phone.settingsFile(), bytes);
+
+    const Outcome listed = ctl.run({"list", "--json"});
+    EXPECT_EQ(listed.status, 0);
+    expectPeakBelow(listed, 64 * megabyte);
+    const json settingsNow = json::parse(listed.output);
+    EXPECT_EQ(settingsNow.size(), known.size());
+    for (const json& setting : settingsNow)
+        EXPECT_EQ(setting["value"], "(2 elements)") << setting["key"];
+    const Outcome driven = ctl.run({"drive"}, "{\"do\":\"get\",\"key\":\"HotCorners\"}\n");
+    EXPECT_EQ(driven.output, "{\"kind\":\"array\",\"ok\":true,\"value\":\"(2 elements)\"}\n");
+    expectPeakBelow(driven, 64 * megabyte);
+}
+
+// What one value may unfold to, many of them together may not.
+TEST_F(AttackingPhone, settingsThatUnfoldAreToldBySizeOnceTheAnswerIsFull) {
+    constexpr int times = 15;
+    platform::Dictionary settings;
+    const json known = ctl.runForJson({"list", "--json"});
+    for (const json& setting : known)
+        settings.set(setting["key"].get<std::string>(), doubled(times));
+    writeText(phone.settingsFile(), binarySettings(settings));
+    const Outcome listed = ctl.run({"list", "--json"});
+    EXPECT_EQ(listed.status, 0);
+    expectPeakBelow(listed, 64 * megabyte);
+    const json settingsNow = json::parse(listed.output);
+    json whole = true;
+    for (int time = 0; time < times; ++time)
+        whole = json::array({whole, whole});
+    EXPECT_EQ(settingsNow.front()["value"], whole);
+    for (std::size_t number = 1; number < settingsNow.size(); ++number)
+        EXPECT_EQ(settingsNow[number]["value"], "(2 elements)") << settingsNow[number]["key"];
+}
+
+TEST_F(AttackingPhone, textThatIsRepeatedWithoutEndIsToldBySize) {
+    const platform::Value text(std::string(megabyte, 'x'));
+    writeText(phone.settingsFile(), binarySettings({{"HotCorners", platform::Array(2000, text)},
+                                                    {"QuickSwitcher", platform::Array(3, text)}}));
+    const Outcome listed = ctl.run({"list", "--json"});
+    EXPECT_EQ(listed.status, 0);
+    expectPeakBelow(listed, 128 * megabyte);
+    const json settings = json::parse(listed.output);
+    const auto corners = std::ranges::find(settings, "HotCorners", [](const json& setting) { return setting["key"]; });
+    ASSERT_NE(corners, settings.end());
+    EXPECT_EQ((*corners)["value"], "(2000 elements)");
 }
 
 TEST_F(AttackingPhone, aHundredThousandApplicationsAreListed) {

@@ -79,8 +79,32 @@ TEST_F(Plist, fileThatCannotBeReadIsSaidOnStandardError) {
 }
 
 // A device without end is given up before it has taken all memory.
-TEST_F(Plist, endlessFileIsAFailure) {
-    expectFailure(ctl.run({"plist", "lint", "/dev/zero"}), 1, "/dev/zero: holds more than 64 MB");
+TEST_F(Plist, endlessInputIsAFailure) {
+    ctl.runThrough({"/bin/sh", "-c", "exec \"$@\" </dev/zero", "sh"});
+    expectFailure(ctl.run({"plist", "lint", "/dev/stdin"}), 1, "/dev/stdin: holds more than 64 MB");
+}
+
+// Nobody may ever write into a FIFO, and no end may come of a device.
+TEST_F(Plist, whatIsNoFileIsNotWaitedFor) {
+    const std::string fifo = ctl.folder() / "fifo";
+    ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+    const std::string link = ctl.folder() / "link";
+    fs::create_symlink("fifo", link);
+    for (const std::string& path : {fifo, link}) {
+        expectFailure(ctl.run({"plist", "lint", path}), 1, path + ": it is a FIFO, not a file");
+        expectFailure(ctl.run({"plist", "convert", "xml1", path}), 1, path + ": it is a FIFO, not a file");
+    }
+    expectFailure(ctl.run({"plist", "lint", "/dev/zero"}), 1, "/dev/zero: it is a device, not a file");
+}
+
+TEST_F(Plist, pipesThatAreOpenAreReadToTheirEnd) {
+    const Outcome linted = ctl.run({"plist", "lint", "/dev/stdin"}, sample);
+    EXPECT_EQ(linted.output, "/dev/stdin: OK\n");
+    EXPECT_EQ(linted.status, 0);
+    EXPECT_EQ(ctl.run({"plist", "convert", "xml1", "/dev/fd/0"}, sample).output, sample);
+    const std::string path = write("xml", sample);
+    ctl.runThrough({"/bin/bash", "-c", "exec \"$@\" <(cat '" + path + "')", "bash"});
+    EXPECT_EQ(ctl.run({"plist", "convert", "xml1"}).output, sample);
 }
 
 TEST_F(Plist, nothingOfAFileSteersATerminal) {
@@ -179,7 +203,7 @@ TEST_F(Plist, convertsInPlaceKeepingPermissions) {
 
 TEST_F(Plist, failedWriteInPlaceLeavesTheOldFile) {
     const std::string path = write("work/file", sample);
-    ctl.runThrough({"/bin/sh", "-c", "ulimit -f 0; trap '' XFSZ; exec \"$@\"", "sh"});
+    ctl.runThrough({"/bin/sh", "-c", "ulimit -f 0; exec \"$@\"", "sh"});
     expectFailure(ctl.run({"plist", "convert", "binary1", path, "-o", path}), 1, "cannot write " + path);
     EXPECT_EQ(readText(path), sample);
     EXPECT_THAT(namesIn(ctl.folder() / "work"), ElementsAre("file"));
@@ -189,9 +213,42 @@ TEST_F(Plist, failedWriteOfANewFileLeavesNone) {
     const std::string path = write("xml", sample);
     const std::string output = ctl.folder() / "work/new";
     fs::create_directory(ctl.folder() / "work");
-    ctl.runThrough({"/bin/sh", "-c", "ulimit -f 0; trap '' XFSZ; exec \"$@\"", "sh"});
+    ctl.runThrough({"/bin/sh", "-c", "ulimit -f 0; exec \"$@\"", "sh"});
     expectFailure(ctl.run({"plist", "convert", "binary1", path, "-o", output}), 1, "cannot write " + output);
     EXPECT_TRUE(fs::is_empty(ctl.folder() / "work"));
+}
+
+// Not even the part of it that there was room for.
+TEST_F(Plist, newFileIsThereWholeOrNotAtAll) {
+    const std::string text = "<string>" + std::string(100'000, 'x') + "</string>\n";
+    const std::string path = write("xml", propertyList(text));
+    fs::create_directory(ctl.folder() / "work");
+    ctl.runThrough({"/bin/sh", "-c", "ulimit -f 100; exec \"$@\"", "sh"});
+    for (const char* name : {"work/new", "work/link"}) {
+        fs::create_symlink("target", ctl.folder() / "work/link");
+        const std::string output = ctl.folder() / name;
+        expectFailure(ctl.run({"plist", "convert", "xml1", path, "-o", output}), 1,
+                      "cannot write " + output + ": File too large");
+        fs::remove(ctl.folder() / "work/link");
+        EXPECT_TRUE(fs::is_empty(ctl.folder() / "work"));
+    }
+}
+
+TEST_F(Plist, linkToNothingYetLeadsToTheNewFile) {
+    const std::string link = ctl.folder() / "work/link";
+    fs::create_directory(ctl.folder() / "work");
+    fs::create_symlink("target", link);
+    expectDone(ctl.run({"plist", "convert", "xml1", write("xml", sample), "-o", link}));
+    EXPECT_TRUE(fs::is_symlink(link));
+    EXPECT_EQ(readText(ctl.folder() / "work/target"), sample);
+}
+
+// The file that standard output goes into is its owner's: others may have it open too.
+TEST_F(Plist, standardOutputIsWrittenIntoByItsName) {
+    const std::string file = write("output", "old");
+    fs::create_hard_link(file, ctl.folder() / "other");
+    expectDone(ctl.runInto(file, {"plist", "convert", "xml1", write("xml", sample), "-o", "/dev/stdout"}));
+    EXPECT_EQ(readText(ctl.folder() / "other"), sample);
 }
 
 TEST_F(Plist, newFilesAreMadeAsTheUsersMaskSays) {

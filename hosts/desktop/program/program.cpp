@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 #include "hosts/desktop/drawing/qt_values.h"
 #include "hosts/desktop/program/desktop_session.h"
@@ -17,12 +18,27 @@
 #include "hosts/desktop/program/single_instance.h"
 #include "hosts/desktop/program/window_memory.h"
 #include "hosts/session/exit_status.h"
+#include "hosts/session/program_entry.h"
 #include "hosts/system/arriving_signals.h"
 
 namespace hosts::desktop {
 namespace {
 
 constexpr double usualFontSize = 17;
+
+// The library's event loop is not made to be left by an exception.
+class Application : public QGuiApplication {
+public:
+    using QGuiApplication::QGuiApplication;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        try {
+            return QGuiApplication::notify(receiver, event);
+        } catch (...) {
+            std::_Exit(failForException());
+        }
+    }
+};
 
 void setUpApplication() {
     QGuiApplication::setApplicationName(QStringLiteral("trivel3-settings"));
@@ -120,12 +136,12 @@ int runProgram(int argumentCount, char** arguments) {
     if (!phone) return fail(failed, phone.error());
     if (!options->screenshots.empty()) {
         prepareForScreenshots(*options->device);
-        QGuiApplication application(argumentCount, arguments);
+        Application application(argumentCount, arguments);
         setUpApplication();
         return runScreenshots(*phone, *options);
     }
     const StopSignals stop;
-    QGuiApplication application(argumentCount, arguments);
+    Application application(argumentCount, arguments);
     setUpApplication();
     return runWindow(application, stop, *phone, *options);
 }

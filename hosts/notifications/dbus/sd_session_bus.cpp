@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <deque>
+#include <new>
 
 #include "hosts/notifications/session_bus.h"
 #include "hosts/system/error_text.h"
@@ -109,7 +110,17 @@ private:
         const char* name = nullptr;
         if (sd_bus_message_has_signature(message, signature) > 0 &&
             sd_bus_message_read(message, signature, &name) > 0) {
-            static_cast<SignalStream*>(stream)->_arrived.emplace_back(name);
+            return static_cast<SignalStream*>(stream)->take(name);
+        }
+        return 0;
+    }
+
+    // The library lets no exception through.
+    int take(const char* name) {
+        try {
+            _arrived.emplace_back(name);
+        } catch (const std::bad_alloc&) {
+            return -ENOMEM;
         }
         return 0;
     }

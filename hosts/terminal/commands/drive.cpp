@@ -24,6 +24,8 @@ int runDrive(OpenedPhone& context, const DriveOptions& options) {
         if (const auto unread = context.outcomes->takeProblem()) fail(failed, *unread);
         std::cout << answer << std::endl;
     }
+    // The streams keep exceptions to themselves.
+    if (std::cin.bad()) return fail(failed, "standard input cannot be read, or a line of it takes too much memory");
     return done;
 }
 

@@ -27,11 +27,11 @@ const char* kindName(Kind kind) {
     return "dictionary";
 }
 
-nlohmann::json settingJson(const Setting& setting, const platform::PreferenceAccess& settings) {
+nlohmann::json settingJson(const Setting& setting, const platform::PreferenceAccess& settings, AnswerValues& values) {
     return {{"key", setting.key},
             {"kind", kindName(setting.kind)},
-            {"value", jsonOf(settings.preferenceForKey(setting.key))},
-            {"default", jsonOf(setting.defaultValue)},
+            {"value", values.jsonOf(settings.preferenceForKey(setting.key))},
+            {"default", values.jsonOf(setting.defaultValue)},
             {"stored", settings.storedValueForKey(setting.key).has_value()}};
 }
 
@@ -46,9 +46,10 @@ std::string settingLine(const Setting& setting, const platform::PreferenceAccess
 }
 
 std::string settingsJson(const SettingsCommand& command) {
+    AnswerValues values;
     nlohmann::json all = nlohmann::json::array();
     for (const Setting& setting : command.known())
-        all.push_back(settingJson(setting, command.settings()));
+        all.push_back(settingJson(setting, command.settings(), values));
     return jsonLine(all) + "\n";
 }
 

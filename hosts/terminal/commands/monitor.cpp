@@ -19,9 +19,10 @@ namespace {
 // False when nobody can read it any more.
 bool report(const std::string& notification, const std::vector<Change>& changes, bool json) {
     if (json) {
+        AnswerValues values;
         nlohmann::json all = nlohmann::json::array();
         for (const Change& change : changes)
-            all.push_back(changeJson(change));
+            all.push_back(changeJson(change, values));
         print(jsonLine({{"notification", notification}, {"changes", std::move(all)}}) + "\n");
     } else {
         print(notification + "\n");

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "hosts/terminal/render/printable.h"
-#include "hosts/terminal/render/value_json.h"
 #include "hosts/terminal/render/value_text.h"
 
 namespace hosts::terminal {
@@ -33,8 +32,8 @@ platform::Dictionary dictionaryOf(const std::optional<platform::Value>& value) {
 
 }  // namespace
 
-nlohmann::json changeJson(const Change& change) {
-    return {{"key", change.key}, {"old", jsonOf(change.before)}, {"new", jsonOf(change.after)}};
+nlohmann::json changeJson(const Change& change, AnswerValues& values) {
+    return {{"key", change.key}, {"old", values.jsonOf(change.before)}, {"new", values.jsonOf(change.after)}};
 }
 
 std::string changeText(const Change& change) {

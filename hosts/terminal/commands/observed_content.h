@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/terminal/render/value_json.h"
 #include "platform/services/dictionary_files.h"
 #include "platform/services/preference_access.h"
 
@@ -19,7 +20,7 @@ struct Change {
 };
 
 /// {"key","old","new"}
-nlohmann::json changeJson(const Change& change);
+nlohmann::json changeJson(const Change& change, AnswerValues& values);
 /// A line "KEY: old -> new". For a dictionary, which such a line tells only the size of, an indented
 /// line of the same kind follows for each entry that changed.
 std::string changeText(const Change& change);

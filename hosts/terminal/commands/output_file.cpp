@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/commands/output_file.h"
 
+#include <fcntl.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
@@ -8,7 +10,9 @@
 #include <system_error>
 
 #include "hosts/phones/phone_file_system.h"
+#include "hosts/phones/temporary_file.h"
 #include "hosts/system/error_text.h"
+#include "hosts/system/named_file.h"
 
 namespace hosts::terminal {
 namespace {
@@ -32,27 +36,52 @@ Result<platform::Done> replaceFile(const std::string& path, std::string_view byt
     return platform::Done();
 }
 
+// Where a link that leads to nothing yet would have the file.
+fs::path placeOf(const std::string& path) {
+    constexpr int mostLinks = 40;
+    std::error_code problem;
+    fs::path place = path;
+    for (int followed = 0; followed < mostLinks && fs::is_symlink(place, problem); ++followed)
+        place = place.parent_path() / fs::read_symlink(place, problem);
+    return place;
+}
+
+Result<platform::Done> makeFile(const std::string& path, std::string_view bytes) {
+    constexpr mode_t asTheMaskSays = 0666;
+    const fs::path place = placeOf(path);
+    const std::string parent = place.has_parent_path() ? place.parent_path().string() : ".";
+    const std::string name = place.filename();
+    const Descriptor folder{::open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
+    if (folder.isOpen()) {
+        removeAbandonedTemporaries(FileCalls::system(), folder, name);
+        TemporaryFile file{FileCalls::system(), folder, name};
+        if (file.create(asTheMaskSays) && file.fill(bytes) && file.synchronise() && file.publish()) {
+            return platform::Done();
+        }
+    }
+    return Problem{path, "cannot write", errorText(errno)};
+}
+
 struct Close {
     void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
 Result<platform::Done> writeInto(const std::string& path, std::string_view bytes) {
-    std::error_code ignored;
-    const bool isNew = fs::symlink_status(path, ignored).type() == fs::file_type::not_found;
     std::unique_ptr<std::FILE, Close> file(std::fopen(path.c_str(), "wbe"));
     const bool written =
         file && std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() && std::fflush(file.get()) == 0;
     if (written) return platform::Done();
-    const Problem failure{path, "cannot write", errorText(errno)};
-    if (file && isNew) fs::remove(path, ignored);
-    return failure;
+    return Problem{path, "cannot write", errorText(errno)};
 }
 
 }  // namespace
 
 Result<platform::Done> writeOutputFile(const std::string& path, std::string_view bytes) {
     std::error_code ignored;
-    return fs::is_regular_file(path, ignored) ? replaceFile(path, bytes) : writeInto(path, bytes);
+    const fs::file_type kind = fs::status(path, ignored).type();
+    if (kind == fs::file_type::not_found) return makeFile(path, bytes);
+    const bool isOwn = kind == fs::file_type::regular && !namesOpenFile(path);
+    return isOwn ? replaceFile(path, bytes) : writeInto(path, bytes);
 }
 
 }  // namespace hosts::terminal

@@ -4,6 +4,7 @@
 #include "hosts/phones/fault_place.h"
 #include "hosts/session/exit_status.h"
 #include "hosts/system/error_text.h"
+#include "hosts/system/named_file.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/output_file.h"
 #include "hosts/terminal/render/printable.h"
@@ -21,6 +22,10 @@ namespace {
 constexpr std::size_t mostBytes = platform::FileSystem::usualReadLimit;
 
 platform::Result<std::string> readInput(const std::string& file) {
+    if (const auto thing = namedInPlaceOfFile(file)) {
+        return platform::Problem{
+            file, {}, "it is " + *thing + ", not a file; what a program prints can be read as /dev/stdin"};
+    }
     errno = 0;
     auto bytes = platform::readSystemFile(file, mostBytes + 1);
     if (!bytes) return platform::Problem{file, {}, errorText(errno) + "; give the path of a file that can be read"};

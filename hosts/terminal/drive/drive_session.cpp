@@ -154,7 +154,7 @@ DriveSession::Outcome DriveSession::finishComposer(const json& command) {
 
 json DriveSession::valueAnswer(const std::string& key) const {
     const auto value = _access->preferenceForKey(key);
-    return {{"ok", true}, {"kind", kindOf(value)}, {"value", jsonOf(value)}};
+    return {{"ok", true}, {"kind", kindOf(value)}, {"value", AnswerValues().jsonOf(value)}};
 }
 
 json DriveSession::pageAnswer(const Outcome& outcome, bool withViews) {

@@ -22,23 +22,21 @@ std::string base64(const platform::Data& data) {
     return text;
 }
 
-// Turns a value into JSON; notes the first thing that JSON has no kind for. A binary property list
-// can refer to one container or text many times, and JSON unfolds it each time: hence the bounds.
+// Turns a value into JSON; notes the first thing that JSON has no kind for, and leaves off once there is too much.
 class Converter {
 public:
+    explicit Converter(platform::RepetitionAccount& account) : _account(account) {}
+
     json convert(const Value& value) {
-        --_valuesLeft;
+        count(_account.value());
         return std::visit([this](const auto& content) { return convertContent(content); }, value.storage());
     }
 
     const std::string& loss() const { return _loss; }
+    bool isTooMuch() const { return _isTooMuch; }
 
 private:
-    static constexpr const char* tooMuch = "more than 4 million values or 256 MB of text";
-
-    bool isFull() const { return _valuesLeft == 0 || _bytesLeft == 0; }
-
-    void spend(std::size_t bytes) { _bytesLeft -= std::min(bytes, _bytesLeft); }
+    void count(bool isWithinLimits) { _isTooMuch = _isTooMuch || !isWithinLimits; }
 
     json note(const char* what, json stand) {
         if (_loss.empty()) _loss = what;
@@ -58,39 +56,50 @@ private:
                                                                            : "-infinity");
     }
     json convertContent(const std::shared_ptr<const std::string>& text) {
-        spend(text->size());
-        return *text;
+        count(_account.content(text));
+        return _isTooMuch ? json() : json(*text);
     }
     json convertContent(const platform::Date& date) { return note("a date", valueSummary(Value(date))); }
     json convertContent(const platform::Uid& uid) { return note("a UID", {{"CF$UID", uid.number}}); }
     json convertContent(const std::shared_ptr<const platform::Data>& data) {
-        spend(data->size());
-        return note("data", base64(*data));
+        count(_account.content(data));
+        return note("data", _isTooMuch ? json() : json(base64(*data)));
     }
-    json convertContent(const std::shared_ptr<const platform::Array>& array) { return convertAll(*array); }
+    json convertContent(const std::shared_ptr<const platform::Array>& array) {
+        _account.enter(array);
+        json converted = convertAll(*array);
+        _account.leave();
+        return converted;
+    }
     json convertContent(const std::shared_ptr<const platform::Set>& set) {
-        return note("a set", convertAll(set->members));
+        _account.enter(set);
+        json converted = convertAll(set->members);
+        _account.leave();
+        return note("a set", std::move(converted));
     }
     json convertContent(const std::shared_ptr<const platform::Dictionary>& dictionary) {
+        _account.enter(dictionary);
         json object = json::object();
         for (const auto& [key, value] : *dictionary) {
-            if (isFull()) return note(tooMuch, std::move(object));
-            spend(key.size());
-            object[key] = convert(value);
+            count(_account.key(key));
+            if (_isTooMuch) break;
+            object.emplace(key, convert(value));
         }
-        return dictionary->oddEntries().empty() ? object : note("a key that is no string", object);
+        _account.leave();
+        return dictionary->oddEntries().empty() ? object : note("a key that is no string", std::move(object));
     }
     json convertAll(const std::vector<Value>& values) {
-        json array = json::array();
+        json::array_t array;
+        array.reserve(_isTooMuch ? 0 : values.size());
         for (const Value& value : values) {
-            if (isFull()) return note(tooMuch, std::move(array));
+            if (_isTooMuch) break;
             array.push_back(convert(value));
         }
-        return array;
+        return json(std::move(array));
     }
 
-    std::size_t _valuesLeft = 4'000'000;
-    std::size_t _bytesLeft = std::size_t{256} << 20;
+    platform::RepetitionAccount& _account;
+    bool _isTooMuch = false;
     std::string _loss;
 };
 
@@ -119,13 +128,21 @@ std::string withControlsEscaped(std::string_view text) {
 
 }  // namespace
 
-json jsonOf(const std::optional<Value>& value) {
-    return value ? Converter().convert(*value) : json(nullptr);
+json AnswerValues::jsonOf(const std::optional<Value>& value) {
+    if (!value) return nullptr;
+    _kept.push_back(*value);
+    Converter converter(_account);
+    json converted = converter.convert(*value);
+    return converter.isTooMuch() ? json(valueSummary(value)) : converted;
 }
 
 platform::Result<json> faithfulJsonOf(const Value& value) {
-    Converter converter;
+    platform::RepetitionAccount account({.values = 4'000'000, .bytes = std::size_t{256} << 20, .shortText = 0});
+    Converter converter(account);
     json converted = converter.convert(value);
+    if (converter.isTooMuch()) {
+        return platform::Problem{.reason = "more than 4 million values or 256 MB of text that repeat others"};
+    }
     if (!converter.loss().empty()) return platform::Problem{.reason = converter.loss()};
     return converted;
 }

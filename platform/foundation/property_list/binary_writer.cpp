@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -166,7 +167,14 @@ private:
         return placeBytes(_texts, bytesObject(text));
     }
 
-    using BytesNumbers = std::unordered_map<std::string_view, std::size_t>;
+    /// Bytes that a file chooses are put in order, not hashed: they could all be chosen to have one hash. Most differ
+    /// in length, which is compared first.
+    struct ShorterOrLess {
+        bool operator()(std::string_view left, std::string_view right) const {
+            return left.size() != right.size() ? left.size() < right.size() : left < right;
+        }
+    };
+    using BytesNumbers = std::map<std::string_view, std::size_t, ShorterOrLess>;
 
     Placed placeBytes(BytesNumbers& known, const BytesObject& bytes) {
         const auto [place, isNew] = known.try_emplace(bytes.content, _objects.size());
@@ -238,7 +246,7 @@ private:
     }
 
     std::vector<Object> _objects;
-    std::unordered_map<std::string, std::size_t> _scalars;
+    std::map<std::string, std::size_t, ShorterOrLess> _scalars;
     BytesNumbers _texts;
     BytesNumbers _data;
     std::unordered_map<const void*, Place> _shared;

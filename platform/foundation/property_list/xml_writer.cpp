@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 #include <variant>
 
@@ -12,6 +11,7 @@
 #include "platform/foundation/property_list.h"
 #include "platform/foundation/property_list/xml_reader.h"
 #include "platform/foundation/property_list/xml_scalars.h"
+#include "platform/foundation/repetition_account.h"
 #include "platform/foundation/utf8.h"
 
 namespace platform {
@@ -20,52 +20,10 @@ namespace property_list {
 
 namespace {
 
-/// XML has no way to refer to an object twice: what is shared is written again wherever it is
-/// referred to, and a few hundred bytes can unfold to more than any memory. The platform gives up on
-/// eleven doublings and one more; this many values in containers written already is where we do.
-constexpr std::size_t mostRepeatedValues = 4096;
-
-/// The same for the text and data that is written more than once.
-constexpr std::size_t mostRepeatedBytes = std::size_t{64} << 20;
-
-/// Shorter text is not worth keeping account of.
-constexpr std::size_t shortText = 1024;
-
-/// Knows what has been written, as far as it can come again.
-class RepetitionAccount {
-public:
-    /// False when there is too much repetition.
-    bool value() { return _repeatedContainers == 0 || ++_repeatedValues <= mostRepeatedValues; }
-
-    /// Says that text or data is written that only `sharer` refers to, or others as well.
-    template <class Content>
-    bool content(const std::shared_ptr<const Content>& sharer) {
-        const bool again = _repeatedContainers > 0 || (sharer->size() > shortText && sharer.use_count() > 1 &&
-                                                       !_written.insert(sharer.get()).second);
-        return !again || repeat(sharer->size());
-    }
-
-    bool key(std::string_view text) { return _repeatedContainers == 0 || repeat(text.size()); }
-
-    /// Goes around the members of a container.
-    template <class Container>
-    void enter(const std::shared_ptr<const Container>& container) {
-        if (_repeatedContainers > 0 || (container.use_count() > 1 && !_written.insert(container.get()).second)) {
-            ++_repeatedContainers;
-        }
-    }
-    void leave() {
-        if (_repeatedContainers > 0) --_repeatedContainers;
-    }
-
-private:
-    bool repeat(std::size_t bytes) { return (_repeatedBytes += bytes) <= mostRepeatedBytes; }
-
-    std::unordered_set<const void*> _written;
-    std::size_t _repeatedContainers = 0;  ///< around the place, from the outermost repeated one on
-    std::size_t _repeatedValues = 0;
-    std::size_t _repeatedBytes = 0;
-};
+/// The platform gives up on eleven doublings and one more; this many values in containers written already is where we
+/// do. Text shorter than that is not worth keeping account of.
+constexpr RepetitionAccount::Limits mostRepetition = {
+    .values = 4096, .bytes = std::size_t{64} << 20, .shortText = 1024};
 
 class XmlWriter {
 public:
@@ -223,7 +181,7 @@ private:
     std::string _out;
     std::string _reason;
     std::size_t _depth = 0;
-    RepetitionAccount _account;
+    RepetitionAccount _account{mostRepetition};
 };
 
 }  // namespace
