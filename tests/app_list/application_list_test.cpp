@@ -6,6 +6,7 @@
 #include <chrono>
 #include <thread>
 
+#include "hosts/phones/file_reading.h"
 #include "phone_applications.h"
 #include "platform/foundation/property_list.h"
 #include "tests/kit/phone.h"

@@ -53,7 +53,7 @@ Result<platform::Done> makeFile(const std::string& path, std::string_view bytes)
     const std::string name = place.filename();
     const Descriptor folder{::open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
     if (folder.isOpen()) {
-        removeAbandonedTemporaries(FileCalls::system(), folder, name);
+        removeAbandoned(FileCalls::system(), folder, name, false);
         TemporaryFile file{FileCalls::system(), folder, name};
         if (file.create(asTheMaskSays) && file.fill(bytes) && file.synchronise() && file.publish()) {
             return platform::Done();
