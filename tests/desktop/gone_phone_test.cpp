@@ -25,6 +25,8 @@ TEST_F(GonePhone, isToldInAWindowThatStands) {
     fs::remove_all(phoneFolder);
     EXPECT_TRUE(isTold("The phone is gone: ")) << message();
     EXPECT_NE(message().find(phoneFolder + " has been deleted"), std::string::npos) << message();
+    navigation().messageRead();
+    settle();
     EXPECT_TRUE(shows("Quick Switcher"));
 }
 
@@ -45,7 +47,8 @@ TEST_F(GonePhone, takesNoChange) {
 TEST_F(GonePhone, isNotShownAsAnEmptyOne) {
     open();
     fs::remove_all(phoneFolder);
-    openPage({"Advanced Options"});
+    navigation().redrawVisibleRows();
+    view().update();
     EXPECT_TRUE(isTold("These are defaults: cannot read ")) << message();
 }
 

@@ -183,8 +183,7 @@ TEST(Screen, saysThatThePhoneIsGoneAndStands) {
     EXPECT_TRUE(screen.terminal.waitForRow("Multi-Center  ", "on ━━●"));
     EXPECT_FALSE(std::filesystem::exists(folder));
 
-    screen.terminal.press({"Down"});
-    ASSERT_TRUE(screen.open("Advanced Options"));
+    screen.terminal.press({"Down", "r"});
     EXPECT_TRUE(screen.terminal.waitFor("These are defaults: cannot read"));
 }
 

@@ -65,7 +65,10 @@ void DesktopSession::notePhoneGone(const std::string& why) {
 }
 
 void DesktopSession::lookAtFiles() {
-    if (_session->hasChangedSinceDrawn(_observedFiles)) _navigation.redrawVisibleRows();
+    if (!_session->hasChangedSinceDrawn(_observedFiles)) return;
+    _navigation.redrawVisibleRows();
+    // Rows that look as before need no picture, but what was read for them may have to be told.
+    _window->view().update();
 }
 
 }  // namespace hosts::desktop
