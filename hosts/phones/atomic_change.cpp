@@ -92,11 +92,6 @@ bool AtomicChange::find(std::string_view path, const platform::Change& change) {
 }
 
 AtomicChange::Step AtomicChange::tryOn(std::string_view path, const platform::Change& change) {
-    if (_place->holds(S_IFDIR)) {
-        errno = EISDIR;
-        check(false, "cannot replace it");
-        return Step::failed;
-    }
     Held held;
     if (!read(path, held)) return Step::failed;
     auto wanted = change(held.bytes ? std::optional<std::string_view>(*held.bytes) : std::nullopt);
@@ -105,6 +100,11 @@ AtomicChange::Step AtomicChange::tryOn(std::string_view path, const platform::Ch
         return Step::failed;
     }
     if (_place->old && held.bytes && *held.bytes == wanted->bytes) return Step::done;
+    if (_place->holds(S_IFDIR)) {
+        errno = EISDIR;
+        check(false, "cannot replace it");
+        return Step::failed;
+    }
 
     removeAbandoned(_calls, _place->folder, _place->name, _place->old.has_value());
     TemporaryFile temporary{_calls, _place->folder, _place->name};
@@ -187,7 +187,8 @@ std::optional<bool> AtomicChange::isAsRead(const Held& held) {
 
 // What was not understood is worth something to somebody all the same.
 bool AtomicChange::keepOld(std::string_view path, const Held& held) {
-    if (!held.bytes && !held.isUnreadable) return true;
+    const bool isNothing = held.bytes ? held.bytes->empty() : !held.isUnreadable;
+    if (isNothing) return true;
     if (held.bytes) {
         const auto kept = keepFile(machinePath(_root), path, *held.bytes);
         if (kept) {

@@ -42,6 +42,22 @@ struct DamagedSettings : testing::Test {
 
     void expectWriteReplacesIt() {
         expectDone(ctl.run({"set", "HotCorners", "off"}));
+        expectWritten();
+    }
+
+    // What was there is kept, and the user is told where.
+    void expectWriteKeepsItsContents(std::string_view contents) {
+        const Outcome outcome = ctl.run({"set", "HotCorners", "off"});
+        EXPECT_EQ(outcome.status, 0);
+        const auto kept = namesIn(ctl.folder() / "state/trivel3/kept");
+        ASSERT_EQ(kept.size(), 1U) << outcome.errors;
+        const std::string file = ctl.folder() / "state/trivel3/kept/" + kept[0];
+        EXPECT_TRUE(readText(file) == contents);
+        EXPECT_THAT(outcome.errors, testing::EndsWith("; what it held is kept in " + file + "\n"));
+        expectWritten();
+    }
+
+    void expectWritten() {
         EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(phone.settingsFile())));
         EXPECT_EQ(readSettings(phone), settingsOf({{"HotCorners", "<false/>"}}));
         EXPECT_THAT(namesIn(phone.preferencesFolder()), ElementsAre(settingsName));
@@ -50,7 +66,7 @@ struct DamagedSettings : testing::Test {
     void expectDefaultsAndReplacement(std::string_view contents) {
         writeSettings(phone, contents);
         expectReadsAsNothing();
-        expectWriteReplacesIt();
+        contents.empty() ? expectWriteReplacesIt() : expectWriteKeepsItsContents(contents);
     }
 
     Trivel3ctl ctl;
@@ -110,7 +126,15 @@ TEST_F(DamagedSettings, aGigabyteOfZeros) {
     writeSettings(phone, "");
     fs::resize_file(phone.settingsFile(), std::uintmax_t{1} << 30);
     expectReadsAsNothing();
-    expectWriteReplacesIt();
+    const Outcome outcome = ctl.run({"set", "HotCorners", "off"});
+    EXPECT_EQ(outcome.status, 0);
+    const auto names = namesIn(phone.preferencesFolder());
+    ASSERT_EQ(names.size(), 2U);
+    EXPECT_THAT(outcome.errors, testing::HasSubstr("; what it was is now"));
+    EXPECT_THAT(outcome.errors, testing::HasSubstr(names[1]));
+    EXPECT_EQ(fs::file_size(phone.preferencesFolder() + "/" + names[1]), std::uintmax_t{1} << 30);
+    fs::remove(phone.preferencesFolder() + "/" + names[1]);
+    expectWritten();
 }
 
 TEST_F(DamagedSettings, fifo) {

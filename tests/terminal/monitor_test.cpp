@@ -96,7 +96,7 @@ TEST_F(Monitor, keysThatGoAreChanges) {
     writeSettings(phone, settingsOf({{"Mine", "<string>text</string>"}}));
     const auto monitor = listen({"--json"});
     writeSettings(phone, "damaged");
-    expectDone(ctl.run({"set", "HotCorners", "off"}));
+    EXPECT_EQ(ctl.run({"set", "HotCorners", "off"}).status, 0);
     const json changes = json::parse(monitor->readLine().value_or("")).at("changes");
     EXPECT_EQ(changes, json::array({{{"key", "Mine"}, {"old", "text"}, {"new", nullptr}},
                                     {{"key", "HotCorners"}, {"old", nullptr}, {"new", false}}}));

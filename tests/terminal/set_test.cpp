@@ -205,10 +205,18 @@ TEST_F(WithoutPrivileges, unreadableFileReadsAsNothingAndIsReplaced) {
     fs::permissions(phone.settingsFile(), fs::perms::none);
     EXPECT_EQ(ctl.run({"get", "MultiCenter"}).output, "true\n");
 
-    expectDone(ctl.run({"set", "HotCorners", "off"}));
+    const Outcome outcome = ctl.run({"set", "HotCorners", "off"});
+    EXPECT_EQ(outcome.status, 0);
 
     fs::permissions(phone.settingsFile(), fs::perms::owner_read);
     EXPECT_EQ(readSettings(phone), settingsOf({{"HotCorners", "<false/>"}}));
+    const auto names = namesIn(phone.preferencesFolder());
+    ASSERT_EQ(names.size(), 2U);
+    EXPECT_THAT(outcome.errors, testing::EndsWith("; what it was is now " + std::string(preferences).insert(0, "/") +
+                                                  "/" + names[1] + "\n"));
+    const std::string aside = phone.preferencesFolder() + "/" + names[1];
+    fs::permissions(aside, fs::perms::owner_read);
+    EXPECT_EQ(readText(aside), settingsOf({{"MultiCenter", "<false/>"}}));
 }
 
 }  // namespace
