@@ -113,14 +113,26 @@ AtomicChange::Step AtomicChange::tryOn(std::string_view path, const platform::Ch
     if (!check(isNewest.has_value(), "cannot read it once more")) return Step::failed;
     if (!*isNewest) return Step::again;
     if (wanted->isAnew && !keepOld(path, held)) return Step::failed;
-    if (!check(publish(temporary), "cannot put the new file in its place")) return Step::failed;
-    if (held.isAside) removeEntry(_calls, _place->folder, asideNameOf(_place->name));
+    return putInPlace(temporary, held) ? Step::done : Step::failed;
+}
+
+bool AtomicChange::putInPlace(TemporaryFile& temporary, const Held& held) {
+    if (!check(publish(temporary), "cannot put the new file in its place")) {
+        putOldBack();
+        return false;
+    }
+    if (!_movedTo.empty()) {
+        remark(_path + " was not understood and is written anew; what it was is now " +
+               _path.substr(0, _path.rfind('/') + 1) + _movedTo);
+    }
     bool promisesDurability = !isFileSystemOfProgram(_place->folder.get());
     const bool isDurable = synchroniseFolder(_calls, _place->folder, &promisesDurability);
     if (!promisesDurability) {
         remark("the phone's file system does not promise that a change outlasts a loss of power right after it");
     }
-    return check(isDurable, "it is written, but its name may not outlast a crash") ? Step::done : Step::failed;
+    if (!check(isDurable, "it is written, but its name may not outlast a crash")) return false;
+    if (held.isAside) removeEntry(_calls, _place->folder, asideNameOf(_place->name));
+    return true;
 }
 
 Descriptor AtomicChange::openOld(const std::string& name) {
@@ -196,19 +208,24 @@ bool AtomicChange::keepOld(std::string_view path, const Held& held) {
             return true;
         }
     }
-    return moveOldAway(path);
+    return moveOldAway();
 }
 
-bool AtomicChange::moveOldAway(std::string_view path) {
+bool AtomicChange::moveOldAway() {
     const std::string aside = freeNameBeside(_calls, *_place);
-    const bool moved =
-        !aside.empty() &&
-        uninterrupted([&] { return _calls.rename(_place->folder.get(), _place->name.c_str(), aside.c_str()); }) == 0;
-    if (!check(moved, "cannot move what it is aside")) return false;
+    if (!check(!aside.empty() && rename(_place->name, aside), "cannot move what it is aside")) return false;
+    _movedTo = aside;
     _place->old.reset();
-    remark(_path + " was not understood and is written anew; what it was is now " +
-           std::string(path.substr(0, path.rfind('/') + 1)) + aside);
     return true;
+}
+
+void AtomicChange::putOldBack() {
+    if (!_movedTo.empty()) rename(_movedTo, _place->name);
+    _movedTo.clear();
+}
+
+bool AtomicChange::rename(const std::string& from, const std::string& to) {
+    return uninterrupted([&] { return _calls.rename(_place->folder.get(), from.c_str(), to.c_str()); }) == 0;
 }
 
 bool AtomicChange::publish(TemporaryFile& temporary) {
@@ -216,16 +233,15 @@ bool AtomicChange::publish(TemporaryFile& temporary) {
 }
 
 bool AtomicChange::publishInSteps(TemporaryFile& temporary) {
-    const int folder = _place->folder.get();
     const std::string aside = asideNameOf(_place->name);
     const int refusal = errno;
-    if (uninterrupted([&] { return _calls.rename(folder, _place->name.c_str(), aside.c_str()); }) != 0) {
+    if (!rename(_place->name, aside)) {
         errno = refusal;
         return false;
     }
     if (!temporary.publish()) {
         const int error = errno;
-        uninterrupted([&] { return _calls.rename(folder, aside.c_str(), _place->name.c_str()); });
+        rename(aside, _place->name);
         errno = error;
         return false;
     }

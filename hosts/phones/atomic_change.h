@@ -54,8 +54,11 @@ private:
     bool fill(TemporaryFile& temporary, Held& held, std::string_view contents);
     // Whether the old file is still what was read; nothing when that cannot be told.
     std::optional<bool> isAsRead(const Held& held);
+    bool putInPlace(TemporaryFile& temporary, const Held& held);
     bool keepOld(std::string_view path, const Held& held);
-    bool moveOldAway(std::string_view path);
+    bool moveOldAway();
+    void putOldBack();
+    bool rename(const std::string& from, const std::string& to);
     bool publish(TemporaryFile& temporary);
     bool publishInSteps(TemporaryFile& temporary);
     bool check(bool succeeded, const char* step);
@@ -67,6 +70,7 @@ private:
     int _root;
     std::optional<Place> _place;
     std::string _path;
+    std::string _movedTo;  ///< the name that the old file has on the phone, when it was moved out of the way
     std::optional<platform::Problem> _problem;
 };
 

@@ -201,6 +201,18 @@ TEST_F(KeptSettings, areMovedAsideWhereTheyMayNotBeRead) {
     EXPECT_EQ(readText(phone.preferencesFolder() + "/" + names[1]), whole);
 }
 
+TEST_F(KeptSettings, areMovedBackWhereTheNewFileCannotTakeTheirPlace) {
+    int renames = 0;
+    WatchedCalls calls{[&](const std::string& call, std::size_t) {
+        if (call == "inspect") return EACCES;
+        return call == "rename" && ++renames == 2 ? EIO : 0;
+    }};
+    setKey(calls);
+    EXPECT_EQ(readText(phone.settingsFile()), whole);
+    EXPECT_THAT(kit::namesIn(phone.preferencesFolder()), ElementsAre(settingsName));
+    EXPECT_EQ(outcomes.problems.size(), 1U);
+}
+
 TEST_F(KeptSettings, areKeptUpToALimitAndTheOldestGoFirst) {
     const auto keepOne = [&](const std::string& contents) {
         writeText(phone.settingsFile(), contents);
