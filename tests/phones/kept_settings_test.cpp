@@ -3,17 +3,14 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
 
 #include "platform/foundation/property_list.h"
 #include "platform/services/dictionary_files.h"
-#include "tests/kit/forked.h"
 #include "tests/kit/noted_outcomes.h"
 #include "tests/kit/phone.h"
 #include "tests/kit/watched_calls.h"
@@ -108,26 +105,6 @@ TEST_F(KeptSettings, stayForTheRestOfATurnInWhichTheyCouldNotBeRead) {
 
     dictionaries.forget();
     dictionaries.edit(settingsPath, change);
-    EXPECT_THAT(keys(), ElementsAre("First", "Key", "Second"));
-}
-
-TEST_F(KeptSettings, waitForALeaseThatAnotherProgramHolds) {
-    ::signal(SIGIO, SIG_IGN);
-    const hosts::Descriptor holder{::open(phone.settingsFile().c_str(), O_RDWR | O_CLOEXEC)};
-    ASSERT_EQ(::fcntl(holder.get(), F_SETLEASE, F_WRLCK), 0);
-    setKey();
-    EXPECT_THAT(outcomes.problems, ElementsAre(HasSubstr("another program holds a lease on it")));
-
-    ASSERT_EQ(::fcntl(holder.get(), F_SETLEASE, F_UNLCK), 0);
-    EXPECT_EQ(readText(phone.settingsFile()), whole);
-    ASSERT_EQ(::fcntl(holder.get(), F_SETLEASE, F_WRLCK), 0);
-    const pid_t child = kit::startForked([&] {
-        setKey();
-        return outcomes.problems.size() == 1 ? 0 : 1;
-    });
-    ::usleep(200'000);
-    ASSERT_EQ(::fcntl(holder.get(), F_SETLEASE, F_UNLCK), 0);
-    EXPECT_EQ(kit::waitForChild(child), 0);
     EXPECT_THAT(keys(), ElementsAre("First", "Key", "Second"));
 }
 
