@@ -13,9 +13,15 @@ namespace hosts {
 
 namespace {
 
-// The kernel gives a confined look-up up with EAGAIN when something is renamed under it. That
+// The kernel gives a confined look-up up with EAGAIN when something is renamed meanwhile, anywhere on the machine. That
 // passes; an EAGAIN that does not (a lease on the file) must not hold anybody for ever.
 constexpr int mostAttempts = 64;
+
+// Sandboxes that do not know the call may refuse it with EPERM. Where it, or EAGAIN, was the file's, the walk meets it
+// again.
+bool mayBeWalked(int error) {
+    return error == ENOSYS || error == EPERM || error == EAGAIN;
+}
 
 }  // namespace
 
@@ -44,8 +50,7 @@ Descriptor openConfined(FileCalls& calls, int root, std::string_view path, int f
         file = uninterrupted([&] { return calls.openInRoot(root, text.get(), flags | O_CLOEXEC); });
         if (file >= 0 || errno != EAGAIN) break;
     }
-    // Sandboxes that do not know the call may refuse it with EPERM. Where it was the file's, the walk meets it again.
-    if (file < 0 && (errno == ENOSYS || errno == EPERM)) return walkConfined(calls, root, text.get(), flags);
+    if (file < 0 && mayBeWalked(errno)) return walkConfined(calls, root, text.get(), flags);
     return Descriptor{file, calls};
 }
 

@@ -11,6 +11,8 @@
 #include "platform/foundation/utf8.h"
 
 namespace app_list_test {
+namespace application_names_test {
+
 namespace {
 
 constexpr std::string_view identifier = "com.example.app";
@@ -136,4 +138,5 @@ TEST_F(ApplicationName, isTextEvenWhenTheFoldersNameIsNone) {
 }
 
 }  // namespace
+}  // namespace application_names_test
 }  // namespace app_list_test

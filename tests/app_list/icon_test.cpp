@@ -18,6 +18,8 @@ namespace app_list_test {
 
 using namespace kit;
 
+namespace icon_test {
+
 namespace {
 
 using testing::IsNull;
@@ -233,4 +235,5 @@ TEST_F(Icon, isThatOfTheApplicationAsItIsNow) {
 }
 
 }  // namespace
+}  // namespace icon_test
 }  // namespace app_list_test

@@ -10,6 +10,8 @@
 #include "tests/kit/print.h"
 #include "tests/property_lists/binary_file.h"
 
+namespace binary_reading_test {
+
 namespace {
 
 using namespace platform;
@@ -376,3 +378,4 @@ TEST(BinaryReading, ignoresTheUnusedBytesOfTheTrailer) {
 }
 
 }  // namespace
+}  // namespace binary_reading_test

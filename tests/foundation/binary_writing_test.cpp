@@ -11,6 +11,8 @@
 #include "platform/foundation/property_list.h"
 #include "tests/property_lists/binary_file.h"
 
+namespace binary_writing_test {
+
 namespace {
 
 using namespace platform;
@@ -213,3 +215,4 @@ TEST(BinaryWriting, takesNoLongerForDataThatAreChosenToHaveOneHash) {
 }
 
 }  // namespace
+}  // namespace binary_writing_test

@@ -9,6 +9,8 @@
 #include "tests/kit/print.h"
 #include "tests/property_lists/binary_file.h"
 
+namespace root_keys_test {
+
 namespace {
 
 using namespace platform;
@@ -131,3 +133,4 @@ TEST(BinaryRootKeys, areNotReadFromWhatIsMalformedElsewhere) {
 }
 
 }  // namespace
+}  // namespace root_keys_test

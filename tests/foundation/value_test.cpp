@@ -10,6 +10,8 @@
 #include <string>
 #include <vector>
 
+namespace value_test {
+
 namespace {
 
 using namespace platform;
@@ -221,3 +223,4 @@ TEST(Value, sharesWhatItCopies) {
 }
 
 }  // namespace
+}  // namespace value_test

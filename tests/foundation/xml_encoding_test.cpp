@@ -6,6 +6,8 @@
 #include "platform/foundation/property_list.h"
 #include "tests/kit/print.h"
 
+namespace xml_encoding_test {
+
 namespace {
 
 using namespace platform;
@@ -135,3 +137,4 @@ TEST(XmlEncoding, readsRootKeysInEveryEncoding) {
 }
 
 }  // namespace
+}  // namespace xml_encoding_test

@@ -9,6 +9,8 @@
 #include "platform/foundation/property_list.h"
 #include "tests/kit/print.h"
 
+namespace xml_reading_test {
+
 namespace {
 
 using namespace platform;
@@ -618,3 +620,4 @@ TEST(XmlReading, takesYearsOf32Bits) {
 }
 
 }  // namespace
+}  // namespace xml_reading_test

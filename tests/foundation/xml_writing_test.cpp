@@ -7,6 +7,8 @@
 
 #include "platform/foundation/property_list.h"
 
+namespace xml_writing_test {
+
 namespace {
 
 using namespace platform;
@@ -224,3 +226,4 @@ TEST(XmlWriting, refusesLargeTextSharedTooOften) {
 }
 
 }  // namespace
+}  // namespace xml_writing_test

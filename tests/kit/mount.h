@@ -20,7 +20,7 @@ class Mount {
 public:
     Mount(const Mount&) = delete;
     Mount& operator=(const Mount&) = delete;
-    ~Mount() { unmount(); }
+    virtual ~Mount() { unmount(); }
 
     /// Where the phone is mounted: what programs are to work on.
     const std::string& folder() const { return _folder; }

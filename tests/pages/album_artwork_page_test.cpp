@@ -7,6 +7,8 @@
 #include "pane.h"
 
 namespace pages_test {
+namespace album_artwork_page_test {
+
 namespace {
 
 using kit::atOnce;
@@ -118,4 +120,5 @@ TEST(AlbumArtworkPage, redrawsTheDelaysAfterAChoiceButDoesNotUpdateItself) {
 }
 
 }  // namespace
+}  // namespace album_artwork_page_test
 }  // namespace pages_test

@@ -5,6 +5,8 @@
 #include "pane.h"
 
 namespace pages_test {
+namespace quick_launcher_page_test {
+
 namespace {
 
 using kit::atOnce;
@@ -143,4 +145,5 @@ TEST(QuickLauncherPage, bringsTheDelaysBackOnReloadAndHidesThemAnew) {
 }
 
 }  // namespace
+}  // namespace quick_launcher_page_test
 }  // namespace pages_test
