@@ -9,6 +9,8 @@
 #include "platform/foundation/property_list.h"
 #include "tests/property_lists/binary_file.h"
 
+namespace hostile_property_lists_test {
+
 namespace {
 
 using namespace platform;
@@ -197,3 +199,4 @@ TEST(HostilePropertyList, thatGivesOneLargeObjectManyNumbersIsRejected) {
 }
 
 }  // namespace
+}  // namespace hostile_property_lists_test

@@ -9,6 +9,8 @@
 #include "pane.h"
 
 namespace pages_test {
+namespace choice_rows_test {
+
 namespace {
 
 using kit::withAnimation;
@@ -315,4 +317,5 @@ TEST(ChoiceModes, sayWhatATapMakesOfTheSetting) {
 }
 
 }  // namespace
+}  // namespace choice_rows_test
 }  // namespace pages_test
