@@ -17,6 +17,7 @@
 #include <limits>
 #include <system_error>
 
+#include "hosts/phones/file_reading.h"
 #include "hosts/phones/phone_file_system.h"
 #include "hosts/system/error_text.h"
 

@@ -38,7 +38,7 @@ std::vector<std::string> linesOf(const std::string& text);
 /// Whatever does not come within the time that a loaded machine may take throws std::runtime_error.
 class ChildProcess {
 public:
-    static constexpr std::chrono::seconds patience{100};
+    static constexpr std::chrono::seconds patience{250};
 
     /// `command` begins with the program's path. What the program complains of is seen where this
     /// process's own complaints are, and it has this process's environment.
