@@ -56,7 +56,7 @@ std::optional<Problem> AtomicChange::make(std::string_view path, const platform:
     for (int tries = 0; tries < mostTries; ++tries) {
         _problem.reset();
         _place.reset();
-        const Step step = find(path, change) ? tryOn(path, change) : Step::failed;
+        const Step step = find(change) ? tryOn(change) : Step::failed;
         if (step != Step::again) return _problem;
     }
     return Problem{_path, "cannot write", "another program keeps changing it"};
@@ -73,15 +73,15 @@ void AtomicChange::remark(const std::string& sentence) {
     if (_listener) _listener->remark(sentence);
 }
 
-bool AtomicChange::find(std::string_view path, const platform::Change& change) {
-    _place = _finder.find(path);
+bool AtomicChange::find(const platform::Change& change) {
+    _place = _finder.find(_path);
     if (!_place && _finder.failure().error == ENOENT) {
         // A change that comes to nothing makes no folders.
         if (auto wanted = change(std::nullopt); !wanted) {
             _problem = std::move(wanted).error();
             return false;
         }
-        if (_finder.makeFolders(path)) _place = _finder.find(path);
+        if (_finder.makeFolders(_path)) _place = _finder.find(_path);
     }
     if (_place) {
         waitForTurn(_calls, _place->folder);
@@ -91,9 +91,9 @@ bool AtomicChange::find(std::string_view path, const platform::Change& change) {
     return check(false, _finder.failure().step);
 }
 
-AtomicChange::Step AtomicChange::tryOn(std::string_view path, const platform::Change& change) {
+AtomicChange::Step AtomicChange::tryOn(const platform::Change& change) {
     Held held;
-    if (!read(path, held)) return Step::failed;
+    if (!read(held)) return Step::failed;
     auto wanted = change(held.bytes ? std::optional<std::string_view>(*held.bytes) : std::nullopt);
     if (!wanted) {
         _problem = std::move(wanted).error();
@@ -112,7 +112,7 @@ AtomicChange::Step AtomicChange::tryOn(std::string_view path, const platform::Ch
     const auto isNewest = isAsRead(held);
     if (!check(isNewest.has_value(), "cannot read it once more")) return Step::failed;
     if (!*isNewest) return Step::again;
-    if (wanted->isAnew && !keepOld(path, held)) return Step::failed;
+    if (wanted->isAnew && !keepOld(held)) return Step::failed;
     return putInPlace(temporary, held) ? Step::done : Step::failed;
 }
 
@@ -125,12 +125,13 @@ bool AtomicChange::putInPlace(TemporaryFile& temporary, const Held& held) {
         remark(_path + " was not understood and is written anew; what it was is now " +
                _path.substr(0, _path.rfind('/') + 1) + _movedTo);
     }
-    bool promisesDurability = !isFileSystemOfProgram(_place->folder.get());
-    const bool isDurable = synchroniseFolder(_calls, _place->folder, &promisesDurability);
-    if (!promisesDurability) {
+    const Given name = synchroniseFolder(_calls, _place->folder);
+    const int error = errno;
+    if (name == Given::refused || isFileSystemOfProgram(_place->folder.get())) {
         remark("the phone's file system does not promise that a change outlasts a loss of power right after it");
     }
-    if (!check(isDurable, "it is written, but its name may not outlast a crash")) return false;
+    errno = error;
+    if (!check(name != Given::failed, "it is written, but its name may not outlast a crash")) return false;
     if (held.isAside) removeEntry(_calls, _place->folder, asideNameOf(_place->name));
     return true;
 }
@@ -140,17 +141,15 @@ Descriptor AtomicChange::openOld(const std::string& name) {
 }
 
 // False when the file cannot be read just now, so that nobody knows what a change of it would be.
-bool AtomicChange::read(std::string_view path, Held& held) {
+bool AtomicChange::read(Held& held) {
     if (_place->old && !_place->holds(S_IFREG)) return true;
     held.file = openOld(_place->old ? _place->name : asideNameOf(_place->name));
     if (!held.file.isOpen() && errno == ENOENT) return true;
     held.isAside = !_place->old;
     std::string bytes;
-    Problem problem = readingProblem(path, errno);
+    Problem problem = readingProblem(_path, errno);
     if (held.file.isOpen()) {
-        struct stat status {};
-        if (uninterrupted([&] { return _calls.status(held.file.get(), status); }) == 0) held.status = status;
-        const auto stamp = readOpened(_calls, held.file, path, bytes, FileSystem::usualReadLimit);
+        const auto stamp = readOpened(_calls, held.file, _path, bytes, FileSystem::usualReadLimit, &held.status);
         if (stamp) {
             held.bytes = std::move(bytes);
             return true;
@@ -198,11 +197,11 @@ std::optional<bool> AtomicChange::isAsRead(const Held& held) {
 }
 
 // What was not understood is worth something to somebody all the same.
-bool AtomicChange::keepOld(std::string_view path, const Held& held) {
+bool AtomicChange::keepOld(const Held& held) {
     const bool isNothing = held.bytes ? held.bytes->empty() : !held.isUnreadable;
     if (isNothing) return true;
     if (held.bytes) {
-        const auto kept = keepFile(machinePath(_root), path, *held.bytes);
+        const auto kept = keepFile(machinePath(_root), _path, *held.bytes);
         if (kept) {
             remark(_path + " was not understood and is written anew; what it held is kept in " + *kept);
             return true;
@@ -248,7 +247,7 @@ bool AtomicChange::publishInSteps(TemporaryFile& temporary) {
     remark(
         "the phone's file system replaces no file in one step: for a moment of each change other programs find none");
     // The old file goes only once the new one's name is durable.
-    if (!synchroniseFolder(_calls, _place->folder)) return false;
+    if (synchroniseFolder(_calls, _place->folder) == Given::failed) return false;
     removeEntry(_calls, _place->folder, aside);
     return true;
 }

@@ -47,15 +47,15 @@ private:
     };
     enum class Step { done, failed, again };
 
-    bool find(std::string_view path, const platform::Change& change);
-    Step tryOn(std::string_view path, const platform::Change& change);
-    bool read(std::string_view path, Held& held);
+    bool find(const platform::Change& change);
+    Step tryOn(const platform::Change& change);
+    bool read(Held& held);
     Descriptor openOld(const std::string& name);
     bool fill(TemporaryFile& temporary, Held& held, std::string_view contents);
     // Whether the old file is still what was read; nothing when that cannot be told.
     std::optional<bool> isAsRead(const Held& held);
     bool putInPlace(TemporaryFile& temporary, const Held& held);
-    bool keepOld(std::string_view path, const Held& held);
+    bool keepOld(const Held& held);
     bool moveOldAway();
     void putOldBack();
     bool rename(const std::string& from, const std::string& to);

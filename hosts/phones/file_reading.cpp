@@ -16,6 +16,7 @@
 
 #include "hosts/system/deadline.h"
 #include "hosts/system/error_text.h"
+#include "hosts/system/named_file.h"
 
 namespace hosts {
 
@@ -141,13 +142,14 @@ Descriptor openToRead(const std::function<Descriptor()>& open) {
 }
 
 Result<Stamp> readOpened(FileCalls& calls, const Descriptor& file, std::string_view path, std::string& contents,
-                         std::size_t limit) {
+                         std::size_t limit, std::optional<struct stat>* told) {
     const auto failed = [&](Problem problem) {
         contents.clear();
         return problem;
     };
     struct stat status {};
     if (!statusOf(calls, file, status)) return failed(readingProblem(path, errno));
+    if (told != nullptr) *told = status;
     if (!S_ISREG(status.st_mode)) return failed({std::string(path), "cannot read", notAFile(status.st_mode)});
     const auto size = static_cast<std::uint64_t>(status.st_size);
     if (size > limit) return failed({std::string(path), "cannot read", tooLarge(size, limit)});
@@ -177,14 +179,6 @@ Result<Stamp> stampOf(FileCalls& calls, const Descriptor& file, std::string_view
     if (!statusOf(calls, file, status)) return readingProblem(path, errno);
     if (!S_ISREG(status.st_mode)) return Problem{std::string(path), "cannot read", notAFile(status.st_mode)};
     return stampFrom(status, false);
-}
-
-std::string kindName(mode_t mode) {
-    if (S_ISREG(mode)) return "a regular file";
-    if (S_ISDIR(mode)) return "a folder";
-    if (S_ISFIFO(mode)) return "a FIFO";
-    if (S_ISSOCK(mode)) return "a socket";
-    return "a device";
 }
 
 std::string notAFile(mode_t mode) {

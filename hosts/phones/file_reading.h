@@ -19,9 +19,11 @@ int readingFlags();
 /// lease on the file it is waited for, a second at most.
 Descriptor openToRead(const std::function<Descriptor()>& open);
 
-/// Reads an open regular file to its end. The stamp was taken before. The problem names `path`.
+/// Reads an open regular file to its end. The stamp was taken before, and so was `told`, which is set, unless it is
+/// null, once the file has told it. The problem names `path`.
 platform::Result<platform::Stamp> readOpened(FileCalls& calls, const Descriptor& file, std::string_view path,
-                                             std::string& contents, std::size_t limit);
+                                             std::string& contents, std::size_t limit,
+                                             std::optional<struct stat>* told = nullptr);
 
 /// Whether the open file holds just these bytes; nothing, with errno set, when it cannot be read.
 std::optional<bool> holdsJust(FileCalls& calls, const Descriptor& file, std::string_view contents);
@@ -32,8 +34,6 @@ platform::Problem readingProblem(std::string_view path, int error);
 /// The stamp of what is open; nothing, with errno set, when that cannot be told.
 platform::Result<platform::Stamp> stampOf(FileCalls& calls, const Descriptor& file, std::string_view path);
 
-/// "a folder", "a FIFO"…
-std::string kindName(mode_t mode);
 std::string notAFile(mode_t mode);
 std::string tooLarge(std::uint64_t size, std::size_t limit);
 

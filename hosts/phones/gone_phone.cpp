@@ -11,14 +11,12 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <limits>
-#include <system_error>
 
+#include "hosts/phones/confined_open.h"
 #include "hosts/phones/file_reading.h"
-#include "hosts/phones/phone_file_system.h"
 #include "hosts/system/error_text.h"
 
 namespace hosts {
@@ -62,9 +60,7 @@ bool isListed(std::uint64_t mount) {
 
 // What the kernel says of a folder that has been removed. One may have that name as well.
 bool isNamedDeleted(int folder) {
-    std::error_code missing;
-    const auto name = std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(folder), missing);
-    return name.native().ends_with(" (deleted)");
+    return machinePath(folder).ends_with(" (deleted)");
 }
 
 // Some mounts tell a link count of 0 of folders that are there. The list is sure: of one that has been deleted the

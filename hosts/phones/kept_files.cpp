@@ -31,16 +31,6 @@ std::string timeText() {
     return text.data();
 }
 
-// Two phones' folders may have one name. FNV-1a, since a phone's name must be the same in each version of the program.
-std::string placeNumber(std::string_view place) {
-    std::uint32_t number = 0x811C9DC5;
-    for (const char byte : place)
-        number = (number ^ static_cast<unsigned char>(byte)) * 0x01000193;
-    std::array<char, 9> text{};
-    std::snprintf(text.data(), text.size(), "%08x", number);
-    return text.data();
-}
-
 struct Kept {
     fs::path path;
     std::uintmax_t size;
@@ -77,8 +67,9 @@ Result<std::string> keepFile(const std::string& phone, std::string_view path, st
     const auto state = stateFolder();
     if (!state) return state.error();
     const std::string folder = *state + "/kept";
-    const std::string owner =
-        fileNameFrom(fs::path{phone}.filename().string(), "phone").substr(0, 60) + "-" + placeNumber(phone) + " ";
+    // Two phones' folders may have one name.
+    const std::string owner = fileNameFrom(fs::path{phone}.filename().string(), "phone").substr(0, 60) + "-" +
+                              textNumber(phone).substr(0, 8) + " ";
     makeRoom(folder, owner, contents.size());
     const std::string name = fileNameFrom(fs::path{path}.filename().string(), "file").substr(0, 100);
     auto file = NewFile::create(folder, owner + name + " " + timeText(), "");
@@ -87,7 +78,7 @@ Result<std::string> keepFile(const std::string& phone, std::string_view path, st
     if (const auto kept = file->keep(); !kept) return kept.error();
     FileCalls& calls = FileCalls::system();
     const Descriptor names{::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
-    if (!names.isOpen() || !synchroniseFolder(calls, names))
+    if (!names.isOpen() || synchroniseFolder(calls, names) == Given::failed)
         return Problem{folder, "cannot write", "it is not durable"};
     return file->path();
 }

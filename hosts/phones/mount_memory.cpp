@@ -5,26 +5,16 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdint>
-#include <cstdio>
 #include <filesystem>
-#include <string_view>
 #include <system_error>
 
 #include "hosts/system/new_file.h"
+#include "hosts/system/state_folder.h"
 
 namespace hosts {
 namespace {
 
 namespace fs = std::filesystem;
-
-// FNV-1a. Which folder an entry is about is what it leads to, so two that share a name are never mixed up.
-std::uint64_t hashOf(std::string_view text) {
-    std::uint64_t hash = 0xcbf29ce484222325;
-    for (const char letter : text)
-        hash = (hash ^ static_cast<unsigned char>(letter)) * 0x100000001b3;
-    return hash;
-}
 
 bool isMount(int root) {
     struct statx status {};
@@ -39,10 +29,9 @@ bool isMount(int root) {
 
 }  // namespace
 
+// Which folder an entry is about is what it leads to, so two that share a name are never mixed up.
 std::string MountMemory::entryFor(const std::string& place) const {
-    char name[17];
-    std::snprintf(name, sizeof name, "%016llx", static_cast<unsigned long long>(hashOf(place)));
-    return _folder + "/" + name;
+    return _folder + "/" + textNumber(place);
 }
 
 bool MountMemory::has(const std::string& place) const {

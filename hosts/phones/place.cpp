@@ -9,7 +9,6 @@
 #include <climits>
 
 #include "hosts/phones/confined_open.h"
-#include "hosts/phones/file_attributes.h"
 #include "hosts/phones/temporary_file.h"
 
 namespace hosts {
@@ -127,14 +126,13 @@ bool PlaceFinder::makeFolder(const Descriptor& parent, const std::string& name) 
     constexpr int flags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW;
     const Descriptor made = openEntry(_calls, parent, name, flags);
     // The process's own mask must not keep the phone's other programs out.
-    return made.isOpen() && giveMode(_calls, made, newFolderMode) != Given::failed && synchroniseFolder(_calls, parent);
+    return made.isOpen() && giveMode(_calls, made, newFolderMode) != Given::failed &&
+           synchroniseFolder(_calls, parent) != Given::failed;
 }
 
-bool synchroniseFolder(FileCalls& calls, const Descriptor& folder, bool* promisesDurability) {
-    if (synchroniseFile(calls, folder)) return true;
-    if (errno != EINVAL && errno != ENOTSUP) return false;
-    if (promisesDurability != nullptr) *promisesDurability = false;
-    return true;
+Given synchroniseFolder(FileCalls& calls, const Descriptor& folder) {
+    if (synchroniseFile(calls, folder)) return Given::kept;
+    return errno == EINVAL || errno == ENOTSUP ? Given::refused : Given::failed;
 }
 
 }  // namespace hosts

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "hosts/phones/file_attributes.h"
 #include "hosts/system/descriptor.h"
 
 namespace hosts {
@@ -58,8 +59,7 @@ private:
     Failure _failure{};
 };
 
-/// Makes the names in the folder durable. Some file systems have nothing to synchronise in a folder and say so: they
-/// count as done, and `promisesDurability` is false afterwards.
-bool synchroniseFolder(FileCalls& calls, const Descriptor& folder, bool* promisesDurability = nullptr);
+/// Makes the names in the folder durable. Some file systems have nothing to synchronise in a folder, and refuse.
+Given synchroniseFolder(FileCalls& calls, const Descriptor& folder);
 
 }  // namespace hosts

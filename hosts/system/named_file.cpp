@@ -24,6 +24,14 @@ Descriptor openNamed(const std::string& path) {
 
 }  // namespace
 
+std::string kindName(mode_t mode) {
+    if (S_ISREG(mode)) return "a regular file";
+    if (S_ISDIR(mode)) return "a folder";
+    if (S_ISFIFO(mode)) return "a FIFO";
+    if (S_ISSOCK(mode)) return "a socket";
+    return "a device";
+}
+
 bool namesOpenFile(const std::string& path) {
     struct stat status {};
     return !openNamed(path).isOpen() && errno == ELOOP && ::stat(path.c_str(), &status) == 0;
@@ -33,10 +41,8 @@ std::optional<std::string> namedInPlaceOfFile(const std::string& path) {
     const Descriptor thing = openNamed(path);
     struct stat status {};
     if (!thing.isOpen() || ::fstat(thing.get(), &status) != 0) return std::nullopt;
-    if (S_ISFIFO(status.st_mode)) return "a FIFO";
-    if (S_ISSOCK(status.st_mode)) return "a socket";
-    if (S_ISCHR(status.st_mode) || S_ISBLK(status.st_mode)) return "a device";
-    return std::nullopt;
+    if (S_ISREG(status.st_mode) || S_ISDIR(status.st_mode)) return std::nullopt;
+    return kindName(status.st_mode);
 }
 
 }  // namespace hosts

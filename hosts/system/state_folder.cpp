@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/system/state_folder.h"
 
+#include <array>
+#include <cstdint>
+#include <cstdio>
 #include <cstdlib>
 #include <string_view>
 
@@ -33,6 +36,16 @@ Result<std::string> stateFolder() {
 
 Result<std::string> dataFolder() {
     return userFolder("XDG_DATA_HOME", "/.local/share", "cannot tell where the user's data is kept");
+}
+
+// FNV-1a.
+std::string textNumber(std::string_view text) {
+    std::uint64_t number = 0xcbf29ce484222325;
+    for (const char letter : text)
+        number = (number ^ static_cast<unsigned char>(letter)) * 0x100000001b3;
+    std::array<char, 17> digits{};
+    std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(number));
+    return digits.data();
 }
 
 }  // namespace hosts

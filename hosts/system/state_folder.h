@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "platform/foundation/result.h"
 
@@ -14,5 +15,9 @@ platform::Result<std::string> stateFolder();
 
 /// The same among the folders of the user's data: $XDG_DATA_HOME/trivel3 or ~/.local/share/trivel3.
 platform::Result<std::string> dataFolder();
+
+/// Sixteen hexadecimal digits that stand for a text in the names of what is kept there, the same in each version of the
+/// program. Two texts may have the same.
+std::string textNumber(std::string_view text);
 
 }  // namespace hosts
