@@ -17,6 +17,7 @@
 #include "hosts/phones/gone_phone.h"
 #include "hosts/phones/temporary_file.h"
 #include "hosts/system/error_text.h"
+#include "hosts/system/named_file.h"
 #include "platform/foundation/property_list.h"
 
 namespace hosts {
@@ -41,7 +42,11 @@ std::optional<std::string> faultOf(std::string_view path, std::string_view conte
 
 }  // namespace
 
-PhoneFileSystem::PhoneFileSystem(Descriptor root, FileCalls& calls) : _root(std::move(root)), _calls(&calls) {}
+// A file system that is a program may remember what a path led to, but not beyond the opening of the file.
+PhoneFileSystem::PhoneFileSystem(Descriptor root, FileCalls& calls)
+    : _root(std::move(root)),
+      _calls(&calls),
+      _lookingFlags(isFileSystemOfProgram(_root.get()) ? readingFlags() : O_PATH) {}
 
 Result<PhoneFileSystem> PhoneFileSystem::open(const std::string& folder, FileCalls& calls) {
     Descriptor root{::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)};
@@ -75,9 +80,8 @@ Descriptor PhoneFileSystem::openFile(std::string_view path, int flags) const {
     return file;
 }
 
-// A file system that is a program may remember what a path led to, but not beyond the opening of the file.
 Result<Stamp> PhoneFileSystem::look(std::string_view path) const {
-    const Descriptor file = openFile(path, isFileSystemOfProgram(_root.get()) ? readingFlags() : O_PATH);
+    const Descriptor file = openFile(path, _lookingFlags);
     if (!file.isOpen()) return readingProblem(path, errno);
     return stampOf(*_calls, file, path);
 }
@@ -92,11 +96,8 @@ Result<Stamp> PhoneFileSystem::readFile(std::string_view path, std::string& cont
         return readingProblem(path, error);
     }();
     if (!_tellsPassedOver) return reading;
-    if (!reading) {
-        tellUnread(path, limit);
-    } else if (const auto fault = faultOf(path, contents)) {
-        tellPassedOver(_listener, path, *fault);
-    }
+    const auto fault = reading ? faultOf(path, contents) : whyUnread(path, limit);
+    if (fault) tellPassedOver(_listener, path, *fault);
     return reading;
 }
 
@@ -153,15 +154,11 @@ std::optional<std::string> PhoneFileSystem::whyUnreached(std::string_view path) 
     return std::nullopt;
 }
 
-void PhoneFileSystem::tellUnread(std::string_view path, std::size_t limit) const {
-    if (!_tellsPassedOver) return;
-    if (const auto reason = whyUnread(path, limit)) tellPassedOver(_listener, path, *reason);
-}
-
 Result<Stamp> PhoneFileSystem::changeFile(std::string_view path, const platform::Change& change) {
-    if (auto gone = goneProblem(_root.get(), path, "cannot write")) return *std::move(gone);
-    if (auto problem = AtomicChange{*_calls, _root.get(), _listener}.make(path, change)) return *std::move(problem);
-    return look(path);
+    auto problem = AtomicChange{*_calls, _root.get(), _listener}.make(path, change);
+    if (!problem) return look(path);
+    auto gone = goneProblem(_root.get(), path, "cannot write");
+    return gone ? *std::move(gone) : *std::move(problem);
 }
 
 }  // namespace hosts

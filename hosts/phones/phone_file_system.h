@@ -49,10 +49,10 @@ private:
     std::optional<std::string> whyUnread(std::string_view path, std::size_t limit) const;
     std::optional<std::string> whyUnlisted(std::string_view path) const;
     std::optional<std::string> whyUnreached(std::string_view path) const;
-    void tellUnread(std::string_view path, std::size_t limit) const;
 
     Descriptor _root;
     FileCalls* _calls;
+    int _lookingFlags;
     PhoneListener* _listener = nullptr;
     bool _tellsPassedOver = false;
 };
