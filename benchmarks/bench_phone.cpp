@@ -47,7 +47,7 @@ BenchPhone::BenchPhone(std::string_view settings, Durability durability)
     if (settings.empty()) return;
     const auto made = _files->changeFile(trivel3::PreferenceStore::settingsFile,
                                          [settings = std::string(settings)](std::optional<std::string_view>) {
-                                             return platform::Result<std::string>(settings);
+                                             return platform::NewContent{settings, false};
                                          });
     if (!made) throw std::runtime_error(made.error().text());
 }

@@ -100,7 +100,8 @@ endfunction()
 # for.
 function(trivel3_benchmark name)
     trivel3_tool(${name} benchmarks ${ARGN})
-    trivel3_folder(${name} benchmarks)
+    file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+    trivel3_folder(${name} ${folder})
 endfunction()
 
 # trivel3_fuzz(NAME RUNS … SOURCES … LIBRARIES …): a fuzz target, which script/fuzz runs. RUNS is how many inputs
