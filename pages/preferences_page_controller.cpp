@@ -42,6 +42,7 @@ std::shared_ptr<PSSpecifier> KavixPreferencesPageController::makeRow(const Row& 
     if (row.kind == PSCellType::listItem) {
         made->setUserInfo(platform::Dictionary{{std::string(ChoiceInfo::identifier), Value(row.key)},
                                                {std::string(ChoiceInfo::value), Value(row.value)}});
+        if (row.mode != ChoiceMode::singleValue) made->setProperty_forKey(Value(true), platform::PSPropertyKey::isFlag);
     }
     if (!row.footer.empty()) made->setProperty_forKey(Value(row.footer), platform::PSPropertyKey::footerText);
     if (!row.image.empty())

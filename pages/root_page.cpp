@@ -118,6 +118,7 @@ void KavixPreferencesController::viewDidLoad() {
 
     auto heart = std::make_shared<platform::UIButton>();
     heart->setImage_forState(bundleImage(platform(), "Heart"), platform::UIControlStateNormal);
+    heart->setAccessibilityLabel("Share");
     heart->sizeToFit();
     heart->addTarget_action_forControlEvents([this](platform::UIButton& sender) { heartButtonAction(sender); },
                                              platform::UIControlEventTouchUpInside);

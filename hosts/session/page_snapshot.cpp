@@ -28,6 +28,11 @@ std::shared_ptr<const platform::UIImage> firstImage(const platform::UIView& view
     return nullptr;
 }
 
+bool isSingleValue(const platform::PSSpecifier& row) {
+    const platform::Dictionary* info = row.userInfo() ? row.userInfo()->dictionary() : nullptr;
+    return info && info->find(choiceKey) && !row.propertyForKey(platform::PSPropertyKey::isFlag);
+}
+
 void describeChoice(RowSnapshot& row, const platform::PSSpecifier& specifier) {
     const platform::Dictionary* info = specifier.userInfo() ? specifier.userInfo()->dictionary() : nullptr;
     if (!info) return;
@@ -94,6 +99,7 @@ RowLook RowLook::of(const platform::UITableViewCell& cell) {
         look.kind = rowKind(*listCell->specifier());
         look.enabled = listCell->isCellEnabled();
         look.checked = listCell->isChecked();
+        look.isOneOfSeveral = isSingleValue(*listCell->specifier());
         if (listCell->isSwitch()) look.on = listCell->isOn();
     }
     return look;

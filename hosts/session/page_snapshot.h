@@ -28,6 +28,8 @@ struct RowLook {
     bool enabled = true;
     /// The state that the cell was last given with `setChecked:`.
     bool checked = false;
+    /// Whether a mark on this row takes the mark from its fellows: one value of several, and no flag of many.
+    bool isOneOfSeveral = false;
     /// A switch's state.
     std::optional<bool> on;
     platform::UITableViewCellAccessoryType accessory = platform::UITableViewCellAccessoryType::none;

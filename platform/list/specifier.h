@@ -25,12 +25,14 @@ enum class PSCellType { group = 0, link = 1, listItem = 3, switchCell = 6 };
 /// A row's property: a value, or an image.
 using PSProperty = std::variant<Value, std::shared_ptr<const UIImage>>;
 
-/// The properties that the list framework itself reads.
+/// The properties that the list framework itself, or its host, reads.
 namespace PSPropertyKey {
 inline constexpr std::string_view footerText = "footerText";
 inline constexpr std::string_view iconImage = "iconImage";
 inline constexpr std::string_view enabled = "enabled";
 inline constexpr std::string_view label = "label";
+/// There on a row that is checked and unchecked by itself, whatever its fellows are.
+inline constexpr std::string_view isFlag = "isFlag";
 }  // namespace PSPropertyKey
 
 /// One row of a list page, or the group row that opens a section.

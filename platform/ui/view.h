@@ -2,6 +2,8 @@
 #pragma once
 
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/foundation/export.h"
@@ -47,6 +49,10 @@ public:
 
     double cornerRadius() const { return _cornerRadius; }
     void setCornerRadius(double radius) { _cornerRadius = radius; }
+    /// What the view does or shows, in words; empty where nobody has said.
+    const std::string& accessibilityLabel() const { return _accessibilityLabel; }
+    void setAccessibilityLabel(std::string label) { _accessibilityLabel = std::move(label); }
+
     bool clipsToBounds() const { return _clipsToBounds; }
     void setClipsToBounds(bool clips) { _clipsToBounds = clips; }
 
@@ -59,6 +65,7 @@ private:
     std::vector<std::shared_ptr<UIView>> _subviews;
     double _cornerRadius = 0;
     bool _clipsToBounds = false;
+    std::string _accessibilityLabel;
 };
 
 }  // namespace platform

@@ -17,7 +17,7 @@ protected:
     }
     void openPost() {
         open();
-        click(named(view().rootObject(), "Heart"));
+        click(named(view().rootObject(), "Share"));
         ASSERT_TRUE(waitFor([this] { return navigation().isComposerShown(); }));
         settle();
     }
@@ -148,7 +148,7 @@ TEST_F(ComposerInAWindow, emptyPostCannotBePosted) {
 TEST_F(ComposerInAWindow, pagesBelowDoNotAnswer) {
     open();
     const QPointF place = row("Hot Corners")->mapToScene({280, 22});
-    click(named(view().rootObject(), "Heart"));
+    click(named(view().rootObject(), "Share"));
     QTest::mouseClick(&view(), Qt::LeftButton, {}, place.toPoint());
     settle();
     EXPECT_EQ(settings(), "");
@@ -161,7 +161,7 @@ TEST_F(ComposerInAWindow, pagesBelowDoNotAnswer) {
 
 TEST_F(ComposerInAWindow, animatedOneIsSeenToLeave) {
     open(false);
-    click(named(view().rootObject(), "Heart"));
+    click(named(view().rootObject(), "Share"));
     ASSERT_TRUE(waitFor([this] { return navigation().isComposerShown(); }));
     QTest::qWait(400);
     navigation().composer()->cancel();

@@ -94,9 +94,9 @@ TEST_F(Keyboard, tabReachesEverythingInTurn) {
 
 TEST_F(Keyboard, tabAndEnterTouchTheHeart) {
     open();
-    for (int i = 0; i < 4 && view().activeFocusItem()->property("name") != "Heart"; ++i)
+    for (int i = 0; i < 4 && view().activeFocusItem()->property("name") != "Share"; ++i)
         press(Qt::Key_Tab);
-    ASSERT_EQ(view().activeFocusItem()->property("name").toString(), "Heart");
+    ASSERT_EQ(view().activeFocusItem()->property("name").toString(), "Share");
     press(Qt::Key_Return);
     EXPECT_TRUE(navigation().isComposerShown());
 }

@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <memory>
 
+#include "hosts/desktop/accessible/accessible_tree.h"
 #include "hosts/desktop/drawing/qt_values.h"
 
 namespace {
@@ -36,6 +37,7 @@ int main(int argumentCount, char** arguments) {
     QGuiApplication application(argumentCount, arguments);
     QGuiApplication::setFont(hosts::desktop::systemFont(17));
     QAccessible::setActive(true);
+    hosts::desktop::installAccessibleTree();
     testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<NotedWarnings>().release());
     qInstallMessageHandler(note);
     return RUN_ALL_TESTS();

@@ -34,8 +34,7 @@ ViewHandle Page::rightItem() const {
 
 QString Page::rightItemName() const {
     platform::UIButton* const button = rightButtonOf(*_controller);
-    const auto image = button ? button->imageForState(platform::UIControlStateNormal) : nullptr;
-    return image ? QString::fromStdString(image->name()) : QString();
+    return button ? QString::fromStdString(button->accessibilityLabel()) : QString();
 }
 
 std::shared_ptr<platform::UIView> Page::headerView() const {

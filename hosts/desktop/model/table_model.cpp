@@ -222,6 +222,46 @@ int TableModel::rowBeside(int line, int step) const {
     return isLine(beside) ? beside : -1;
 }
 
+bool TableModel::says(int line) const {
+    return isLine(line) && (lineAt(line).isRow() || !sectionText(lineAt(line)).isEmpty());
+}
+
+SpokenLine TableModel::spoken(int line) const {
+    if (!isLine(line)) return {};
+    const TableLine& told = lineAt(line);
+    if (!told.isRow()) return {told.part, false, sectionText(told), {}, {}};
+    const auto position = static_cast<std::size_t>(line);
+    SpokenLine spoken{told.part, told.isView(), {}, footerBelow(position), lookOf(told)};
+    QStringList texts{QString::fromStdString(spoken.look.label)};
+    for (const std::string& detail : spoken.look.details)
+        texts.append(QString::fromStdString(detail).replace(u'\n', u' '));
+    spoken.name = texts.join(QStringLiteral(", "));
+    return spoken;
+}
+
+// The cell of a row that is not on the screen is produced for the answer alone.
+RowLook TableModel::lookOf(const TableLine& line) const {
+    if (line.live) return line.live->look;
+    const auto path = _table ? placeOf(line) : std::nullopt;
+    const auto cell = path ? _table->produceCellForRowAtIndexPath(*path) : nullptr;
+    if (!cell) return {};
+    const RowLook look = RowLook::of(*cell);
+    if (line.isView()) _table->enqueueReusableCell(cell);
+    return look;
+}
+
+QString TableModel::footerBelow(std::size_t line) const {
+    if (!isLast(line) || line + 1 == _lines.size()) return {};
+    return sectionText(_lines[line + 1]);
+}
+
+void TableModel::activate(int line) {
+    if (!isLine(line) || !lineAt(line).isRow()) return;
+    const RowLook look = lookOf(lineAt(line));
+    if (!look.enabled) return;
+    look.on ? moveSwitch(line, !*look.on) : tap(line);
+}
+
 void TableModel::tap(int line) {
     if (!_table || !isLine(line) || !lineAt(line).isRow()) return;
     _table->touchRowAtIndexPath(lineAt(line).path);

@@ -47,6 +47,15 @@ struct TableLine {
     bool isView() const { return isRow() && !specifier; }
 };
 
+/// A line as it is told to those who cannot see it.
+struct SpokenLine {
+    TableLine::Part part = TableLine::Part::row;
+    bool isView = false;
+    QString name;
+    QString description;  ///< what stands below the row
+    RowLook look;         ///< a row's
+};
+
 /// A page's table, line by line. A row's cell is produced when the row's delegate first asks what it
 /// shows, and kept until the delegate says that it has gone.
 class TableModel : public QAbstractListModel, public platform::TableHost {
@@ -95,6 +104,15 @@ public:
     /// The row nearest to a line, going by the step, which is not the line itself; -1 for none.
     Q_INVOKABLE int rowBeside(int line, int step) const;
 
+    /// What a line says, whether or not it is on the screen; nothing for a number that is no line's.
+    SpokenLine spoken(int line) const;
+    /// Whether it says anything: there are headers and footers without a text.
+    bool says(int line) const;
+    int idAt(int line) const { return isLine(line) ? lineAt(line).id : 0; }
+
+    /// What Enter, Space and others who have no finger do to the row: its switch is moved where it has one, and else it
+    /// is tapped. Nothing on a row that is greyed.
+    Q_INVOKABLE void activate(int line);
     /// A finger on the row.
     Q_INVOKABLE void tap(int line);
     /// The row's switch moved.
@@ -144,6 +162,8 @@ private:
 
     QVariant rowData(TableLine& line, int role) const;
     QString sectionText(const TableLine& line) const;
+    RowLook lookOf(const TableLine& line) const;
+    QString footerBelow(std::size_t line) const;
     bool isStart(std::size_t line) const;
     bool isLast(std::size_t line) const;
     bool isBare(std::size_t line) const;

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "hosts/desktop/accessible/accessible_tree.h"
 #include "hosts/desktop/drawing/qt_values.h"
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/desktop/program/desktop_taste.h"
@@ -46,6 +47,7 @@ void setUpApplication() {
     QGuiApplication::setDesktopFileName(QStringLiteral("com.fenwary.trivel3.Settings"));
     QGuiApplication::setFont(systemFont(usualFontSize));
     chooseRenderer();
+    installAccessibleTree();
 }
 
 int runScreenshots(OpenedPhone& phone, const Options& options) {

@@ -9,19 +9,19 @@ namespace {
 
 constexpr int patience = 1000;  // ms
 
-const QString interface = QStringLiteral("com.fenwary.trivel3.Settings");
-const QString object = QStringLiteral("/com/fenwary/trivel3/Settings");
+const QString busInterface = QStringLiteral("com.fenwary.trivel3.Settings");
+const QString busObject = QStringLiteral("/com/fenwary/trivel3/Settings");
 
 }  // namespace
 
 // No part of a name on the bus begins with a digit.
-SingleInstance::SingleInstance(const QString& key) : _name(interface + QStringLiteral(".phone_") + key) {}
+SingleInstance::SingleInstance(const QString& key) : _name(busInterface + QStringLiteral(".phone_") + key) {}
 
 bool SingleInstance::claim() {
     if (!_bus.isConnected()) return true;
     _bus.interface()->setTimeout(patience);
     // Before the name: who sees the name may call at once.
-    _bus.registerObject(object, this, QDBusConnection::ExportScriptableSlots);
+    _bus.registerObject(busObject, this, QDBusConnection::ExportScriptableSlots);
     if (_bus.registerService(_name)) return true;
     if (raiseOther()) return false;
     // The other may have ended by now.
@@ -30,7 +30,7 @@ bool SingleInstance::claim() {
 }
 
 bool SingleInstance::raiseOther() {
-    QDBusMessage call = QDBusMessage::createMethodCall(_name, object, interface, QStringLiteral("Raise"));
+    QDBusMessage call = QDBusMessage::createMethodCall(_name, busObject, busInterface, QStringLiteral("Raise"));
     call << qEnvironmentVariable("XDG_ACTIVATION_TOKEN");
     return _bus.call(call, QDBus::Block, patience).type() == QDBusMessage::ReplyMessage;
 }

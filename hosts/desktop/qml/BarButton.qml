@@ -19,7 +19,8 @@ FocusScope {
 
     Accessible.role: Accessible.Button
     Accessible.name: name
-    Accessible.onPressAction: activated()
+    // In place of a handler of the press action, which would be told beside the one that a button has anyway.
+    function accessiblePressAction() { if (enabled) activated() }
 
     Keys.onReturnPressed: activated()
     Keys.onEnterPressed: activated()

@@ -28,7 +28,7 @@ FocusScope {
     enabled: navigation.composerShown && navigation.message === ""
 
     Accessible.role: Accessible.Dialog
-    Accessible.name: form.item ? form.item.title : ""
+    readonly property string title: form.item ? form.item.title : ""
 
     Rectangle {
         anchors.fill: parent

@@ -11,11 +11,6 @@ TableRow {
 
     onActivated: row.table.model.tap(row.index)
 
-    Accessible.role: Accessible.ListItem
-    Accessible.checkable: true
-    Accessible.checked: marked
-    Accessible.selected: marked
-
     RowPicture {
         row: row
         picture: row.picture

@@ -11,8 +11,6 @@ TableRow {
 
     onActivated: row.table.model.tap(row.index)
 
-    Accessible.role: Accessible.Button
-
     RowPicture {
         row: row
         picture: row.picture

@@ -25,7 +25,8 @@ FocusScope {
 
     visible: slide > -1 && slide < 1
     enabled: isSeen
-    Accessible.ignored: !isSeen
+    readonly property string title: page.title
+    Accessible.role: Accessible.Pane
     onIsSeenChanged: if (isSeen) table.forceActiveFocus()
     Component.onCompleted: if (isSeen) table.forceActiveFocus()
 

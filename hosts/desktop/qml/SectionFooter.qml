@@ -17,10 +17,6 @@ Item {
     height: shown
     Component.onCompleted: shown = wanted
 
-    Accessible.role: Accessible.StaticText
-    Accessible.name: text
-    Accessible.ignored: text === ""
-
     // Lines that come or go in the same breath take the change of height along as they move.
     onWantedChanged: {
         motion.stop()

@@ -14,10 +14,6 @@ Item {
     /// On whole points, so that the lines of the rows below stay thin.
     readonly property real words: Math.ceil(title.implicitHeight)
 
-    Accessible.role: Accessible.Heading
-    Accessible.name: text
-    Accessible.ignored: text === ""
-
     // Opaque: rows on the move pass below.
     Rectangle {
         anchors.fill: parent

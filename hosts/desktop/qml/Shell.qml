@@ -13,6 +13,9 @@ FocusScope {
 
     focus: true
 
+    readonly property string title: ""
+    Accessible.role: Accessible.Pane
+
     Binding { target: Theme; property: "dark"; value: shell.dark }
     Binding { target: Theme; property: "reducedMotion"; value: shell.reducedMotion }
     Binding { target: Theme; property: "showsFocus"; value: shell.showsFocus }

@@ -12,11 +12,6 @@ TableRow {
     answersTouch: false
     onActivated: move(!isOn)
 
-    Accessible.role: Accessible.CheckBox
-    Accessible.checkable: true
-    Accessible.checked: isOn
-    Accessible.onToggleAction: move(!isOn)
-
     function move(on) {
         if (row.usable) row.table.model.moveSwitch(row.index, on)
     }

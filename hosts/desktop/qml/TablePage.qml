@@ -19,8 +19,8 @@ ListView {
     currentIndex: -1
     activeFocusOnTab: true
 
+    readonly property string title: page.title
     Accessible.role: Accessible.List
-    Accessible.name: page.title
 
     model: page.table
 
@@ -31,6 +31,7 @@ ListView {
         dark: Theme.dark
         Accessible.role: Accessible.StaticText
         Accessible.name: list.page.headerText
+        Accessible.focusable: false
         Accessible.ignored: list.page.headerText === ""
     }
 

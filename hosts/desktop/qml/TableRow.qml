@@ -2,8 +2,7 @@
 import QtQuick
 import Trivel3.Settings
 
-/// What every row has: its ground, the line below it, the answer to touches and keys, its name for
-/// those who cannot see it. Rows of each kind build on it.
+/// What every row has: its ground, the line below it, the answer to touches and keys. Rows of each kind build on it.
 Item {
     id: row
 
@@ -30,13 +29,6 @@ Item {
     width: ListView.view ? ListView.view.width : 0
     height: rowHeight
     enabled: usable
-
-    Accessible.name: text
-    // Greyed rows are disabled items; not every version of Qt hands that on.
-    Accessible.description: usable ? "" : qsTr("Dimmed")
-    Accessible.focusable: true
-    Accessible.focused: isCurrent
-    Accessible.onPressAction: row.activated()
 
     Component.onDestruction: row.table.model.lineLeft(row.lineId)
 

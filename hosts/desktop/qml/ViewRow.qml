@@ -11,8 +11,6 @@ TableRow {
 
     onActivated: row.table.model.tap(row.index)
 
-    Accessible.role: Accessible.Button
-
     ViewTree {
         width: implicitWidth
         height: implicitHeight
