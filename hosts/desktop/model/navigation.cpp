@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "hosts/session/printable.h"
 #include "hosts/session/title_path.h"
 
 namespace hosts::desktop {
@@ -150,8 +151,9 @@ void Navigation::didPresent(const std::shared_ptr<platform::UIViewController>& p
     auto composer = Composer::of(presented, _handOver);
     if (!composer) return;
     QQmlEngine::setObjectOwnership(composer.get(), QQmlEngine::CppOwnership);
-    connect(composer.get(), &Composer::told, this,
-            [this](const QString& message) { tell({.about = Banner::About::composer, .text = message}); });
+    connect(composer.get(), &Composer::ended, this, &Navigation::tellOutcome);
+    connect(composer.get(), &Composer::closeAgreed, this, &Navigation::closeAgreed);
+    _banners.withdraw(Banner::About::composer);
     _composer = std::move(composer);
     _isComposerAnimated = animated;
     emit composerChanged();
@@ -161,9 +163,23 @@ void Navigation::didPresent(const std::shared_ptr<platform::UIViewController>& p
 
 void Navigation::didDismiss(bool animated) {
     if (!_isComposerShown) return;
+    _banners.withdraw(Banner::About::composer);
     _isComposerShown = false;
     _isComposerAnimated = animated;
     emit composerShownChanged();
+}
+
+// What has opened is before the user's eyes.
+void Navigation::tellOutcome(const ComposerOutcome& outcome) {
+    if (outcome.weight == ComposerOutcome::Weight::plain) return;
+    Banner banner{.about = Banner::About::composer,
+                  .text = QString::fromStdString(printable(outcome.text)),
+                  .isProblem = outcome.weight == ComposerOutcome::Weight::problem};
+    if (outcome.beginAgain) {
+        banner.action = tr("Begin Again");
+        banner.act = outcome.beginAgain;
+    }
+    tell(std::move(banner));
 }
 
 void Navigation::composerLeft() {

@@ -62,6 +62,9 @@ public:
     /// Something for the user to read, over whatever page or composer is seen.
     void tell(Banner banner) { _banners.tell(std::move(banner)); }
 
+    /// Whether the window may close. If not, the user has been asked, and `closeAgreed` may follow.
+    bool mayClose() { return !_isComposerShown || _composer->mayClose(); }
+
     Q_INVOKABLE bool back();
     /// A popped page has been seen to leave, or a dismissed composer.
     Q_INVOKABLE void pageLeft(hosts::desktop::Page* page);
@@ -80,9 +83,12 @@ signals:
     void currentChanged();
     void composerChanged();
     void composerShownChanged();
+    /// The window may close now.
+    void closeAgreed();
 
 private:
     Banners* bannersForQml() { return &_banners; }
+    void tellOutcome(const ComposerOutcome& outcome);
     void publishLater();
     void publish();
     void publishNewPages();
