@@ -32,12 +32,16 @@ std::string mailText(const platform::MFMailComposeViewController& mail) {
 
 }  // namespace
 
-hosts::MailHandOver NotedHandOver::sendMail(const platform::MFMailComposeViewController& mail) {
+hosts::MailHandOver NotedHandOver::sendMail(const platform::MFMailComposeViewController& mail,
+                                            const std::string& draftFolder) {
+    asked = draftFolder;
     sent.push_back(mailText(mail));
     return {program, draft};
 }
 
-platform::Result<std::string> NotedHandOver::saveDraft(const platform::MFMailComposeViewController& mail) {
+platform::Result<std::string> NotedHandOver::saveDraft(const platform::MFMailComposeViewController& mail,
+                                                       const std::string& draftFolder) {
+    asked = draftFolder;
     saved.push_back(mailText(mail));
     return draft;
 }

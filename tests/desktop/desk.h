@@ -20,13 +20,20 @@ namespace desktop_tests {
 /// Where composed things go in a test: they are noted.
 class NotedHandOver final : public hosts::HandOver {
 public:
-    hosts::MailHandOver sendMail(const platform::MFMailComposeViewController& mail) override;
-    platform::Result<std::string> saveDraft(const platform::MFMailComposeViewController& mail) override;
+    platform::Result<hosts::DocumentsFolder> draftFolder() override { return folder; }
+    hosts::MailHandOver sendMail(const platform::MFMailComposeViewController& mail,
+                                 const std::string& draftFolder) override;
+    platform::Result<std::string> saveDraft(const platform::MFMailComposeViewController& mail,
+                                            const std::string& draftFolder) override;
     platform::Result<platform::Done> post(std::string_view serviceType, std::string_view text) override;
 
     std::vector<std::string> sent;
     std::vector<std::string> saved;
     std::vector<std::string> posted;
+    /// Where the last draft was to go.
+    std::string asked;
+    /// Where drafts go.
+    hosts::DocumentsFolder folder{"/home/user", true};
     /// What becomes of each.
     platform::Result<std::string> program{std::string("Post Office")};
     platform::Result<std::string> draft{std::string("/home/user/Trivel Support.eml")};

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTest>
+#include <functional>
 
 #include "tests/desktop/real_program.h"
 #include "tests/desktop/settings_text.h"
@@ -226,6 +227,25 @@ TEST_F(RealEvents, lastPageIsThereAgain) {
     display.press(Display::Home);
     display.press(Display::Space);
     EXPECT_TRUE(settingBecomes("ReachabilityMode", "<false/>")) << settings().toStdString();
+}
+
+// A question is for the user; who ends the program from outside has none to answer it.
+TEST_F(RealEvents, closingAsksForAPostThatWasChangedAndAnEndFromOutsideDoesNot) {
+    open();
+    const QRect window = display.window();
+    display.click({window.right() - 25, window.top() + 22});
+    ASSERT_TRUE(showsSwitchesOn(0)) << "they lie in the shade";
+    // On the post's card, below that of the question: in the shade while there is one.
+    const QPoint place = window.topLeft() + QPoint(30, 275);
+    const auto isBright = [&] { return qGray(display.pixel(place)) > 220; };
+    ASSERT_TRUE(waitFor(isBright));
+    display.press(Display::LetterQ);
+    display.press(Display::LetterQ, {Display::Control});
+    ASSERT_TRUE(waitFor(std::not_fn(isBright)));
+    display.press(Display::Escape);
+    ASSERT_TRUE(waitFor(isBright)) << "the window has stayed";
+    display.press(Display::LetterQ, {Display::Control});
+    end(*program);
 }
 
 }  // namespace desktop_tests

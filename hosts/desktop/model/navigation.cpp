@@ -5,10 +5,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "hosts/session/printable.h"
 #include "hosts/session/title_path.h"
 
 namespace hosts::desktop {
-Navigation::Navigation(HandOver& handOver) : _handOver(handOver), _controller(*this) {}
+Navigation::Navigation(HandOver& handOver) : _handOver(handOver), _controller(*this) {
+    QQmlEngine::setObjectOwnership(&_banners, QQmlEngine::CppOwnership);
+}
 
 Navigation::~Navigation() {
     for (const auto& page : _stack)
@@ -148,7 +151,9 @@ void Navigation::didPresent(const std::shared_ptr<platform::UIViewController>& p
     auto composer = Composer::of(presented, _handOver);
     if (!composer) return;
     QQmlEngine::setObjectOwnership(composer.get(), QQmlEngine::CppOwnership);
-    connect(composer.get(), &Composer::told, this, &Navigation::tell);
+    connect(composer.get(), &Composer::ended, this, &Navigation::tellOutcome);
+    connect(composer.get(), &Composer::closeAgreed, this, &Navigation::closeAgreed);
+    _banners.withdraw(Banner::About::composer);
     _composer = std::move(composer);
     _isComposerAnimated = animated;
     emit composerChanged();
@@ -158,9 +163,23 @@ void Navigation::didPresent(const std::shared_ptr<platform::UIViewController>& p
 
 void Navigation::didDismiss(bool animated) {
     if (!_isComposerShown) return;
+    _banners.withdraw(Banner::About::composer);
     _isComposerShown = false;
     _isComposerAnimated = animated;
     emit composerShownChanged();
+}
+
+// What has opened is before the user's eyes.
+void Navigation::tellOutcome(const ComposerOutcome& outcome) {
+    if (outcome.weight == ComposerOutcome::Weight::plain) return;
+    Banner banner{.about = Banner::About::composer,
+                  .text = QString::fromStdString(printable(outcome.text)),
+                  .isProblem = outcome.weight == ComposerOutcome::Weight::problem};
+    if (outcome.beginAgain) {
+        banner.action = tr("Begin Again");
+        banner.act = outcome.beginAgain;
+    }
+    tell(std::move(banner));
 }
 
 void Navigation::composerLeft() {
@@ -168,15 +187,6 @@ void Navigation::composerLeft() {
     // Later: the call comes from what draws the composer, or from the composer itself.
     _composer.release()->deleteLater();
     emit composerChanged();
-}
-
-void Navigation::tell(const QString& message) {
-    _message = message;
-    emit messageChanged();
-}
-
-void Navigation::messageRead() {
-    tell({});
 }
 
 }  // namespace hosts::desktop

@@ -120,7 +120,8 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
         QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
     });
     QSocketNotifier stopped(stop.descriptor(), QSocketNotifier::Read);
-    QObject::connect(&stopped, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+    // Not `quit`, which the window may hold up with a question.
+    QObject::connect(&stopped, &QSocketNotifier::activated, &application, [] { QCoreApplication::exit(); });
     const int status = application.exec();
     memory.remember(view.size(), session.navigation().path());
     return status;

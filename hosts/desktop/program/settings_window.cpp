@@ -60,6 +60,7 @@ SettingsWindow::SettingsWindow(Navigation& navigation) : _navigation(navigation)
     _view.setMinimumSize(smallestSize);
     _view.installEventFilter(this);
     QObject::connect(_view.engine(), &QQmlEngine::quit, &_view, &QWindow::close);
+    QObject::connect(&_navigation, &Navigation::closeAgreed, &_view, &QWindow::close);
 }
 
 platform::Result<platform::Done> SettingsWindow::load(QSize size) {
@@ -85,6 +86,10 @@ void SettingsWindow::setReducedMotion(bool reduced) {
 bool SettingsWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) setShellProperty(_view, "showsFocus", true);
     if (event->type() == QEvent::MouseButtonPress) setShellProperty(_view, "showsFocus", false);
+    if (event->type() == QEvent::Close && !_navigation.mayClose()) {
+        event->ignore();
+        return true;
+    }
     return QObject::eventFilter(watched, event);
 }
 

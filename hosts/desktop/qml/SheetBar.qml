@@ -8,7 +8,6 @@ Item {
     property string title: ""
     property string finishText: ""
     property bool canFinish: true
-    property alias finishButton: finish
     signal cancelled
     signal finished
 
