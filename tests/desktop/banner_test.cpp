@@ -50,7 +50,7 @@ TEST_F(BannerInAWindow, isReadAndClosed) {
 
 TEST_F(BannerInAWindow, leavesThePageItsKeysAndTouches) {
     open();
-    press(Qt::Key_Down);
+    session->window().showFocus();
     tell("The phone is tired");
     EXPECT_TRUE(seenTable()->hasActiveFocus());
     press(Qt::Key_Home);
@@ -72,7 +72,7 @@ TEST_F(BannerInAWindow, liesOverNoRow) {
 
 TEST_F(BannerInAWindow, isReachedAndLeftWithTheKeys) {
     open();
-    press(Qt::Key_Down);
+    session->window().showFocus();
     tell("The phone is tired");
     tabTo("Close");
     press(Qt::Key_Return);
@@ -92,11 +92,11 @@ TEST_F(BannerInAWindow, actsOnceAndGoes) {
     open();
     int acts = 0;
     navigation().tell(
-        {.about = Banner::About::change, .text = "Not saved", .isProblem = true, .action = "Try Again", .act = [&] {
+        {.about = Banner::About::change, .text = "Not saved", .isProblem = true, .action = "Try again", .act = [&] {
              ++acts;
          }});
     settle();
-    click(named(shown(), "Try Again"));
+    click(named(shown(), "Try again"));
     EXPECT_EQ(acts, 1);
     EXPECT_EQ(shown(), nullptr);
 }
@@ -105,11 +105,11 @@ TEST_F(BannerInAWindow, withKeysActsToo) {
     open();
     int acts = 0;
     navigation().tell(
-        {.about = Banner::About::change, .text = "Not saved", .isProblem = true, .action = "Try Again", .act = [&] {
+        {.about = Banner::About::change, .text = "Not saved", .isProblem = true, .action = "Try again", .act = [&] {
              ++acts;
          }});
-    press(Qt::Key_Down);
-    tabTo("Try Again");
+    session->window().showFocus();
+    tabTo("Try again");
     press(Qt::Key_Space);
     EXPECT_EQ(acts, 1);
     EXPECT_TRUE(pageHasKeyboard());

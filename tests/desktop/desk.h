@@ -88,6 +88,9 @@ protected:
     /// Clicks the switch of a row.
     void clickSwitch(const QString& label);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Moves the mouse with its button down.
+    void drag(QQuickItem* item, QPointF from, QPointF to);
+    QString bannerText() { return navigation().banners().text(); }
 
     kit::TemporaryFolder folder;
     std::string phoneFolder;
@@ -95,11 +98,14 @@ protected:
     NotedHandOver handOver;
     std::unique_ptr<hosts::desktop::DesktopSession> session;
 
+    /// Opens the pane's addresses: nowhere, unless a test has another.
+    hosts::QuietApplication noPrograms;
+    platform::UIApplication* application = &noPrograms;
+
 private:
     QQuickItem* shownRow(const QString& label);
 
     hosts::QuietNotifyCenter _notifications;
-    hosts::QuietApplication _application;
 };
 
 }  // namespace desktop_tests

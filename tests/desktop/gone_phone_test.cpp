@@ -40,6 +40,7 @@ TEST_F(GonePhone, takesNoChange) {
     navigation().banners().close();
     settle();
     EXPECT_TRUE(row("Quick Switcher")->property("isOn").toBool());
+    EXPECT_EQ(message(), "") << "the same is not told again for the row that is drawn anew";
     EXPECT_FALSE(fs::exists(phoneFolder));
 }
 

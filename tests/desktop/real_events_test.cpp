@@ -81,8 +81,10 @@ protected:
         return waitFor([&] { return holdsSetting(settings().toStdString(), key, element); });
     }
 
-    // With the pane's own keys: three rows below the first lies the link to the options.
+    // With the pane's own keys: three rows below the first lies the link to the options. The first key may do no more
+    // than show where the focus is.
     void openOptions() {
+        display.press(Display::Home);
         display.press(Display::Home);
         for (int i = 0; i < 3; ++i)
             display.press(Display::Down);
@@ -112,6 +114,51 @@ TEST_F(RealEvents, switchThatIsClickedWritesTheFile) {
     EXPECT_TRUE(showsSwitchesOn(onAtFirst - 2));
 }
 
+// Events come in their order: what the last has done shows that those before it have been there.
+TEST_F(RealEvents, switchFollowsADragAndARowDoesNot) {
+    open();
+    const auto switches = switchesOn(display.picture());
+    const QPoint first = switches.front().center();
+    display.drag(first, first + QPoint(200, 10));
+    display.drag(first - QPoint(200, 0), first - QPoint(100, 0));
+    display.drag(switches.at(1).center(), switches.at(1).center() - QPoint(120, -10));
+    ASSERT_TRUE(settingBecomes("QuickSwitcher", "<false/>")) << settings().toStdString();
+    EXPECT_FALSE(settings().contains("MultiCenter")) << settings().toStdString();
+    display.click(first - QPoint(200, 0));
+    EXPECT_TRUE(settingBecomes("MultiCenter", "<false/>")) << "a click on the row is for its switch";
+}
+
+TEST_F(RealEvents, firstKeyOnlyShowsTheFocus) {
+    open();
+    // No key twice in a row: so fast, that is one which is held.
+    display.press(Display::Control);
+    display.press(Display::Return);
+    display.press(Display::Space);
+    display.press(Display::Down);
+    display.press(Display::Return);
+    ASSERT_TRUE(settingBecomes("QuickSwitcher", "<false/>")) << settings().toStdString();
+    EXPECT_TRUE(holdsSetting(settings().toStdString(), "MultiCenter", "<false/>")) << "moved once, not twice";
+}
+
+TEST_F(RealEvents, failedChangeIsToldAndTheSwitchIsAsBefore) {
+    open();
+    const QString file = phone + "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist";
+    ASSERT_TRUE(QDir().mkpath(file + "/folder"));
+    display.click(switchesOn(display.picture()).front().center());
+    constexpr QRgb danger = qRgb(0xe0, 0x29, 0x1f);
+    const auto shows = [this](QRgb colour) {
+        const QImage picture = display.picture();
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                if (picture.pixel(x, y) == colour) return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(waitFor([&] { return shows(danger); })) << "the mark of a problem";
+    EXPECT_TRUE(waitFor([this] { return !switchesOn(display.picture()).empty(); }));
+}
+
 TEST_F(RealEvents, keysOpenAPageMoveASwitchAndGoBack) {
     open();
     openOptions();
@@ -137,6 +184,7 @@ TEST_F(RealEvents, mouseAndKeysBothLeadBack) {
 
 TEST_F(RealEvents, mailIsOpenedAndCancelled) {
     open();
+    display.press(Display::End);
     display.press(Display::End);
     display.press(Display::Return);
     ASSERT_TRUE(showsSwitchesOn(0)) << "the sheet lies over the page";

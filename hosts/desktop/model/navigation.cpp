@@ -50,6 +50,18 @@ void Navigation::redrawVisibleRows() {
     }
 }
 
+// What has led to another page is over, on whichever page it was.
+std::function<bool()> Navigation::takeAct() {
+    std::optional<RowAct> act;
+    for (const auto& page : _stack)
+        act = page->table() ? page->table()->takeAct() : std::nullopt;
+    if (!act) return nullptr;
+    return [act = *act, page = std::weak_ptr(_stack.back())] {
+        const auto there = page.lock();
+        return there && there->table()->repeat(act);
+    };
+}
+
 bool Navigation::back() {
     if (_isComposerShown) return false;
     return _controller.popViewControllerAnimated(true);
@@ -71,7 +83,10 @@ QHash<int, QByteArray> Navigation::roleNames() const {
 void Navigation::didPush(platform::UIViewController& page, bool animated) {
     auto pushed = std::make_shared<Page>(page.shared_from_this(), _stack.empty() ? QString() : _stack.back()->title());
     QQmlEngine::setObjectOwnership(pushed.get(), QQmlEngine::CppOwnership);
-    if (pushed->table()) QQmlEngine::setObjectOwnership(pushed->table(), QQmlEngine::CppOwnership);
+    if (TableModel* const table = pushed->table()) {
+        QQmlEngine::setObjectOwnership(table, QQmlEngine::CppOwnership);
+        connect(table, &TableModel::acted, this, &Navigation::acted);
+    }
     pushed->resize(_size.width(), _size.height());
     _stack.push_back(std::move(pushed));
     _isAnimated = animated;

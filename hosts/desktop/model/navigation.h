@@ -5,6 +5,7 @@
 #include <QAbstractListModel>
 #include <QSizeF>
 #include <QStringList>
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -59,6 +60,11 @@ public:
     /// What the pages show may have changed on disk.
     void redrawVisibleRows();
 
+    /// What does once more, as the user would, what the user has done last to a row of the page that is seen, since
+    /// this was last asked; empty where that is nothing. It gives false where the row is no longer there, and then does
+    /// nothing. To be called while the navigation is there.
+    std::function<bool()> takeAct();
+
     /// Something for the user to read, over whatever page or composer is seen.
     void tell(Banner banner) { _banners.tell(std::move(banner)); }
 
@@ -80,6 +86,8 @@ public:
     void didDismiss(bool animated) override;
 
 signals:
+    /// The user has done something to a row.
+    void acted();
     void currentChanged();
     void composerChanged();
     void composerShownChanged();

@@ -13,6 +13,7 @@
 #include "hosts/desktop/drawing/qt_values.h"
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/desktop/program/desktop_taste.h"
+#include "hosts/desktop/program/link_opener.h"
 #include "hosts/desktop/program/options.h"
 #include "hosts/desktop/program/screenshots.h"
 #include "hosts/desktop/program/single_instance.h"
@@ -104,8 +105,14 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
     const auto informed = phone.phone->useDeviceInformation(phone.deviceInformation);
     if (!informed) return fail(failed, informed.error());
     LiveServices services(phone);
+    LinkOpener links(services.opener);
     WindowMemory memory(key, QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
-    DesktopSession session({phone, services.forSession(), services.handOver, shapeForScreen(*options.device)});
+    const SessionServices live = services.forSession();
+    DesktopSession session({phone,
+                            {live.files, live.notifications, links, live.device, live.listener},
+                            services.handOver,
+                            shapeForScreen(*options.device)});
+    links.tell(session.navigation().banners());
     const auto opened = session.open(startingSize(*options.device, memory));
     if (!opened) return fail(failed, opened.error());
     session.navigation().follow(memory.path());

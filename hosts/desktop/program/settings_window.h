@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QKeyEvent>
 #include <QObject>
 #include <QQuickView>
 #include <string>
@@ -34,9 +35,14 @@ public:
     void setDark(bool dark);
     void setReducedMotion(bool reduced);
 
+    /// The user knows where the focus is, and the next key acts there. For who sets it from outside.
+    void showFocus();
+
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool isKept(const QKeyEvent& key);
+
     Navigation& _navigation;
     QQuickView _view;
 };

@@ -104,7 +104,7 @@ FocusScope {
         id: buttons
         anchors.right: parent.right
         anchors.rightMargin: Theme.margin
-        anchors.bottom: parent.bottom
+        y: Math.round((parent.height - height) / (banner.isWide ? 2 : 1))
         height: Theme.barHeight
         spacing: 24
 

@@ -9,6 +9,7 @@ FocusScope {
     required property Navigation navigation
     property bool dark: false
     property bool reducedMotion: false
+    /// Whether the user knows where the focus is. Until then a key acts on nothing but shows it.
     property bool showsFocus: false
 
     focus: true

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 import QtQuick
 
-/// The switch alone. It shows what it is told and reports where the user moves it.
+/// The switch alone. It shows what it is told and reports where the user moves it, by a touch or by dragging its knob.
 Item {
     id: control
 
@@ -14,9 +14,11 @@ Item {
     opacity: usable ? 1 : 0.5
     Behavior on opacity { NumberAnimation { duration: Theme.fadeTime } }
 
+    readonly property real travel: width - height
     // From 0, off, to 1, on.
-    property real position: on ? 1 : 0
+    property real position: touch.drags ? touch.draggedTo : on ? 1 : 0
     Behavior on position {
+        enabled: !touch.drags
         NumberAnimation {
             duration: Theme.switchTime
             easing.type: Easing.OutCubic
@@ -43,7 +45,7 @@ Item {
     }
 
     Item {
-        x: 1.5 + control.position * (control.width - control.height)
+        x: 1.5 + control.position * control.travel
         y: 1.5
         width: 28
         height: 28
@@ -68,11 +70,28 @@ Item {
         }
     }
 
-    MouseArea {
+    TapArea {
+        id: touch
         anchors.fill: parent
         anchors.margins: -7
         enabled: control.usable
-        preventStealing: true
-        onClicked: control.moved(!control.on)
+        // Sideways the knob follows; up and down is for what the switch stands on.
+        preventStealing: drags
+        property bool drags: false
+        property real draggedTo: 0
+
+        onPressed: drags = false
+        onPositionChanged: (mouse) => {
+            const way = mouse.x - from.x
+            if (Math.abs(way) >= drag.threshold) drags = true
+            draggedTo = Math.max(0, Math.min(1, (control.on ? 1 : 0) + way / control.travel))
+        }
+        onReleased: {
+            const end = draggedTo >= 0.5
+            if (drags && end !== control.on) control.moved(end)
+            drags = false
+        }
+        onCanceled: drags = false
+        onTapped: control.moved(!control.on)
     }
 }

@@ -19,13 +19,11 @@ Item {
     required property bool animated
     required property Item table
 
-    /// What a finger, Enter or Space does.
+    /// What a touch, Enter or Space does.
     signal activated
 
     readonly property bool isCurrent: table.activeFocus && ListView.isCurrentItem
-    property alias pressed: touch.pressed
-    /// Whether a touch anywhere on the row is meant for the row.
-    property bool answersTouch: true
+    readonly property bool pressed: touch.pressed && !touch.strayed
 
     width: ListView.view ? ListView.view.width : 0
     height: rowHeight
@@ -47,10 +45,10 @@ Item {
     Rectangle {
         anchors.fill: parent
         color: Theme.rowPressed
-        opacity: touch.pressed && row.answersTouch ? 1 : 0
+        opacity: row.pressed ? 1 : 0
         visible: opacity > 0
         Behavior on opacity {
-            enabled: !touch.pressed
+            enabled: !row.pressed
             NumberAnimation { duration: Theme.fadeTime }
         }
     }
@@ -67,14 +65,14 @@ Item {
         width: parent.width - x
     }
 
-    MouseArea {
+    TapArea {
         id: touch
         anchors.fill: parent
         onPressed: {
             row.table.currentIndex = row.index
             row.table.forceActiveFocus()
         }
-        onClicked: if (row.answersTouch) row.activated()
+        onTapped: row.activated()
     }
 
     FocusFrame {
