@@ -9,6 +9,8 @@
 #include <QQuickWindow>
 #include <cmath>
 
+#include "hosts/desktop/program/window_frame.h"
+
 // What qmltyperegistrar writes for the module; a static library's initialisers are otherwise dropped.
 void qml_register_types_Trivel3_Settings();
 
@@ -18,7 +20,7 @@ namespace {
 // Smaller, a label and a switch no longer stand side by side.
 constexpr QSize smallestSize{260, 200};
 
-void setShellProperty(QQuickView& view, const char* name, bool value) {
+void setShellProperty(QQuickView& view, const char* name, const QVariant& value) {
     if (QQuickItem* shell = view.rootObject()) shell->setProperty(name, value);
 }
 
@@ -73,8 +75,32 @@ platform::Result<platform::Done> SettingsWindow::load(QSize size) {
     return platform::Problem{.reason = std::move(reason)};
 }
 
+void SettingsWindow::setTaste(const Taste& taste) {
+    setDark(taste.dark);
+    setHighContrast(taste.highContrast);
+    setAccent(taste.accent);
+    setTextScale(taste.textScale);
+    setReducedMotion(taste.lessMotion);
+    const QQuickItem* shell = _view.rootObject();
+    if (!shell) return;
+    colourFrame(_view, shell->property("frameColor").value<QColor>(),
+                shell->property("frameTextColor").value<QColor>());
+}
+
 void SettingsWindow::setDark(bool dark) {
     setShellProperty(_view, "dark", dark);
+}
+
+void SettingsWindow::setHighContrast(bool high) {
+    setShellProperty(_view, "highContrast", high);
+}
+
+void SettingsWindow::setAccent(const std::optional<QColor>& accent) {
+    setShellProperty(_view, "accent", accent.value_or(QColor(Qt::transparent)));
+}
+
+void SettingsWindow::setTextScale(double scale) {
+    setShellProperty(_view, "textScale", scale);
 }
 
 void SettingsWindow::setReducedMotion(bool reduced) {

@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QColor>
 #include <QObject>
 #include <QQuickView>
+#include <optional>
 #include <string>
 
 #include "hosts/desktop/model/navigation.h"
+#include "hosts/desktop/program/desktop_taste.h"
 #include "platform/foundation/result.h"
 
 namespace hosts::desktop {
@@ -31,7 +34,13 @@ public:
 
     QQuickView& view() { return _view; }
 
+    void setTaste(const Taste& taste);
     void setDark(bool dark);
+    void setHighContrast(bool high);
+    /// The colour of what can be touched; nothing for the window's own.
+    void setAccent(const std::optional<QColor>& accent);
+    /// How large texts are, 1 being usual.
+    void setTextScale(double scale);
     void setReducedMotion(bool reduced);
 
     bool eventFilter(QObject* watched, QEvent* event) override;

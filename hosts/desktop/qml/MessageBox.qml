@@ -28,7 +28,7 @@ FocusScope {
         width: 270
         height: Math.ceil(words.implicitHeight) + 40 + Theme.barHeight
         radius: 10
-        color: Theme.dark ? "#2c2c2e" : "#f4f4f6"
+        color: Theme.card
 
         Text {
             id: words

@@ -16,9 +16,9 @@ FocusScope {
         width: Math.min(parent.width - 32, 400)
         x: Math.round((parent.width - width) / 2)
         y: Math.round(Math.min(parent.height * 0.14, 120))
-        height: 206
+        height: Math.min(206 * Math.max(1, Theme.textScale), parent.height - y - 16)
         radius: 12
-        color: Theme.dark ? "#2c2c2e" : "#f4f4f6"
+        color: Theme.card
 
         SheetBar {
             id: bar
@@ -57,6 +57,7 @@ FocusScope {
                 font.pixelSize: Theme.textSize
                 color: Theme.text
                 selectionColor: Theme.tint
+                selectedTextColor: Theme.tintText
                 onCursorRectangleChanged: parent.parent.keepVisible(cursorRectangle)
                 Component.onCompleted: {
                     text = form.composer ? form.composer.text : ""
@@ -84,6 +85,7 @@ FocusScope {
             anchors.rightMargin: Theme.margin
             readonly property int room: form.most - words.length
             text: room
+            horizontalAlignment: Text.AlignLeft
             font.pixelSize: Theme.footerSize
             color: room < 0 ? Theme.danger : Theme.secondary
             Accessible.role: Accessible.StaticText

@@ -28,7 +28,10 @@ Item {
         verticalAlignment: Text.AlignVCenter
         text: bar.title
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         elide: Text.ElideRight
+        fontSizeMode: Theme.textScale > 1 ? Text.HorizontalFit : Text.FixedSize
+        minimumPixelSize: 12
         font.pixelSize: Theme.titleSize
         font.weight: Font.DemiBold
         color: Theme.text
