@@ -9,10 +9,12 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 
 #include "hosts/desktop/drawing/qt_values.h"
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/desktop/program/desktop_taste.h"
+#include "hosts/desktop/program/display_opening.h"
 #include "hosts/desktop/program/options.h"
 #include "hosts/desktop/program/screenshots.h"
 #include "hosts/desktop/program/single_instance.h"
@@ -138,7 +140,9 @@ int runProgram(int argumentCount, char** arguments) {
         return runScreenshots(*phone, *options);
     }
     const StopSignals stop;
+    std::optional<DisplayOpening> opening(std::in_place);
     Application application(argumentCount, arguments);
+    opening.reset();
     setUpApplication();
     return runWindow(application, stop, *phone, *options);
 }
