@@ -23,12 +23,12 @@ Item {
     Text {
         readonly property real side: Math.max(cancel.width, finish.width) + 2 * Theme.margin
         x: (parent.width - width) / 2
-        width: Math.min(implicitWidth, parent.width - 2 * side)
+        width: parent.width - 2 * side
         height: parent.height
         verticalAlignment: Text.AlignVCenter
         text: bar.title
         textFormat: Text.PlainText
-        horizontalAlignment: Text.AlignLeft
+        horizontalAlignment: Text.AlignHCenter
         elide: Text.ElideRight
         fontSizeMode: Theme.textScale > 1 ? Text.HorizontalFit : Text.FixedSize
         minimumPixelSize: 12

@@ -28,10 +28,13 @@ Item {
                        from.b + (to.b - from.b) * part, 1)
     }
 
+    // What is off is an outline alone: greyed, it would shine through whatever lay on it.
     Rectangle {
         anchors.fill: parent
         radius: height / 2
-        color: control.mix(Theme.switchOutline, Theme.switchOn, control.position)
+        color: control.position > 0 ? border.color : Theme.switchOff
+        border.color: control.mix(Theme.switchOutline, Theme.switchOn, control.position)
+        border.width: Theme.outline
     }
     // The hole of a switch that is off shuts as it goes on.
     Rectangle {
@@ -40,7 +43,7 @@ Item {
         height: (parent.height - 2 * Theme.outline) * (1 - control.position)
         radius: height / 2
         color: Theme.switchOff
-        visible: control.position < 1
+        visible: control.position > 0 && control.position < 1
     }
 
     // The knob grows as the switch goes on, and then has a shadow.
