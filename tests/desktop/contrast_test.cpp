@@ -34,7 +34,7 @@ const std::vector<Pair> pairs = {
     {"secondary", {"page", "row", "card"}, true},
     {"tint", {"page", "row", "bar", "card"}, true},
     {"tintText", {"tint"}, true},
-    {"danger", {"card"}, true},
+    {"danger", {"bar", "card"}, true},
     {"greyed", {"row"}},
     {"tint", {"rowPressed"}},
     {"focus", {"page", "row", "bar", "card"}},

@@ -46,9 +46,10 @@ TEST_F(Switch, thatCannotBeSavedGoesBackAndSaysWhy) {
     open();
     ASSERT_TRUE(row("Quick Switcher")->property("isOn").toBool());
     clickSwitch("Quick Switcher");
-    EXPECT_TRUE(waitFor([this] { return !navigation().message().isEmpty(); }));
-    EXPECT_TRUE(navigation().message().contains("Is a directory")) << navigation().message().toStdString();
-    navigation().messageRead();
+    EXPECT_TRUE(waitFor([this] { return !navigation().banners().text().isEmpty(); }));
+    EXPECT_TRUE(navigation().banners().text().contains("Is a directory"))
+        << navigation().banners().text().toStdString();
+    navigation().banners().close();
     settle();
     EXPECT_TRUE(row("Quick Switcher")->property("isOn").toBool());
 }

@@ -8,7 +8,9 @@
 #include "hosts/session/title_path.h"
 
 namespace hosts::desktop {
-Navigation::Navigation(HandOver& handOver) : _handOver(handOver), _controller(*this) {}
+Navigation::Navigation(HandOver& handOver) : _handOver(handOver), _controller(*this) {
+    QQmlEngine::setObjectOwnership(&_banners, QQmlEngine::CppOwnership);
+}
 
 Navigation::~Navigation() {
     for (const auto& page : _stack)
@@ -148,7 +150,8 @@ void Navigation::didPresent(const std::shared_ptr<platform::UIViewController>& p
     auto composer = Composer::of(presented, _handOver);
     if (!composer) return;
     QQmlEngine::setObjectOwnership(composer.get(), QQmlEngine::CppOwnership);
-    connect(composer.get(), &Composer::told, this, &Navigation::tell);
+    connect(composer.get(), &Composer::told, this,
+            [this](const QString& message) { tell({.about = Banner::About::composer, .text = message}); });
     _composer = std::move(composer);
     _isComposerAnimated = animated;
     emit composerChanged();
@@ -168,15 +171,6 @@ void Navigation::composerLeft() {
     // Later: the call comes from what draws the composer, or from the composer itself.
     _composer.release()->deleteLater();
     emit composerChanged();
-}
-
-void Navigation::tell(const QString& message) {
-    _message = message;
-    emit messageChanged();
-}
-
-void Navigation::messageRead() {
-    tell({});
 }
 
 }  // namespace hosts::desktop

@@ -6,8 +6,10 @@
 #include <QSizeF>
 #include <QStringList>
 #include <memory>
+#include <utility>
 #include <vector>
 
+#include "hosts/desktop/model/banners.h"
 #include "hosts/desktop/model/composer.h"
 #include "hosts/desktop/model/page.h"
 #include "platform/ui/navigation_controller.h"
@@ -26,8 +28,7 @@ class Navigation : public QAbstractListModel, public platform::NavigationHost {
     /// False as soon as the composer is on its way out.
     Q_PROPERTY(bool composerShown READ isComposerShown NOTIFY composerShownChanged)
     Q_PROPERTY(bool composerAnimated READ isComposerAnimated NOTIFY composerShownChanged)
-    /// Something to tell the user; empty for nothing.
-    Q_PROPERTY(QString message READ message NOTIFY messageChanged)
+    Q_PROPERTY(hosts::desktop::Banners* banners READ bannersForQml CONSTANT)
 
 public:
     enum Role { PageRole = Qt::UserRole };
@@ -50,7 +51,7 @@ public:
     Composer* composer() const { return _composer.get(); }
     bool isComposerShown() const { return _isComposerShown; }
     bool isComposerAnimated() const { return _isComposerAnimated; }
-    const QString& message() const { return _message; }
+    Banners& banners() { return _banners; }
 
     /// The room that a page has, in points.
     Q_INVOKABLE void resize(QSizeF size);
@@ -58,14 +59,13 @@ public:
     /// What the pages show may have changed on disk.
     void redrawVisibleRows();
 
-    /// Something for the user to read.
-    void tell(const QString& message);
+    /// Something for the user to read, over whatever page or composer is seen.
+    void tell(Banner banner) { _banners.tell(std::move(banner)); }
 
     Q_INVOKABLE bool back();
     /// A popped page has been seen to leave, or a dismissed composer.
     Q_INVOKABLE void pageLeft(hosts::desktop::Page* page);
     Q_INVOKABLE void composerLeft();
-    Q_INVOKABLE void messageRead();
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -80,9 +80,9 @@ signals:
     void currentChanged();
     void composerChanged();
     void composerShownChanged();
-    void messageChanged();
 
 private:
+    Banners* bannersForQml() { return &_banners; }
     void publishLater();
     void publish();
     void publishNewPages();
@@ -102,7 +102,7 @@ private:
     std::unique_ptr<Composer> _composer;
     bool _isComposerShown = false;
     bool _isComposerAnimated = false;
-    QString _message;
+    Banners _banners;
     /// Last, so that it goes first: pages and composers that it lets go may be drawn until then.
     platform::UINavigationController _controller;
 };

@@ -3,10 +3,16 @@
 
 #include <utility>
 
+#include "hosts/session/printable.h"
+
 namespace hosts::desktop {
 namespace {
 
 constexpr int gatheringTime = 10;  // ms
+
+QString shownText(const std::string& text) {
+    return QString::fromStdString(printable(text));
+}
 
 }  // namespace
 
@@ -31,7 +37,7 @@ platform::Result<platform::Done> DesktopSession::open(QSize size) {
 // Where a change did not come about, the rows show what the file still holds.
 void DesktopSession::closeTurn() {
     if (const auto notice = _outside.phone.outcomes->takeNotice()) {
-        _navigation.tell(QString::fromStdString(notice->text));
+        _navigation.tell({.text = shownText(notice->text), .isProblem = notice->isProblem});
         if (notice->isUnsaved) _navigation.redrawVisibleRows();
     }
     _session->drawn();
@@ -61,7 +67,7 @@ void DesktopSession::takePhoneEvents() {
 void DesktopSession::notePhoneGone(const std::string& why) {
     _eventsReady->setEnabled(false);
     _soon.stop();
-    _navigation.tell(QString::fromStdString(phoneGoneText(why)));
+    _navigation.tell({.about = Banner::About::phone, .text = shownText(phoneGoneText(why)), .isProblem = true});
 }
 
 void DesktopSession::lookAtFiles() {

@@ -55,7 +55,7 @@ private:
         const QString file = _folder.filePath(name + QStringLiteral(".png"));
         const QImage picture = _view.grabWindow();
         if (picture.isNull() || !picture.save(file)) _error = file + QStringLiteral(": cannot be written");
-        if (!_navigation.message().isEmpty()) _error = _navigation.message();
+        if (_navigation.banners().isShown()) _error = _navigation.banners().text();
     }
 
     void visitPage(const QString& name) {

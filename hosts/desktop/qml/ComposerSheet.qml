@@ -25,7 +25,7 @@ FocusScope {
     onRisenChanged: if (risen === 0 && !navigation.composerShown) navigation.composerLeft()
 
     focus: true
-    enabled: navigation.composerShown && navigation.message === ""
+    enabled: navigation.composerShown
 
     Accessible.role: Accessible.Dialog
     Accessible.name: form.item ? form.item.title : ""
@@ -62,7 +62,8 @@ FocusScope {
 
     Shortcut {
         sequences: ["Escape"]
-        enabled: sheet.enabled
+        // With the keyboard in a banner, the key is for that.
+        enabled: sheet.activeFocus
         onActivated: sheet.composer.cancel()
     }
 }
