@@ -6,6 +6,7 @@
 #include <QTest>
 #include <functional>
 
+#include "tests/desktop/patches.h"
 #include "tests/desktop/real_program.h"
 #include "tests/desktop/settings_text.h"
 #include "tests/desktop/virtual_display.h"
@@ -17,18 +18,7 @@ using Display = VirtualDisplay;
 
 // The switches that are on, from top to bottom: they have the one colour that nothing else has.
 std::vector<QRect> switchesOn(const QImage& picture) {
-    constexpr QRgb green = qRgb(0x4c, 0xd9, 0x64);
-    std::vector<QRect> found;
-    for (int y = 0; y < picture.height(); ++y) {
-        QRect inked;
-        for (int x = 0; x < picture.width(); ++x) {
-            if (picture.pixel(x, y) == green) inked |= QRect(x, y, 1, 1);
-        }
-        if (inked.isEmpty()) continue;
-        if (found.empty() || found.back().bottom() != y - 1) found.emplace_back();
-        found.back() |= inked;
-    }
-    return found;
+    return patches(picture, qRgb(0x21, 0x94, 0x40));
 }
 
 }  // namespace

@@ -150,8 +150,7 @@ platform::Result<platform::Done> takeScreenshots(OpenedPhone& phone, const Optio
     const platform::CGSize size = options.device->screen.bounds.size();
     const auto opened = session.open(QSizeF(size.width, size.height).toSize());
     if (!opened) return opened;
-    session.window().setReducedMotion(true);
-    session.window().setDark(options.dark.value_or(false));
+    session.window().setTaste(options.over({.lessMotion = true, .accent = std::nullopt}));
     session.window().view().show();
     return Tour(session.navigation(), session.window().view(), folder).run();
 }

@@ -10,6 +10,8 @@
 #include <array>
 #include <cmath>
 
+#include "hosts/desktop/program/window_frame.h"
+
 // What qmltyperegistrar writes for the module; a static library's initialisers are otherwise dropped.
 void qml_register_types_Trivel3_Settings();
 
@@ -25,7 +27,7 @@ constexpr std::array actingKeys{Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter};
 constexpr std::array movingKeys{Qt::Key_Up,   Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown,
                                 Qt::Key_Home, Qt::Key_End,  Qt::Key_Tab,    Qt::Key_Backtab};
 
-void setShellProperty(QQuickView& view, const char* name, bool value) {
+void setShellProperty(QQuickView& view, const char* name, const QVariant& value) {
     if (QQuickItem* shell = view.rootObject()) shell->setProperty(name, value);
 }
 
@@ -81,8 +83,32 @@ platform::Result<platform::Done> SettingsWindow::load(QSize size) {
     return platform::Problem{.reason = std::move(reason)};
 }
 
+void SettingsWindow::setTaste(const Taste& taste) {
+    setDark(taste.dark);
+    setHighContrast(taste.highContrast);
+    setAccent(taste.accent);
+    setTextScale(taste.textScale);
+    setReducedMotion(taste.lessMotion);
+    const QQuickItem* shell = _view.rootObject();
+    if (!shell) return;
+    colourFrame(_view, shell->property("frameColor").value<QColor>(),
+                shell->property("frameTextColor").value<QColor>());
+}
+
 void SettingsWindow::setDark(bool dark) {
     setShellProperty(_view, "dark", dark);
+}
+
+void SettingsWindow::setHighContrast(bool high) {
+    setShellProperty(_view, "highContrast", high);
+}
+
+void SettingsWindow::setAccent(const std::optional<QColor>& accent) {
+    setShellProperty(_view, "accent", accent.value_or(QColor(Qt::transparent)));
+}
+
+void SettingsWindow::setTextScale(double scale) {
+    setShellProperty(_view, "textScale", scale);
 }
 
 void SettingsWindow::setReducedMotion(bool reduced) {

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QColor>
 #include <QKeyEvent>
 #include <QObject>
 #include <QQuickView>
+#include <optional>
 #include <string>
 
 #include "hosts/desktop/model/navigation.h"
+#include "hosts/desktop/program/desktop_taste.h"
 #include "platform/foundation/result.h"
 
 namespace hosts::desktop {
@@ -32,7 +35,13 @@ public:
 
     QQuickView& view() { return _view; }
 
+    void setTaste(const Taste& taste);
     void setDark(bool dark);
+    void setHighContrast(bool high);
+    /// The colour of what can be touched; nothing for the window's own.
+    void setAccent(const std::optional<QColor>& accent);
+    /// How large texts are, 1 being usual.
+    void setTextScale(double scale);
     void setReducedMotion(bool reduced);
 
     /// The user knows where the focus is, and the next key acts there. For who sets it from outside.

@@ -56,13 +56,14 @@ FocusScope {
         id: mark
         x: Theme.margin
         y: banner.gap
-        width: 20
-        height: 20
-        radius: 10
+        width: Theme.headerSize + 6
+        height: width
+        radius: width / 2
         color: banner.banners.problem ? Theme.danger : Theme.tint
         Text {
             anchors.centerIn: parent
             text: banner.banners.problem ? "!" : "i"
+            horizontalAlignment: Text.AlignLeft
             font.pixelSize: Theme.headerSize
             font.weight: Font.Bold
             color: Theme.bar
@@ -88,6 +89,7 @@ FocusScope {
             topPadding: Math.max(0, (mark.height - contentHeight) / 2)
             text: banner.banners.text
             textFormat: Text.PlainText
+            horizontalAlignment: Text.AlignLeft
             wrapMode: Text.Wrap
             font.pixelSize: Theme.headerSize
             color: Theme.text

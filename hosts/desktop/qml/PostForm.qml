@@ -10,7 +10,7 @@ FocusScope {
     readonly property string title: composer ? composer.service : ""
 
     SheetCard {
-        height: 206
+        height: Math.min(206 * Math.max(1, Theme.textScale), parent.height - 16)
 
         SheetBar {
             id: bar
@@ -45,10 +45,12 @@ FocusScope {
                 activeFocusOnTab: true
                 wrapMode: TextEdit.Wrap
                 textFormat: TextEdit.PlainText
+                horizontalAlignment: TextEdit.AlignLeft
                 selectByMouse: true
                 font.pixelSize: Theme.textSize
                 color: Theme.text
                 selectionColor: Theme.tint
+                selectedTextColor: Theme.tintText
                 onCursorRectangleChanged: parent.parent.keepVisible(cursorRectangle)
                 Component.onCompleted: {
                     text = form.composer ? form.composer.text : ""
@@ -77,6 +79,7 @@ FocusScope {
             anchors.rightMargin: Theme.margin
             readonly property int room: form.composer ? form.composer.room : 0
             text: room
+            horizontalAlignment: Text.AlignLeft
             font.pixelSize: Theme.footerSize
             color: room < 0 ? Theme.danger : Theme.secondary
             Accessible.role: Accessible.StaticText

@@ -7,5 +7,5 @@ Rectangle {
     x: Math.round((parent.width - width) / 2)
     y: Math.round(Math.max(0, Math.min(parent.height * 0.14, 120, parent.height - height)))
     radius: 12
-    color: Theme.dark ? "#2c2c2e" : "#f4f4f6"
+    color: Theme.card
 }

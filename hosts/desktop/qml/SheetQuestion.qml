@@ -89,9 +89,11 @@ FocusScope {
                     clip: true
                     selectByMouse: true
                     text: asking.suggestion
+                    horizontalAlignment: TextInput.AlignLeft
                     font.pixelSize: Theme.headerSize
                     color: Theme.text
                     selectionColor: Theme.tint
+                    selectedTextColor: Theme.tintText
                     onAccepted: asking.agreed(text)
                     Accessible.role: Accessible.EditableText
                     Accessible.name: asking.title
@@ -107,6 +109,7 @@ FocusScope {
                 text: asking.problem
                 textFormat: Text.PlainText
                 wrapMode: Text.Wrap
+                horizontalAlignment: Text.AlignLeft
                 font.pixelSize: Theme.headerSize
                 color: Theme.danger
                 Accessible.role: Accessible.AlertMessage

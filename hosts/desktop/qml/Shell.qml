@@ -8,13 +8,22 @@ FocusScope {
 
     required property Navigation navigation
     property bool dark: false
+    property bool highContrast: false
+    property color accent: "transparent"
+    property real textScale: 1
     property bool reducedMotion: false
     /// Whether the user knows where the focus is. Until then a key acts on nothing but shows it.
     property bool showsFocus: false
+    /// Of a frame that goes with the window.
+    readonly property color frameColor: Theme.bar
+    readonly property color frameTextColor: Theme.text
 
     focus: true
 
     Binding { target: Theme; property: "dark"; value: shell.dark }
+    Binding { target: Theme; property: "highContrast"; value: shell.highContrast }
+    Binding { target: Theme; property: "accent"; value: shell.accent }
+    Binding { target: Theme; property: "textScale"; value: shell.textScale }
     Binding { target: Theme; property: "reducedMotion"; value: shell.reducedMotion }
     Binding { target: Theme; property: "showsFocus"; value: shell.showsFocus }
     Binding { target: Theme; property: "hairline"; value: 1 / Screen.devicePixelRatio }

@@ -25,48 +25,53 @@ Item {
         }
     }
 
+    function mix(from, to, part) {
+        return Qt.rgba(from.r + (to.r - from.r) * part, from.g + (to.g - from.g) * part,
+                       from.b + (to.b - from.b) * part, 1)
+    }
+
+    // What is off is an outline alone: greyed, it would shine through whatever lay on it.
     Rectangle {
         anchors.fill: parent
         radius: height / 2
-        color: mix(Theme.switchOff, Theme.switchOn, control.position)
-        function mix(from, to, part) {
-            return Qt.rgba(from.r + (to.r - from.r) * part, from.g + (to.g - from.g) * part,
-                           from.b + (to.b - from.b) * part, 1)
-        }
+        color: control.position > 0 ? border.color : Theme.switchOff
+        border.color: control.mix(Theme.switchOutline, Theme.switchOn, control.position)
+        border.width: Theme.outline
     }
     // The hole of a switch that is off shuts as it goes on.
     Rectangle {
         anchors.centerIn: parent
-        width: (parent.width - 3) * (1 - control.position)
-        height: (parent.height - 3) * (1 - control.position)
+        width: (parent.width - 2 * Theme.outline) * (1 - control.position)
+        height: (parent.height - 2 * Theme.outline) * (1 - control.position)
         radius: height / 2
-        color: Theme.switchHole
-        visible: control.position < 1
+        color: Theme.switchOff
+        visible: control.position > 0 && control.position < 1
     }
 
+    // The knob grows as the switch goes on, and then has a shadow.
     Item {
-        x: 1.5 + control.position * control.travel
-        y: 1.5
-        width: 28
-        height: 28
+        readonly property real size: 22 + 6 * control.position
+        x: 1.5 + control.position * control.travel + (28 - size) / 2
+        anchors.verticalCenter: parent.verticalCenter
+        width: size
+        height: size
         Repeater {
             model: 3
             Rectangle {
                 required property int index
                 x: -0.5
                 y: 1 + index
-                width: 29
-                height: 29
-                radius: 14.5
+                width: parent.width + 1
+                height: width
+                radius: width / 2
                 color: "#0d000000"
+                opacity: control.position
             }
         }
         Rectangle {
             anchors.fill: parent
-            radius: 14
-            color: "#ffffff"
-            border.color: Theme.knobEdge
-            border.width: 0.5
+            radius: width / 2
+            color: control.mix(Theme.knobOff, Theme.knobOn, control.position)
         }
     }
 

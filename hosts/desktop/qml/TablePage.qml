@@ -11,6 +11,9 @@ ListView {
 
     objectName: "table"
 
+    /// Whether items have icons here: an item without one then has a placeholder.
+    property bool itemsHaveIcons: false
+
     clip: true
     cacheBuffer: 0
     reuseItems: false
@@ -29,6 +32,15 @@ ListView {
         height: implicitHeight
         tree: list.page.header
         dark: Theme.dark
+        textScale: Theme.textScale
+        ground: Theme.page
+        contrast: Theme.textContrast
+        // A page at its beginning stays there when the header grows with its text.
+        property real heightBefore: 0
+        onHeightChanged: {
+            if (list.contentY <= -heightBefore) Qt.callLater(list.positionViewAtBeginning)
+            heightBefore = height
+        }
         Accessible.role: Accessible.StaticText
         Accessible.name: list.page.headerText
         Accessible.ignored: list.page.headerText === ""

@@ -19,6 +19,10 @@ Item {
     required property bool animated
     required property Item table
 
+    /// Where the label begins, and how high the row has to be for it.
+    property real labelInset: inset
+    property real labelHeight: 0
+
     /// What a touch, Enter or Space does.
     signal activated
 
@@ -26,7 +30,7 @@ Item {
     readonly property bool pressed: touch.pressed && !touch.strayed
 
     width: ListView.view ? ListView.view.width : 0
-    height: rowHeight
+    height: Math.max(rowHeight, labelHeight)
     enabled: usable
 
     Accessible.name: text
@@ -61,7 +65,7 @@ Item {
     Hairline {
         visible: !row.last
         anchors.bottom: parent.bottom
-        x: row.inset
+        x: row.labelInset
         width: parent.width - x
     }
 
