@@ -154,7 +154,11 @@ TEST_F(AccessibleTree, tellsEveryRowOfTheOptions) {
 }
 
 TEST_F(AccessibleTree, tellsValuesAsRadioButtons) {
-    openPage({"Advanced Options", "Quick Launcher"});
+    openPage({"Advanced Options"});
+    EXPECT_FALSE(row("Quick Launcher").act("Press")) << "it is greyed";
+    ASSERT_TRUE(row("Reachable Display").act("Toggle"));
+    ASSERT_TRUE(waitFor([this] { return row("Quick Launcher").isEnabled(); }));
+    openPage({"Quick Launcher"});
     expectPage(kit::quickLauncherTable());
 }
 
@@ -209,6 +213,15 @@ TEST_F(AccessibleTree, focusThatIsSetBringsTheKeysThere) {
     EXPECT_TRUE(settingBecomes("InvertHotCorners", "<true/>")) << settings().toStdString();
 }
 
+TEST_F(AccessibleTree, buttonThatIsGivenTheFocusActsOnTheFirstKey) {
+    ASSERT_TRUE(named("Share").takeFocus());
+    ASSERT_TRUE(waitFor([&] { return named("Share").isFocused(); }));
+    display.press(VirtualDisplay::Space);
+    const Accessible text = named("Text of the post");
+    EXPECT_EQ(text.role(), "text");
+    EXPECT_EQ(named("106 characters left").role(), "label");
+}
+
 TEST_F(AccessibleTree, oneThingIsFocusedAtATime) {
     const auto focused = [this] {
         QStringList names;
@@ -225,10 +238,11 @@ TEST_F(AccessibleTree, oneThingIsFocusedAtATime) {
     EXPECT_EQ(focused(), QStringList{"Share"});
 }
 
-TEST_F(AccessibleTree, noActionIsTwice) {
+TEST_F(AccessibleTree, noActionIsTwiceAndNoTextEmpty) {
     for (const auto& title : {"", "Advanced Options"}) {
         if (*title) openPage({title});
         for (const Accessible& each : everything()) {
+            EXPECT_TRUE(each.role() != "label" || !each.name().isEmpty());
             QStringList actions = each.actions();
             EXPECT_EQ(actions.removeDuplicates(), 0) << each.name().toStdString();
         }
@@ -282,10 +296,14 @@ TEST_F(AccessibleTree, composerIsModalAndNothingBeneathItTakesAnAction) {
 
 TEST_F(AccessibleTree, rowsThatComeAndGoAreToldAsTheyAre) {
     openPage({"Advanced Options"});
+    const auto isThere = [this] { return namesOf(rows()).contains("Apply to Quick Switcher"); };
+    ASSERT_FALSE(isThere());
     ASSERT_TRUE(row("Open to Last App").act("Toggle"));
-    EXPECT_TRUE(waitFor([this] { return namesOf(rows()).contains("Apply to Quick Switcher"); }));
+    ASSERT_TRUE(waitFor(isThere));
+    ASSERT_TRUE(row("Apply to Quick Switcher").act("Toggle"));
+    EXPECT_TRUE(settingBecomes("OpenToLastAppWithQS", "<true/>")) << settings().toStdString();
     ASSERT_TRUE(row("Open to Last App").act("Toggle"));
-    EXPECT_TRUE(waitFor([this] { return !namesOf(rows()).contains("Apply to Quick Switcher"); }));
+    EXPECT_TRUE(waitFor([&] { return !isThere(); }));
 }
 
 }  // namespace desktop_tests

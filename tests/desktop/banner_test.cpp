@@ -33,7 +33,7 @@ protected:
         ASSERT_EQ(focusedButton(), button);
     }
     void openPost() {
-        click(named(view().rootObject(), "Heart"));
+        click(named(view().rootObject(), "Share"));
         ASSERT_TRUE(waitFor([this] { return navigation().isComposerShown(); }));
         settle();
     }

@@ -127,6 +127,7 @@ TEST_F(ComposerInAWindow, mailIsNotTouchedByTheKeyThatHasOpenedIt) {
 
 TEST_F(ComposerInAWindow, mailHasAllItsButtonsInTheRoundOfTheTabKey) {
     openMail();
+    press(Qt::Key_Tab);  // only shows where the focus is
     expectRound({"Save Draft", "Cancel", "Send", "E-mail to support@fenwary.example"});
 }
 
@@ -248,7 +249,9 @@ TEST_F(ComposerInAWindow, postThatWasChangedIsKeptUntilTheUserAgreesThatItGoes) 
         settle();
         ASSERT_NE(named(view().rootObject(), "Discard"), nullptr);
         EXPECT_TRUE(view().isVisible());
-        press(Qt::Key_Return);
+        // After the mouse, the first key only shows where the focus is.
+        for (int i = 0; i < 2 && named(view().rootObject(), "Discard"); ++i)
+            press(Qt::Key_Return);
         EXPECT_EQ(named(view().rootObject(), "Discard"), nullptr);
         ASSERT_TRUE(navigation().isComposerShown());
         QTest::keyClick(&view(), '!');

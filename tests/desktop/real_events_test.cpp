@@ -135,7 +135,7 @@ TEST_F(RealEvents, failedChangeIsToldAndTheSwitchIsAsBefore) {
     const QString file = phone + "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist";
     ASSERT_TRUE(QDir().mkpath(file + "/folder"));
     display.click(switchesOn(display.picture()).front().center());
-    constexpr QRgb danger = qRgb(0xe0, 0x29, 0x1f);
+    constexpr QRgb danger = qRgb(0xc9, 0x20, 0x1a);
     const auto shows = [this](QRgb colour) {
         const QImage picture = display.picture();
         for (int y = 0; y < picture.height(); ++y) {

@@ -18,16 +18,19 @@ void FocusListener::noteFocus() {
     _table.tellFocus();
 }
 
-AccessibleTable::AccessibleTable(QQuickItem* item) : QAccessibleObject(item), _listener(*this, *item) {
-    if (TableModel* lines = model()) listen(*lines);
-}
+AccessibleTable::AccessibleTable(QQuickItem* item) : QAccessibleObject(item), _listener(*this, *item) {}
 
 AccessibleTable::~AccessibleTable() {
     forgetAll();
 }
 
+// The item may be asked for before it has its model.
 TableModel* AccessibleTable::model() const {
-    return item().property("model").value<TableModel*>();
+    if (!_model) {
+        _model = item().property("model").value<TableModel*>();
+        if (_model) const_cast<AccessibleTable&>(*this).listen(*_model);
+    }
+    return _model;
 }
 
 void AccessibleTable::listen(TableModel& model) {
@@ -122,7 +125,8 @@ QAccessibleInterface* AccessibleTable::parent() const {
 // What the page shows above its rows is an item of its own; null for none.
 QAccessibleInterface* AccessibleTable::header() const {
     auto* header = item().property("headerItem").value<QQuickItem*>();
-    return header ? QAccessible::queryAccessibleInterface(header) : nullptr;
+    QAccessibleInterface* told = header ? QAccessible::queryAccessibleInterface(header) : nullptr;
+    return told && !told->text(QAccessible::Name).isEmpty() ? told : nullptr;
 }
 
 int AccessibleTable::childCount() const {
@@ -196,8 +200,7 @@ QRect AccessibleTable::rectOf(int line) const {
 }
 
 void AccessibleTable::focus(int line) {
-    item().forceActiveFocus(Qt::OtherFocusReason);
-    QMetaObject::invokeMethod(&item(), "moveTo", Q_ARG(QVariant, line));
+    QMetaObject::invokeMethod(&item(), "placeFocus", Q_ARG(QVariant, line));
 }
 
 // On the screen, so that whoever looks on sees what is done.

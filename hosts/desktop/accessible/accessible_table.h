@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QQuickItem>
 #include <QQuickWindow>
 
@@ -79,6 +80,7 @@ private:
     int currentLine() const;
 
     FocusListener _listener;
+    mutable QPointer<TableModel> _model;
     mutable QHash<int, QAccessible::Id> _interfaces;  ///< by the lines' ids
     mutable QList<int> _spoken;                       ///< the numbers of the lines that say something
     mutable QHash<int, int> _places;                  ///< every line's number by its id

@@ -14,6 +14,7 @@ Item {
 
     Accessible.role: Accessible.StaticText
     Accessible.name: qsTr("Attachment %1, %2").arg(name).arg(note)
+    Accessible.focusable: false
 
     Glyph {
         x: Theme.margin + 4

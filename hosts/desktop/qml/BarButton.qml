@@ -21,6 +21,7 @@ FocusScope {
     Accessible.name: name
     // In place of a handler of the press action, which would be told beside the one that a button has anyway.
     function accessiblePressAction() { if (enabled) activated() }
+    function accessibleSetFocusAction() { if (enabled) Theme.focusPlaced() }
 
     Keys.onReturnPressed: activated()
     Keys.onEnterPressed: activated()

@@ -13,6 +13,7 @@ Item {
 
     Accessible.role: Accessible.StaticText
     Accessible.name: label + " " + value
+    Accessible.focusable: false
 
     Text {
         id: caption

@@ -84,6 +84,7 @@ FocusScope {
             color: room < 0 ? Theme.danger : Theme.secondary
             Accessible.role: Accessible.StaticText
             Accessible.name: form.composer ? form.composer.roomText : ""
+            Accessible.focusable: false
         }
     }
 }

@@ -33,6 +33,11 @@ FocusScope {
 
     /// What a banner leaves: it lies over nothing, and the rows above it stay in their places as it comes and goes.
     readonly property real roomHeight: height - banner.height
+    Connections {
+        target: Theme
+        function onFocusPlaced() { shell.showsFocus = true }
+    }
+
     readonly property size pageSize: Qt.size(width, height - Theme.barHeight)
     onPageSizeChanged: navigation.resize(pageSize)
 

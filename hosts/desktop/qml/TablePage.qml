@@ -132,6 +132,12 @@ ListView {
         forceLayout()
         positionViewAtIndex(index, ListView.Contain)
     }
+    /// The keys act on the row from here on, and the user knows.
+    function placeFocus(index) {
+        forceActiveFocus()
+        moveTo(index)
+        Theme.focusPlaced()
+    }
     function moveTo(index) {
         if (index < 0) return
         currentIndex = index

@@ -10,6 +10,8 @@ QtObject {
     property bool reducedMotion: false
     /// Whether the user last used the keyboard: then the focus is drawn.
     property bool showsFocus: false
+    /// Somebody has put the keyboard's focus in a place that they know.
+    signal focusPlaced
     /// The colour that the user has chosen for what can be touched; clear for none.
     property color accent: "transparent"
     /// How large texts are, 1 being usual.
