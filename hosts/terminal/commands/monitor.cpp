@@ -17,16 +17,16 @@ namespace hosts::terminal {
 namespace {
 
 // False when nobody can read it any more.
-bool report(const std::string& notification, const std::vector<Change>& changes, bool json) {
+bool report(const std::string& notification, const std::vector<KeyChange>& changes, bool json) {
     if (json) {
         AnswerValues values;
         nlohmann::json all = nlohmann::json::array();
-        for (const Change& change : changes)
+        for (const KeyChange& change : changes)
             all.push_back(changeJson(change, values));
         print(jsonLine({{"notification", notification}, {"changes", std::move(all)}}) + "\n");
     } else {
         print(notification + "\n");
-        for (const Change& change : changes)
+        for (const KeyChange& change : changes)
             print(changeText(change));
     }
     return std::fflush(stdout) == 0;
