@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <set>
 #include <string>
@@ -44,6 +45,19 @@ struct ResetOptions {
     bool all = false;
 };
 int runReset(OpenedPhone& context, const ResetOptions& options);
+
+struct HistoryOptions {
+    bool json = false;
+    std::optional<std::uint64_t> bytesOf;  ///< the change whose file's former content is to be printed
+    bool forget = false;
+};
+int runHistory(OpenedPhone& context, const HistoryOptions& options);
+
+struct UndoOptions {
+    std::vector<std::uint64_t> changes;  ///< none for the last turn
+    bool force = false;                  ///< whether what has been changed since is overwritten
+};
+int runUndo(OpenedPhone& context, const UndoOptions& options);
 
 struct MonitorOptions {
     bool json = false;

@@ -86,6 +86,7 @@ private:
     void goBack();
     void touchRightButton();
     void reload();
+    void takeBack(const platform::Result<std::string>& outcome);
     void findAgain(bool upwards);
     void openHelp();
     bool hasRightButton() const;
