@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <chrono>
 #include <cmath>
 #include <filesystem>
@@ -31,17 +32,28 @@ using platform::Done;
 using platform::Problem;
 using platform::Result;
 
-// A line is "CHECKSUM VERSION OWNER RECORD": the checksum of all behind it, which later versions keep as it is; the
-// phone, as `owner` says it; and the record as a binary property list in base64.
+// A line is "CHECKSUM VERSION OWNER CHANGE RECORD": the checksum of all behind it, which later versions keep as it is;
+// the phone, as `owner` says it; the change's number; and the record as a binary property list in base64.
 constexpr std::string_view lineVersion = "1";
 constexpr std::size_t checksumLength = 16;
 
-constexpr std::uint64_t changesBetweenTrims = 500;
+constexpr std::uint64_t changesBetweenTrims = 2000;
 constexpr std::size_t bytesBetweenTrims = std::size_t{16} << 20;
 // Of each phone, when the file is trimmed; until that is done again so much may come.
 constexpr std::size_t mostBytes = (std::size_t{64} << 20) - bytesBetweenTrims;
 
-constexpr std::size_t shortTail = 4096;
+constexpr std::size_t shortTail = 1024;
+
+/// A line of the file, in the file's own bytes.
+struct HistoryLine {
+    enum class State { damaged, newer, whole };
+
+    std::string_view text;
+    State state = State::damaged;
+    std::string_view owner = {};
+    std::uint64_t change = 0;
+    std::string_view record = {};
+};
 
 std::string_view takeWord(std::string_view& text) {
     const std::size_t end = std::min(text.find(' '), text.size());
@@ -50,8 +62,44 @@ std::string_view takeWord(std::string_view& text) {
     return word;
 }
 
-std::optional<HistoryEntry> decode(std::string_view record) {
-    const platform::Data bytes = platform::decodeBase64(record);
+HistoryLine lineOf(std::string_view text) {
+    HistoryLine line{text};
+    if (text.size() <= checksumLength || text[checksumLength] != ' ') return line;
+    const std::string_view checksum = takeWord(text);
+    if (textNumber(text) != checksum) return line;
+    line.state = takeWord(text) == lineVersion ? HistoryLine::State::whole : HistoryLine::State::newer;
+    line.owner = takeWord(text);
+    const std::string_view change = takeWord(text);
+    std::from_chars(change.data(), change.data() + change.size(), line.change);
+    line.record = text;
+    return line;
+}
+
+// What is behind the last newline was cut, or is still being written.
+std::vector<HistoryLine> linesOf(std::string_view bytes) {
+    std::vector<HistoryLine> lines;
+    for (std::size_t end = 0; (end = bytes.find('\n')) != bytes.npos; bytes.remove_prefix(end + 1))
+        lines.push_back(lineOf(bytes.substr(0, end)));
+    return lines;
+}
+
+bool hasNewer(const std::vector<HistoryLine>& lines) {
+    return std::ranges::find(lines, HistoryLine::State::newer, &HistoryLine::state) != lines.end();
+}
+
+// The last line that is ended; what was cut behind it goes with it.
+std::string_view takeLastLine(std::string_view& text) {
+    text = text.substr(0, text.rfind('\n') + 1);
+    if (text.empty()) return text;
+    const std::string_view lines = text.substr(0, text.size() - 1);
+    const std::size_t start = lines.rfind('\n') + 1;
+    text = text.substr(0, start);
+    return lines.substr(start);
+}
+
+std::optional<HistoryEntry> decode(const HistoryLine& line) {
+    if (line.state != HistoryLine::State::whole) return std::nullopt;
+    const platform::Data bytes = platform::decodeBase64(line.record);
     const auto reading = platform::readPropertyList({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     const platform::Dictionary* root = reading ? reading.value->dictionary() : nullptr;
     return root ? entryOf(*root) : std::nullopt;
@@ -59,7 +107,7 @@ std::optional<HistoryEntry> decode(std::string_view record) {
 
 std::string encode(const HistoryEntry& entry, const std::string& owner) {
     const auto record = platform::writeBinaryPropertyList(platform::Value(recordOf(entry)));
-    std::string line = std::string(lineVersion) + " " + owner + " ";
+    std::string line = std::string(lineVersion) + " " + owner + " " + std::to_string(entry.change) + " ";
     if (record) platform::appendBase64(line, std::as_bytes(std::span(*record.bytes)));
     return textNumber(line) + " " + line + "\n";
 }
@@ -80,16 +128,6 @@ void markUndone(std::vector<HistoryEntry>& entries) {
 }
 
 }  // namespace
-
-/// A line of the file.
-struct History::Line {
-    enum class State { damaged, newer, own, other };
-
-    State state = State::damaged;
-    std::string text;
-    std::string owner = {};
-    HistoryEntry entry = {};
-};
 
 /// How the file ends.
 struct History::Tail {
@@ -113,60 +151,35 @@ const std::string& History::owner() {
     return *_owner;
 }
 
-History::Line History::parse(std::string_view text) const {
-    Line line{Line::State::damaged, std::string(text)};
-    if (text.size() <= checksumLength || text[checksumLength] != ' ') return line;
-    const std::string_view checksum = takeWord(text);
-    if (textNumber(text) != checksum) return line;
-    if (takeWord(text) != lineVersion) {
-        line.state = Line::State::newer;
-        return line;
-    }
-    line.owner = takeWord(text);
-    if (auto entry = decode(text)) {
-        line.entry = *std::move(entry);
-        line.state = line.owner == *_owner ? Line::State::own : Line::State::other;
-    }
-    return line;
+Problem History::newerVersion(const char* what) const {
+    return problem(what, "a newer version of the program has written it");
 }
 
-// What is behind the last newline was cut, or is still being written.
-std::vector<History::Line> History::parseAll(std::string_view bytes) const {
-    std::vector<Line> lines;
-    for (std::size_t end = 0; (end = bytes.find('\n')) != bytes.npos; bytes.remove_prefix(end + 1)) {
-        if (end > 0) lines.push_back(parse(bytes.substr(0, end)));
-    }
-    return lines;
-}
-
-Result<std::vector<History::Line>> History::readLines() {
+// Nothing where there is no file yet.
+Result<std::string> History::readBytes() {
     if (!_folder) return _folder.error();
-    owner();
     std::error_code missing;
-    if (!fs::exists(_path, missing) && !missing) return std::vector<Line>();
+    if (!fs::exists(_path, missing) && !missing) return std::string();
     if (!fs::is_regular_file(_path, missing)) return problem("cannot read", "it is no regular file");
     errno = 0;
-    const auto bytes = platform::readSystemFile(_path);
+    auto bytes = platform::readSystemFile(_path);
     if (!bytes) return problem("cannot read", errorText(errno));
-    return parseAll(*bytes);
+    return *std::move(bytes);
 }
 
 Result<History::Reading> History::read() {
-    const auto lines = readLines();
-    if (!lines) return lines.error();
+    const auto bytes = readBytes();
+    if (!bytes) return bytes.error();
+    const std::vector<HistoryLine> lines = linesOf(*bytes);
+    if (hasNewer(lines)) return newerVersion("cannot read");
     Reading reading;
-    for (const Line& line : *lines) {
-        switch (line.state) {
-            case Line::State::newer:
-                return problem("cannot read", "a newer version of the program has written it");
-            case Line::State::damaged:
-                ++reading.damagedLines;
-                break;
-            case Line::State::other:
-                reading.otherPhones.insert(line.entry.change);
-                break;
-            case Line::State::own:
-                reading.entries.push_back(line.entry);
+    for (const HistoryLine& line : lines) {
+        if (line.state == HistoryLine::State::whole && line.owner != owner()) {
+            reading.otherPhones.insert(line.change);
+        } else if (auto entry = decode(line)) {
+            reading.entries.push_back(*std::move(entry));
+        } else {
+            ++reading.damagedLines;
         }
     }
     markUndone(reading.entries);
@@ -188,7 +201,6 @@ Result<Descriptor> History::takeTurn() {
 Result<std::uint64_t> History::append(std::vector<HistoryEntry> entries, std::uint64_t turn) {
     const auto turnTaken = takeTurn();
     if (!turnTaken) return turnTaken.error();
-    owner();
     constexpr int flags = O_RDWR | O_CREAT | O_APPEND | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
     const Descriptor file{::open(_path.c_str(), flags, 0600)};
     struct stat status {};
@@ -240,53 +252,50 @@ Result<History::Tail> History::readTail(const Descriptor& file, std::size_t size
         if (got != static_cast<ssize_t>(bytes.size())) return problem("cannot read", errorText(got < 0 ? errno : EIO));
         Tail tail{.size = start + bytes.rfind('\n') + 1};
         if (start > 0) bytes.erase(0, bytes.find('\n'));
-        const std::vector<Line> lines = parseAll(bytes);
-        for (auto line = lines.rbegin(); line != lines.rend() && tail.lastChange == 0; ++line) {
-            if (line->state == Line::State::newer) {
-                return problem("cannot write", "a newer version of the program has written it");
-            }
-            tail.lastChange = line->entry.change;
+        std::string_view rest = bytes;
+        while (tail.lastChange == 0 && !rest.empty()) {
+            const HistoryLine line = lineOf(takeLastLine(rest));
+            if (line.state == HistoryLine::State::newer) return newerVersion("cannot write");
+            tail.lastChange = line.change;
         }
         if (tail.lastChange > 0 || start == 0) return tail;
     }
 }
 
 Result<Done> History::trim() {
-    auto lines = readLines();
-    if (!lines) return lines.error();
+    const auto bytes = readBytes();
+    if (!bytes) return bytes.error();
+    const std::vector<HistoryLine> lines = linesOf(*bytes);
+    if (hasNewer(lines)) return newerVersion("cannot write");
     struct Share {
         std::size_t changes = 0;
         std::size_t bytes = 0;
     };
-    std::map<std::string, Share> shares;
-    std::vector<Line> staying;
-    for (auto line = lines->rbegin(); line != lines->rend(); ++line) {
-        if (line->state == Line::State::newer) return Done();
-        if (line->state == Line::State::damaged) continue;
+    std::map<std::string_view, Share> shares;
+    std::vector<std::string_view> staying;
+    for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
+        if (line->state != HistoryLine::State::whole) continue;
         Share& share = shares[line->owner];
         ++share.changes;
         share.bytes += line->text.size() + 1;
-        if (share.changes <= mostEntries && share.bytes <= mostBytes) staying.push_back(std::move(*line));
+        if (share.changes <= mostEntries && share.bytes <= mostBytes) staying.push_back(line->text);
     }
-    if (staying.size() == lines->size()) return Done();
-    std::ranges::reverse(staying);
-    return rewrite(staying);
+    std::string text;
+    for (auto line = staying.rbegin(); line != staying.rend(); ++line)
+        text.append(*line).append("\n");
+    return text.size() == bytes->size() ? Done() : rewrite(text);
 }
 
 // Whoever comes after a crash finds the old file or the new one, whole.
-Result<Done> History::rewrite(const std::vector<Line>& lines) {
-    if (lines.empty()) {
+Result<Done> History::rewrite(std::string_view text) {
+    if (text.empty()) {
         if (::unlink(_path.c_str()) != 0 && errno != ENOENT) return problem("cannot delete", errorText(errno));
         return Done();
     }
-    const std::string name = fs::path(_path).filename().string();
     // That of a process that was killed: ours is the turn.
     ::unlink((_path + ".new").c_str());
-    auto file = NewFile::create(*_folder, name, ".new");
+    auto file = NewFile::create(*_folder, fs::path(_path).filename().string(), ".new");
     if (!file) return file.error();
-    std::string text;
-    for (const Line& line : lines)
-        text += line.text + "\n";
     if (const auto written = file->write(text); !written) return written;
     if (const auto durable = file->keep(); !durable) return durable;
     if (::rename(file->path().c_str(), _path.c_str()) == 0) return Done();
@@ -300,18 +309,22 @@ Result<Done> History::forget() {
     if (_folder && !fs::exists(_path, missing)) return Done();
     const auto turnTaken = takeTurn();
     if (!turnTaken) return turnTaken.error();
-    auto lines = readLines();
-    if (!lines) return lines.error();
-    const auto isNewer = [](const Line& line) { return line.state == Line::State::newer; };
-    if (std::ranges::any_of(*lines, isNewer)) {
+    const auto bytes = readBytes();
+    if (!bytes) return bytes.error();
+    const std::vector<HistoryLine> lines = linesOf(*bytes);
+    if (hasNewer(lines)) {
         return problem("cannot read", "a newer version of the program has written it; delete the file by hand");
     }
-    for (const Line& line : *lines) {
-        if (line.state == Line::State::own && line.entry.kept) forgetCopy(*line.entry.kept);
-    }
     // A damaged line may be anybody's.
-    std::erase_if(*lines, [](const Line& line) { return line.state != Line::State::other; });
-    return rewrite(*lines);
+    std::string others;
+    for (const HistoryLine& line : lines) {
+        if (line.state == HistoryLine::State::whole && line.owner != owner()) {
+            others.append(line.text).append("\n");
+        } else if (const auto entry = decode(line); entry && entry->kept) {
+            forgetCopy(*entry->kept);
+        }
+    }
+    return rewrite(others);
 }
 
 // Nothing but what was put there by us.

@@ -48,19 +48,17 @@ public:
     platform::Result<platform::Done> forget();
 
 private:
-    struct Line;
     struct Tail;
 
-    Line parse(std::string_view text) const;
-    std::vector<Line> parseAll(std::string_view bytes) const;
-    platform::Result<std::vector<Line>> readLines();
+    platform::Result<std::string> readBytes();
     platform::Result<Descriptor> takeTurn();
     platform::Result<Tail> readTail(const Descriptor& file, std::size_t size);
     platform::Result<platform::Done> write(const Descriptor& file, std::size_t size, std::string_view text);
     platform::Result<platform::Done> trim();
-    platform::Result<platform::Done> rewrite(const std::vector<Line>& lines);
+    platform::Result<platform::Done> rewrite(std::string_view text);
     void forgetCopy(const KeptCopy& copy) const;
     platform::Problem problem(const char* step, std::string reason) const;
+    platform::Problem newerVersion(const char* step) const;
     const std::string& owner();
 
     platform::Result<std::string> _folder;

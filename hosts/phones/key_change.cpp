@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/phones/key_change.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace hosts {
@@ -8,15 +10,24 @@ namespace hosts {
 using platform::Dictionary;
 using platform::Value;
 
+// Side by side, both being in the order of their keys: a large file is compared after each change of it.
 std::vector<KeyChange> differences(const Dictionary& before, const Dictionary& after) {
     std::vector<KeyChange> changes;
+    std::vector<KeyChange> came;
+    auto now = after.begin();
     for (const auto& [key, value] : before) {
-        auto now = after.valueForKey(key);
-        if (now != value) changes.push_back({key, value, std::move(now)});
+        for (; now != after.end() && now->key != key && platform::precedesInUtf16Order(now->key, key); ++now)
+            came.push_back({now->key, std::nullopt, now->value});
+        if (now == after.end() || now->key != key) {
+            changes.push_back({key, value, std::nullopt});
+        } else {
+            if (!(now->value == value)) changes.push_back({key, value, now->value});
+            ++now;
+        }
     }
-    for (const auto& [key, value] : after) {
-        if (!before.contains(key)) changes.push_back({key, std::nullopt, value});
-    }
+    for (; now != after.end(); ++now)
+        came.push_back({now->key, std::nullopt, now->value});
+    std::ranges::move(came, std::back_inserter(changes));
     return changes;
 }
 

@@ -372,7 +372,8 @@ TEST(History, isInTheOrderOfTheChangesWhateverTheClockSays) {
     later.time.secondsSince2001 += 1e9;
     const std::string first = kit::readText(histories.file());
     const auto record = platform::writeBinaryPropertyList(Value(hosts::recordOf(later)));
-    std::string line = first.substr(17, first.rfind(' ') + 1 - 17);
+    const std::size_t number = first.rfind(" 1 ");
+    std::string line = first.substr(17, number - 17) + " 2 ";
     platform::appendBase64(line, std::as_bytes(std::span(*record.bytes)));
     kit::writeText(histories.file(), first + checksummed(line));
     addNumber(histories.of(), 3);
