@@ -45,10 +45,19 @@ Result<std::unique_ptr<SettingsSession>> SettingsSession::load(const SessionServ
 
 SettingsSession::SettingsSession(const SessionServices& services, const std::string& systemImage,
                                  const DeviceShape& shape)
-    : _system(systemImage, _classes),
-      _platform{services.files,       services.notifications, _classes,         _system,
-                services.application, services.device,        _composers,       _composers,
-                shape.device,         shape.screen,           services.listener},
+    : _services(services),
+      _system(systemImage, _classes),
+      _platform{_services.files(),
+                _services.notifications(),
+                _classes,
+                _system,
+                services.application,
+                services.device,
+                _composers,
+                _composers,
+                shape.device,
+                shape.screen,
+                &_services.listener()},
       _history(services.history) {}
 
 Result<std::shared_ptr<platform::PSViewController>> SettingsSession::makeRootPage() {
@@ -72,6 +81,16 @@ void SettingsSession::drawn() {
     for (auto& [path, content] : _platform.dictionaries.forget())
         _drawn.insert_or_assign(path, std::move(content));
     if (_history) _history->recorder.endTurn();
+}
+
+// What has been read of the layer is no content of the files.
+void SettingsSession::bringUpToDate(platform::UIViewController& page) {
+    drawn();
+    {
+        const PageServices::Layer dropped(_services);
+        page.viewWillAppear(false);
+    }
+    _platform.dictionaries.forget();
 }
 
 Result<std::string> SettingsSession::undo() {

@@ -8,6 +8,7 @@
 
 #include "hosts/session/composers.h"
 #include "hosts/session/device_shape.h"
+#include "hosts/session/page_services.h"
 #include "hosts/session/services.h"
 #include "platform/list/page_controller.h"
 #include "platform/services/platform.h"
@@ -43,6 +44,11 @@ public:
     /// The paths of the files that the pane keeps; none for a pane that does not tell.
     std::vector<std::string> observedFiles();
 
+    /// Lets a page see what other programs have changed, by its own rules for appearing: rows are greyed, come and go.
+    /// What it would repair, it repairs in memory alone, so that two programs that look never answer each other's
+    /// changes. Rows that show a value are the host's to produce again.
+    void bringUpToDate(platform::UIViewController& page);
+
     /// Takes back the last turn that is neither an undo nor undone, and posts the notifications that follow; `redo`
     /// takes back the last undo that nothing new has followed. Each is a turn of its own, whichever program made the
     /// one that it is about, and gives a sentence for the user. Pages know nothing of it.
@@ -59,6 +65,7 @@ private:
     using ChooseTurn = std::vector<HistoryEntry> (*)(const History::Reading&);
     platform::Result<std::string> takeBack(ChooseTurn choose, const char* told, const char* nothing);
 
+    PageServices _services;
     platform::ClassRegistry _classes;
     platform::SystemImage _system;
     Composers _composers;

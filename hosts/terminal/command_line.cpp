@@ -123,6 +123,7 @@ void CommandLine::addSettingCommands() {
     CLI::App* monitor =
         addPhoneCommand("monitor", "Print changes as they are announced, until interrupted", runMonitor, _monitor);
     monitor->add_flag("--json", _monitor.json, "Print one JSON object a line");
+    monitor->add_flag("--unannounced", _monitor.unannounced, "Print, too, changes that nobody has announced");
 }
 
 void CommandLine::addHistoryCommands() {

@@ -101,15 +101,18 @@ TEST_F(FileChange, isWatchedForOnThePhoneAlone) {
     EXPECT_FALSE(watched.contains(inodeOf(file)));
 }
 
-TEST_F(FileChange, leavesThePagesOwnRulesAlone) {
+// The page in view has a repair for what the file holds then.
+TEST_F(FileChange, runsThePagesOwnRulesAndWritesNothing) {
     open();
     openPage({"Advanced Options"});
     session->watchFiles();
     ASSERT_TRUE(waitFor([this] { return shows("Always"); }));
-    // The page would take the conditions away, were it asked.
-    writeSettings("<key>MinimalControlCenterEnabled</key><false/>");
-    ASSERT_TRUE(waitFor([this] { return !isOn("Minimal Display"); }));
-    EXPECT_TRUE(shows("Always"));
+    writeSettings(
+        "<key>MinimalControlCenterEnabled</key><false/><key>MultiCenter</key><false/>"
+        "<key>PeopleInToday</key><true/>");
+    const std::string written = kit::readText(hostPath());
+    EXPECT_TRUE(waitFor([this] { return !isOn("Minimal Display") && !shows("Always"); }));
+    EXPECT_EQ(kit::readText(hostPath()), written);
 }
 
 TEST_F(FileChange, ofOurOwnIsNotTakenForAnothers) {

@@ -4,6 +4,7 @@
 #include "hosts/system/state_folder.h"
 #include "tests/kit/expectations.h"
 #include "tests/kit/phone.h"
+#include "tests/kit/private_mounts.h"
 #include "tests/kit/trivel3ctl.h"
 
 namespace history_commands_test {
@@ -243,6 +244,20 @@ TEST_F(HistoryCommands, refuseTheChangesOfAnotherPhoneInTheSamePlace) {
     expectDone(ctl.run({"history", "--forget"}));
     putDevice("one");
     EXPECT_EQ(history().at(0)["change"], 1);
+}
+
+TEST_F(HistoryCommands, refuseTheChangesOfAPhoneThatWasMountedInTheSamePlace) {
+    if (!mayMount()) GTEST_SKIP() << noMounts;
+    const std::string mount = "mount -t tmpfs -o size=1m %s '" + phone.folder + "'; mkdir '" + phone.folder + "/var'";
+    const auto mountOf = [&](const std::string& source) {
+        return std::string(mount).replace(mount.find("%s"), 2, source);
+    };
+    ctl.runThrough(
+        {"/usr/bin/unshare", "-rm", "/bin/sh", "-ec",
+         mountOf("one") + "; \"$1\" set HotCorners off; umount '" + phone.folder + "'; " + mountOf("two") + "; \"$@\"",
+         "sh"});
+    EXPECT_EQ(history(), json::array());
+    expectFailure(ctl.run({"undo", "1"}), 1, "change 1 was made on another phone");
 }
 
 TEST_F(HistoryCommands, twoAtOnceUndoATurnOnceOrComeBack) {

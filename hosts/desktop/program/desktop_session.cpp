@@ -66,6 +66,7 @@ void DesktopSession::notePhoneGone(const std::string& why) {
 
 void DesktopSession::lookAtFiles() {
     if (!_session->hasChangedSinceDrawn(_observedFiles)) return;
+    if (Page* const page = _navigation.current()) _session->bringUpToDate(page->controller());
     _navigation.redrawVisibleRows();
     // Rows that look as before need no picture, but what was read for them may have to be told.
     _window->view().update();

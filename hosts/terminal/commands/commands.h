@@ -61,6 +61,7 @@ int runUndo(OpenedPhone& context, const UndoOptions& options);
 
 struct MonitorOptions {
     bool json = false;
+    bool unannounced = false;  ///< whether to tell, too, what no notification came for
 };
 int runMonitor(OpenedPhone& context, const MonitorOptions& options);
 

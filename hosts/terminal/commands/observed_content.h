@@ -25,6 +25,7 @@ public:
     ObservedContent(platform::DictionaryFiles& dictionaries, platform::PreferenceAccess::ObservedFile file);
 
     const std::string& notification() const { return _file.notification; }
+    const std::string& path() const { return _file.path; }
 
     /// Reads the file again and tells what has changed since the last time.
     std::vector<KeyChange> takeChanges();

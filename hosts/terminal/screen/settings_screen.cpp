@@ -62,7 +62,7 @@ platform::Result<platform::Done> SettingsScreen::start() {
 
 bool SettingsScreen::noteFilesChanged(std::span<const std::string> paths) {
     const bool isChanged = _session->hasChangedSinceDrawn(paths);
-    if (isChanged) _host.top().noteCellsOld();
+    if (isChanged) showFilesAnew();
     return isChanged;
 }
 
@@ -282,6 +282,11 @@ void SettingsScreen::reload() {
 void SettingsScreen::takeBack(const platform::Result<std::string>& outcome) {
     if (!outcome) return _notices.warn("Not undone: " + outcome.error().text());
     _notices.say(*outcome);
+    showFilesAnew();
+}
+
+void SettingsScreen::showFilesAnew() {
+    _session->bringUpToDate(_host.top().page());
     _host.top().noteCellsOld();
 }
 

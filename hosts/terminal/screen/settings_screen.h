@@ -87,6 +87,7 @@ private:
     void touchRightButton();
     void reload();
     void takeBack(const platform::Result<std::string>& outcome);
+    void showFilesAnew();
     void findAgain(bool upwards);
     void openHelp();
     bool hasRightButton() const;
