@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
-#include <ranges>
 
 #include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
@@ -37,8 +36,8 @@ nlohmann::json entryJson(const HistoryEntry& entry, AnswerValues& values) {
 std::string entriesJson(const std::vector<HistoryEntry>& entries) {
     AnswerValues values;
     nlohmann::json all = nlohmann::json::array();
-    for (const HistoryEntry& entry : std::views::reverse(entries))
-        all.push_back(entryJson(entry, values));
+    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
+        all.push_back(entryJson(*entry, values));
     return jsonLine(all) + "\n";
 }
 
@@ -98,8 +97,8 @@ int runHistory(OpenedPhone& context, const HistoryOptions& options) {
         print(entriesJson(history->entries));
         return done;
     }
-    for (const HistoryEntry& entry : std::views::reverse(history->entries))
-        print(entryLine(entry));
+    for (auto entry = history->entries.rbegin(); entry != history->entries.rend(); ++entry)
+        print(entryLine(*entry));
     return done;
 }
 
