@@ -28,18 +28,25 @@ platform::Result<platform::Stamp> CountingFileSystem::readFile(std::string_view 
 
 platform::Result<platform::Stamp> CountingFileSystem::changeFile(std::string_view path,
                                                                  const platform::Change& change) {
-    ++counts.writes;
+    ++_counts.writes;
     return _files.changeFile(path, [&](std::optional<std::string_view> held) {
         noteRead(path, held.value_or(""));
         return change(held);
     });
 }
 
+void CountingFileSystem::startCounting() {
+    _isCounting = true;
+    _counts = {};
+    _lastRead.clear();
+}
+
 void CountingFileSystem::noteRead(std::string_view path, std::string_view contents) const {
-    ++counts.readings;
+    if (!_isCounting) return;
+    ++_counts.readings;
     std::string& last = _lastRead[std::string(path)];
     if (last == contents) return;
-    ++counts.parsings;
+    ++_counts.parsings;
     last = contents;
 }
 

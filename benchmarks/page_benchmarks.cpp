@@ -4,10 +4,12 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <cstdio>
 #include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 
 #include "benchmarks/bench_phone.h"
 #include "benchmarks/benchmark_set.h"
@@ -32,9 +34,9 @@ void openOurs(benchmark::State& state, const std::string& content, Durability du
 void openBare(benchmark::State& state, const std::string& content) {
     BenchPhone phone(content, Durability::inMemory);
     openPage(phone, optionsClass);
-    phone.files().counts = {};
+    phone.files().startCounting();
     openPage(phone, optionsClass);
-    const auto [looks, reads, parsings, writes] = phone.files().counts;
+    const auto [looks, reads, parsings, writes] = phone.files().counts();
     std::string bytes(content.size() + 4096, 'x');
     const std::string path = phone.settingsPath();
     const std::string temporary = path + ".tmp";
@@ -106,10 +108,13 @@ void addSwitching(const SampleSettings& settings) {
 }
 
 void printCounts(const char* step, BenchPhone& phone, const std::function<void()>& run) {
+    // As long after the one before as a user takes at the least: a file that was written this very moment is read
+    // again, since a second write could bear the same times.
+    std::this_thread::sleep_for(std::chrono::milliseconds{100});
     phone.drawn();
-    phone.files().counts = {};
+    phone.files().startCounting();
     run();
-    const auto& [looks, readings, parsings, writes] = phone.files().counts;
+    const auto& [looks, readings, parsings, writes] = phone.files().counts();
     std::printf("| %-44s | %8zu | %8zu | %8zu | %8zu |\n", step, looks, readings, parsings, writes);
 }
 

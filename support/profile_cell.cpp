@@ -81,6 +81,11 @@ void KavixPreferencesProfileCell::layoutSubviews() {
     place(*_infoLabel, {textLeft, infoTop, textWidth, infoHeight});
 }
 
+std::vector<std::shared_ptr<platform::UIView>> KavixPreferencesProfileCell::accessibilityElements() const {
+    if (!_nameLabel->text() && !_infoLabel->text()) return {};
+    return {_avatarView, _nameLabel, _infoLabel};
+}
+
 void KavixPreferencesProfileCell::loadImage_nameText_handleText_infoText(std::optional<std::string_view> imageName,
                                                                          std::optional<std::string_view> name,
                                                                          std::optional<std::string_view> handle,

@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/services/platform.h"
 #include "platform/ui/image_view.h"
@@ -26,6 +27,9 @@ public:
     const char* className() const override { return "KavixPreferencesProfileCell"; }
 
     void layoutSubviews() override;
+
+    /// The person's parts, where it shows one: what a page has left in the standard parts lies beneath them.
+    std::vector<std::shared_ptr<platform::UIView>> accessibilityElements() const override;
 
     /// Shows a person, or clears what is not given; nothing of what was shown before is left. The
     /// image is one of the pane's bundle, by name. Name and handle show together or not at all.

@@ -10,6 +10,15 @@
 
 namespace hosts {
 
+/// Where the user's documents go: the folder that XDG_DOCUMENTS_DIR names, else the one that the user has configured,
+/// else ~/Documents.
+struct DocumentsFolder {
+    /// Where that is the home folder itself, which is how desktops say that there is none: ~/Documents, to suggest.
+    std::string path;
+    /// Whether the user has this folder. Otherwise nothing goes there before they have agreed to it.
+    bool isThere = false;
+};
+
 /// What the desktop's own library knows of the user's programs and folders. It takes longer to load
 /// than a program needs to read a setting, so this interface is implemented in a module that is
 /// loaded when it is wanted.
@@ -21,9 +30,7 @@ public:
     /// when none claims the type itself. A URL scheme's type is "x-scheme-handler/SCHEME".
     virtual std::optional<std::string> handlerOf(const std::string& contentType) = 0;
 
-    /// Where the user's documents go: the folder that XDG_DOCUMENTS_DIR names, else the one that the
-    /// user has configured, else ~/Documents when it is there, else the home folder.
-    virtual std::string documentsFolder() = 0;
+    virtual DocumentsFolder documentsFolder() = 0;
 
     /// Where files go that nobody misses when they are gone.
     virtual std::string cacheFolder() = 0;

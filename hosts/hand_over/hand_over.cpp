@@ -85,12 +85,24 @@ bool couldBeTakenForOption(const std::string& argument) {
 
 }  // namespace
 
-Result<std::string> DesktopHandOver::saveDraft(const Mail& mail) {
-    auto write = loadFunction<WriteMailMessage>(_mailModule, writeMailMessageSymbol, "the mail module");
-    if (!write) return std::move(write).error();
+Result<DocumentsFolder> DesktopHandOver::draftFolder() {
     auto desktop = _desktop.library();
     if (!desktop) return std::move(desktop).error();
-    auto file = NewFile::create((*desktop)->documentsFolder(), fileNameFrom(mail.subject(), "E-mail"), ".eml");
+    DocumentsFolder folder = (*desktop)->documentsFolder();
+    if (folder.path == _unfitFolder) folder.isThere = false;
+    return folder;
+}
+
+Result<std::string> DesktopHandOver::saveDraft(const Mail& mail, const std::string& draftFolder) {
+    auto draft = writeDraft(mail, draftFolder);
+    if (!draft) _unfitFolder = draftFolder;
+    return draft;
+}
+
+Result<std::string> DesktopHandOver::writeDraft(const Mail& mail, const std::string& folder) const {
+    auto write = loadFunction<WriteMailMessage>(_mailModule, writeMailMessageSymbol, "the mail module");
+    if (!write) return std::move(write).error();
+    auto file = NewFile::create(folder, fileNameFrom(mail.subject(), "E-mail"), ".eml");
     if (!file) return std::move(file).error();
     auto saved = writeMessage(mail, **write, *file);
     if (saved) saved = file->keep();
@@ -98,8 +110,8 @@ Result<std::string> DesktopHandOver::saveDraft(const Mail& mail) {
     return file->path();
 }
 
-MailHandOver DesktopHandOver::sendMail(const Mail& mail) {
-    auto draft = saveDraft(mail);
+MailHandOver DesktopHandOver::sendMail(const Mail& mail, const std::string& draftFolder) {
+    auto draft = saveDraft(mail, draftFolder);
     auto program = giveToProgram(mail, draft);
     return {std::move(program), std::move(draft)};
 }

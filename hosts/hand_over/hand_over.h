@@ -22,10 +22,15 @@ class HandOver {
 public:
     virtual ~HandOver() = default;
 
-    /// Gives the e-mail to the user's mail program, and keeps it as a draft too.
-    virtual MailHandOver sendMail(const platform::MFMailComposeViewController& mail) = 0;
-    /// Saves the e-mail as an unsent draft. Gives its path.
-    virtual platform::Result<std::string> saveDraft(const platform::MFMailComposeViewController& mail) = 0;
+    /// Where drafts go, unless the user says otherwise; when the folder is not there, they are to be asked. A problem
+    /// where that cannot be told.
+    virtual platform::Result<DocumentsFolder> draftFolder() = 0;
+    /// Gives the e-mail to the user's mail program, and keeps it as a draft in that folder too.
+    virtual MailHandOver sendMail(const platform::MFMailComposeViewController& mail,
+                                  const std::string& draftFolder) = 0;
+    /// Saves the e-mail as an unsent draft in that folder, which is made when it is missing. Gives its path.
+    virtual platform::Result<std::string> saveDraft(const platform::MFMailComposeViewController& mail,
+                                                    const std::string& draftFolder) = 0;
     /// Takes the user to where the text can be posted. The problem's path is the address of that place,
     /// for the user to go there by themselves; it is empty for a service that is none of ours.
     virtual platform::Result<platform::Done> post(std::string_view serviceType, std::string_view text) = 0;
@@ -34,8 +39,13 @@ public:
 /// Nothing leaves.
 class NoHandOver final : public HandOver {
 public:
-    MailHandOver sendMail(const platform::MFMailComposeViewController&) override { return {nowhere(), nowhere()}; }
-    platform::Result<std::string> saveDraft(const platform::MFMailComposeViewController&) override { return nowhere(); }
+    platform::Result<DocumentsFolder> draftFolder() override { return nowhere(); }
+    MailHandOver sendMail(const platform::MFMailComposeViewController&, const std::string&) override {
+        return {nowhere(), nowhere()};
+    }
+    platform::Result<std::string> saveDraft(const platform::MFMailComposeViewController&, const std::string&) override {
+        return nowhere();
+    }
     platform::Result<platform::Done> post(std::string_view, std::string_view) override { return nowhere(); }
 
 private:
@@ -50,16 +60,20 @@ public:
     DesktopHandOver(std::string mailModule, Desktop& desktop, XdgPrograms& programs, UrlOpener& opener)
         : _mailModule(std::move(mailModule)), _desktop(desktop), _programs(programs), _opener(opener) {}
 
+    /// Where the user's documents go. A folder that has not taken a draft counts as missing from then on.
+    platform::Result<DocumentsFolder> draftFolder() override;
     /// With xdg-email, or else as the draft. The draft stays in any case, since not every mail program
     /// takes attachments over.
-    MailHandOver sendMail(const platform::MFMailComposeViewController& mail) override;
-    /// Among the user's documents, over no other file: a whole message with its attachments, which any
-    /// mail program opens.
-    platform::Result<std::string> saveDraft(const platform::MFMailComposeViewController& mail) override;
+    MailHandOver sendMail(const platform::MFMailComposeViewController& mail, const std::string& draftFolder) override;
+    /// Over no other file: a whole message with its attachments, which any mail program opens.
+    platform::Result<std::string> saveDraft(const platform::MFMailComposeViewController& mail,
+                                            const std::string& draftFolder) override;
     /// In the social network's own composer, on the web.
     platform::Result<platform::Done> post(std::string_view serviceType, std::string_view text) override;
 
 private:
+    platform::Result<std::string> writeDraft(const platform::MFMailComposeViewController& mail,
+                                             const std::string& folder) const;
     platform::Result<std::string> giveToProgram(const platform::MFMailComposeViewController& mail,
                                                 const platform::Result<std::string>& draft);
     platform::Result<platform::Done> composeInProgram(const platform::MFMailComposeViewController& mail);
@@ -68,6 +82,7 @@ private:
     Desktop& _desktop;
     XdgPrograms& _programs;
     UrlOpener& _opener;
+    std::string _unfitFolder;
 };
 
 }  // namespace hosts

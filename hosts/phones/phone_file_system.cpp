@@ -18,7 +18,6 @@
 #include "hosts/phones/temporary_file.h"
 #include "hosts/system/error_text.h"
 #include "hosts/system/named_file.h"
-#include "platform/foundation/property_list.h"
 
 namespace hosts {
 
@@ -34,10 +33,7 @@ constexpr std::chrono::milliseconds pauseBetweenReadings{100};
 // Every property list that is read from a phone is to hold a dictionary.
 std::optional<std::string> faultOf(std::string_view path, std::string_view contents) {
     if (!path.ends_with(".plist")) return std::nullopt;
-    const platform::PropertyListReading reading = platform::readPropertyList(contents);
-    if (!reading) return faultPlace(reading.error) + ": " + reading.error.reason;
-    if (!reading.value->dictionary()) return "its root is no dictionary";
-    return std::nullopt;
+    return dictionaryFault(contents);
 }
 
 }  // namespace

@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
 #include <string>
-
-#include "hosts/hand_over/hand_over.h"
-#include "platform/services/post_composer.h"
 
 namespace hosts {
 
@@ -16,18 +14,14 @@ struct ComposerOutcome {
         problem  ///< something did not work, or not in full
     };
 
-    /// Whether the composer has been finished, so that its page has dismissed it. Otherwise it stays as
-    /// the user left it, for another try.
-    bool isFinished = false;
     Weight weight = Weight::problem;
     std::string text;
+    /// Whether the composer has been finished, so that its page has dismissed it. Otherwise it stays as the user left
+    /// it, for another try.
+    bool isFinished = true;
+    /// Presents another composer with the same content, where that is worth another try; else null. It outlives the
+    /// composer, but not the session.
+    std::function<void()> beginAgain = nullptr;
 };
-
-/// Each hands over what is composed and, unless it is in the user's hands in no way at all, finishes the
-/// composer.
-ComposerOutcome sendMail(platform::MFMailComposeViewController& mail, HandOver& handOver);
-ComposerOutcome saveMail(platform::MFMailComposeViewController& mail, HandOver& handOver);
-/// The text is the user's, who may have changed the composer's.
-ComposerOutcome post(platform::SLComposeViewController& composer, const std::string& text, HandOver& handOver);
 
 }  // namespace hosts

@@ -39,8 +39,8 @@ void Outcomes::notChanged(const platform::Problem& problem, bool) {
 }
 
 std::optional<platform::Problem> Outcomes::takeProblem() {
-    auto unread = std::exchange(_unread, std::nullopt);
-    auto unsaved = std::exchange(_unsaved, std::nullopt);
+    auto unread = takeUnread();
+    auto unsaved = takeUnsaved();
     return unsaved ? unsaved : unread;
 }
 
@@ -50,7 +50,7 @@ std::string Outcomes::takeProblemText(Notice& notice) {
     const std::string before = std::exchange(_lastFile, problem ? problem->path : std::string());
     if (!problem || (!notice.isUnsaved && problem->path == before)) return {};
     notice.isProblem = true;
-    return (notice.isUnsaved ? "Not saved: " : "These are defaults: ") + problem->text();
+    return notice.isUnsaved ? unsavedText(*problem) : defaultsText(*problem);
 }
 
 std::optional<Outcomes::Notice> Outcomes::takeNotice() {
@@ -103,6 +103,14 @@ Outcomes::Hold::~Hold() {
     _outcomes._areHeld = false;
     _outcomes._held.clear();
     _outcomes._leftOut = 0;
+}
+
+std::string unsavedText(const platform::Problem& problem) {
+    return "Not saved: " + problem.text();
+}
+
+std::string defaultsText(const platform::Problem& problem) {
+    return "These are defaults: " + problem.text();
 }
 
 std::string phoneGoneText(const std::string& why) {

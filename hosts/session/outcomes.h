@@ -40,6 +40,14 @@ public:
     /// could not be read; nothing where all went well.
     std::optional<platform::Problem> takeProblem();
 
+    /// Each of them by itself: the first change that has not come about, and the first file that could not be read,
+    /// since this was last asked.
+    std::optional<platform::Problem> takeUnsaved() { return std::exchange(_unsaved, std::nullopt); }
+    std::optional<platform::Problem> takeUnread() { return std::exchange(_unread, std::nullopt); }
+
+    /// Whether a change has come about since this was last asked.
+    bool takeSaved() { return std::exchange(_hasSaved, false); }
+
     /// The last remarks that have been made since this was last asked, each the first time it was made.
     std::vector<std::string> takeRemarks() { return std::exchange(_remarks, {}); }
 
@@ -56,7 +64,9 @@ public:
     std::optional<Notice> takeNotice();
 
     void passedOver(const platform::Problem& problem) override;
-    void changed(std::string_view, const platform::Dictionary&, const platform::Dictionary&) override {}
+    void changed(std::string_view, const platform::Dictionary&, const platform::Dictionary&) override {
+        _hasSaved = true;
+    }
     void notRead(const platform::Problem& problem) override;
     void notChanged(const platform::Problem& problem, bool wasTried) override;
     void remark(const std::string& sentence) override;
@@ -71,6 +81,7 @@ private:
     bool _tellsPassedOver;
     std::optional<platform::Problem> _unsaved;
     std::optional<platform::Problem> _unread;
+    bool _hasSaved = false;
     /// The file of the last notice; empty when the turn after it went well.
     std::string _lastFile;
     std::vector<std::string> _remarks;
@@ -80,6 +91,10 @@ private:
     std::vector<std::string> _held;
     std::size_t _leftOut = 0;
 };
+
+/// How users are told of a change that has not come about, and of a file in whose stead defaults are shown. Any bytes.
+std::string unsavedText(const platform::Problem& problem);
+std::string defaultsText(const platform::Problem& problem);
 
 /// What users are told when their phone goes. `why` is a PhoneEvent's name.
 std::string phoneGoneText(const std::string& why);

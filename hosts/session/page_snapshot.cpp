@@ -16,13 +16,15 @@ void collectTexts(const platform::UIView& view, std::vector<std::string>& texts)
     if (auto* label = dynamic_cast<const platform::UILabel*>(&view)) {
         if (auto text = label->text()) texts.push_back(*std::move(text));
     }
-    for (const auto& part : view.subviews())
+    const auto telling = view.accessibilityElements();
+    for (const auto& part : telling.empty() ? view.subviews() : telling)
         collectTexts(*part, texts);
 }
 
 std::shared_ptr<const platform::UIImage> firstImage(const platform::UIView& view) {
     if (auto* picture = dynamic_cast<const platform::UIImageView*>(&view)) return picture->image;
-    for (const auto& part : view.subviews()) {
+    const auto telling = view.accessibilityElements();
+    for (const auto& part : telling.empty() ? view.subviews() : telling) {
         if (auto image = firstImage(*part)) return image;
     }
     return nullptr;

@@ -83,7 +83,8 @@ platform::UITableView* tableOfPage(platform::UIViewController& page);
 /// The button that is the right-hand item of a page's bar; null where there is none.
 platform::UIButton* rightButtonOf(platform::UIViewController& page);
 
-/// Every text that a view and those in it show, in drawing order.
+/// Every text that a view and those in it show, in drawing order; of a view that says which of its parts tell what it
+/// is about, the texts of those alone.
 std::vector<std::string> textsIn(const platform::UIView& view);
 
 }  // namespace hosts

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <utility>
 
+#include "hosts/phones/fault_place.h"
 #include "hosts/session/printable.h"
 #include "hosts/session/undo.h"
 
@@ -77,10 +78,12 @@ Result<std::shared_ptr<platform::PreferenceAccess>> SettingsSession::preferenceA
         _pane->path(), {}, std::string("offers no settings by name (") + platform::PreferenceAccess::infoKey + ")"};
 }
 
-void SettingsSession::drawn() {
-    for (auto& [path, content] : _platform.dictionaries.forget())
+bool SettingsSession::drawn() {
+    auto contents = _platform.dictionaries.forget();
+    for (auto& [path, content] : contents)
         _drawn.insert_or_assign(path, std::move(content));
     if (_history) _history->recorder.endTurn();
+    return !contents.empty();
 }
 
 // What has been read of the layer is no content of the files.
@@ -134,6 +137,30 @@ bool SettingsSession::isOtherThanDrawn(const std::string& path) {
     const auto now = _platform.dictionaries.read(path);
     const auto& before = drawn->second;
     return now && before ? !(platform::Value(now) == platform::Value(before)) : now != before;
+}
+
+std::optional<Problem> SettingsSession::whyDefaults(std::span<const std::string> paths) {
+    for (const std::string& path : paths) {
+        const auto drawn = _drawn.find(path);
+        if (drawn == _drawn.end() || drawn->second) continue;
+        if (auto why = whyNothing(path)) return why;
+    }
+    return std::nullopt;
+}
+
+// A file system that cannot reach a file does not say whether there is one: its folder does.
+std::optional<Problem> SettingsSession::whyNothing(const std::string& path) {
+    std::string contents;
+    const auto reading = _platform.files.readFile(path, contents, platform::FileSystem::usualReadLimit);
+    if (reading) {
+        auto fault = dictionaryFault(contents);
+        return fault ? std::optional(Problem{path, "cannot read", *std::move(fault)}) : std::nullopt;
+    }
+    if (reading.error().isPassing) return reading.error();
+    const std::size_t name = path.rfind('/') + 1;
+    const auto names = _platform.files.listFolder(path.substr(0, name));
+    const bool isThere = names && std::ranges::find(*names, path.substr(name)) != names->end();
+    return isThere ? std::optional(reading.error()) : std::nullopt;
 }
 
 }  // namespace hosts

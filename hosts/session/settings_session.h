@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
@@ -38,8 +39,9 @@ public:
 
     platform::Platform& platform() { return _platform; }
 
-    /// The turn is over: what it has read is dropped, but for the note of what is on the screen now.
-    void drawn();
+    /// The turn is over: what it has read is dropped, but for the note of what is on the screen now. Whether it has
+    /// read anything.
+    bool drawn();
 
     /// The paths of the files that the pane keeps; none for a pane that does not tell.
     std::vector<std::string> observedFiles();
@@ -59,9 +61,14 @@ public:
     /// drawn does not count: no row depends on it.
     bool hasChangedSinceDrawn(std::span<const std::string> paths);
 
+    /// Why defaults are on the screen in place of what one of the files may hold; nothing where each of them could be
+    /// read, or is not there. Files of which nothing has been drawn do not count.
+    std::optional<platform::Problem> whyDefaults(std::span<const std::string> paths);
+
 private:
     SettingsSession(const SessionServices& services, const std::string& systemImage, const DeviceShape& shape);
     bool isOtherThanDrawn(const std::string& path);
+    std::optional<platform::Problem> whyNothing(const std::string& path);
     using ChooseTurn = std::vector<HistoryEntry> (*)(const History::Reading&);
     platform::Result<std::string> takeBack(ChooseTurn choose, const char* told, const char* nothing);
 

@@ -36,6 +36,7 @@ public:
         std::string fileName;
     };
 
+    /// The platform outlives the composer.
     explicit MFMailComposeViewController(Platform& platform);
     const char* className() const override { return "MFMailComposeViewController"; }
 
@@ -54,10 +55,14 @@ public:
     const std::vector<std::string>& toRecipients() const { return _toRecipients; }
     const std::vector<Attachment>& attachments() const { return _attachments; }
 
+    /// Another composer with the same content, for the same delegate.
+    std::shared_ptr<MFMailComposeViewController> copy() const;
+
     /// What a host calls when the user has sent, saved or cancelled, or sending has failed.
     void finish(MFMailComposeResult result, const std::string& error = {});
 
 private:
+    Platform& _platform;
     std::weak_ptr<MFMailComposeViewControllerDelegate> _delegate;
     std::string _subject;
     std::vector<std::string> _toRecipients;

@@ -50,6 +50,10 @@ public:
     bool clipsToBounds() const { return _clipsToBounds; }
     void setClipsToBounds(bool clips) { _clipsToBounds = clips; }
 
+    /// The views in this one that tell what it is about, in the order in which they do. Empty where all that is drawn
+    /// does, as it is for most views.
+    virtual std::vector<std::shared_ptr<UIView>> accessibilityElements() const { return {}; }
+
     /// Gives the subviews their frames. An override calls its base first.
     virtual void layoutSubviews() {}
 

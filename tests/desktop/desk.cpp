@@ -32,12 +32,16 @@ std::string mailText(const platform::MFMailComposeViewController& mail) {
 
 }  // namespace
 
-hosts::MailHandOver NotedHandOver::sendMail(const platform::MFMailComposeViewController& mail) {
+hosts::MailHandOver NotedHandOver::sendMail(const platform::MFMailComposeViewController& mail,
+                                            const std::string& draftFolder) {
+    asked = draftFolder;
     sent.push_back(mailText(mail));
     return {program, draft};
 }
 
-platform::Result<std::string> NotedHandOver::saveDraft(const platform::MFMailComposeViewController& mail) {
+platform::Result<std::string> NotedHandOver::saveDraft(const platform::MFMailComposeViewController& mail,
+                                                       const std::string& draftFolder) {
+    asked = draftFolder;
     saved.push_back(mailText(mail));
     return draft;
 }
@@ -66,7 +70,7 @@ void Desk::open(bool lessMotion, const char* device) {
     const hosts::DeviceShape* shape = hosts::findDeviceShape(device);
     session = std::make_unique<hosts::desktop::DesktopSession>(hosts::desktop::DesktopSession::Outside{
         *phone,
-        {phone->phone->files(), _notifications, _application, phone->phone->device(), phone->outcomes.get()},
+        {phone->phone->files(), _notifications, *application, phone->phone->device(), phone->outcomes.get()},
         handOver,
         *shape});
     const platform::CGSize size = shape->screen.bounds.size();
@@ -205,6 +209,17 @@ void Desk::clickSwitch(const QString& label) {
 
 void Desk::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     QTest::keyClick(&view(), key, modifiers);
+    settle();
+}
+
+void Desk::drag(QQuickItem* item, QPointF from, QPointF to) {
+    constexpr int steps = 8;
+    QTest::mousePress(&view(), Qt::LeftButton, {}, item->mapToScene(from).toPoint());
+    const QPointF begin = item->mapToScene(from);
+    const QPointF end = item->mapToScene(to);
+    for (int i = 1; i <= steps; ++i)
+        QTest::mouseMove(&view(), (begin + (end - begin) * i / steps).toPoint());
+    QTest::mouseRelease(&view(), Qt::LeftButton, {}, end.toPoint());
     settle();
 }
 

@@ -20,13 +20,20 @@ namespace desktop_tests {
 /// Where composed things go in a test: they are noted.
 class NotedHandOver final : public hosts::HandOver {
 public:
-    hosts::MailHandOver sendMail(const platform::MFMailComposeViewController& mail) override;
-    platform::Result<std::string> saveDraft(const platform::MFMailComposeViewController& mail) override;
+    platform::Result<hosts::DocumentsFolder> draftFolder() override { return folder; }
+    hosts::MailHandOver sendMail(const platform::MFMailComposeViewController& mail,
+                                 const std::string& draftFolder) override;
+    platform::Result<std::string> saveDraft(const platform::MFMailComposeViewController& mail,
+                                            const std::string& draftFolder) override;
     platform::Result<platform::Done> post(std::string_view serviceType, std::string_view text) override;
 
     std::vector<std::string> sent;
     std::vector<std::string> saved;
     std::vector<std::string> posted;
+    /// Where the last draft was to go.
+    std::string asked;
+    /// Where drafts go.
+    hosts::DocumentsFolder folder{"/home/user", true};
     /// What becomes of each.
     platform::Result<std::string> program{std::string("Post Office")};
     platform::Result<std::string> draft{std::string("/home/user/Trivel Support.eml")};
@@ -81,6 +88,9 @@ protected:
     /// Clicks the switch of a row.
     void clickSwitch(const QString& label);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Moves the mouse with its button down.
+    void drag(QQuickItem* item, QPointF from, QPointF to);
+    QString bannerText() { return navigation().banners().text(); }
 
     kit::TemporaryFolder folder;
     std::string phoneFolder;
@@ -88,11 +98,14 @@ protected:
     NotedHandOver handOver;
     std::unique_ptr<hosts::desktop::DesktopSession> session;
 
+    /// Opens the pane's addresses: nowhere, unless a test has another.
+    hosts::QuietApplication noPrograms;
+    platform::UIApplication* application = &noPrograms;
+
 private:
     QQuickItem* shownRow(const QString& label);
 
     hosts::QuietNotifyCenter _notifications;
-    hosts::QuietApplication _application;
 };
 
 }  // namespace desktop_tests

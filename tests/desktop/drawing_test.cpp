@@ -19,7 +19,7 @@ QImage painted(const platform::UIView& view, bool dark = false, double scale = 1
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
-    hosts::desktop::ViewPainter(painter, dark).paint(view);
+    hosts::desktop::ViewPainter(painter, {.dark = dark}).paint(view);
     return image;
 }
 

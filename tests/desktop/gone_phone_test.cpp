@@ -14,9 +14,9 @@ namespace fs = std::filesystem;
 class GonePhone : public Desk {
 protected:
     bool isTold(const char* part) {
-        return waitFor([this, part] { return navigation().message().contains(part); });
+        return waitFor([this, part] { return navigation().banners().text().contains(part); });
     }
-    std::string message() { return navigation().message().toStdString(); }
+    std::string message() { return navigation().banners().text().toStdString(); }
 };
 
 TEST_F(GonePhone, isToldInAWindowThatStands) {
@@ -25,7 +25,7 @@ TEST_F(GonePhone, isToldInAWindowThatStands) {
     fs::remove_all(phoneFolder);
     EXPECT_TRUE(isTold("The phone is gone: ")) << message();
     EXPECT_NE(message().find(phoneFolder + " has been deleted"), std::string::npos) << message();
-    navigation().messageRead();
+    navigation().banners().close();
     settle();
     EXPECT_TRUE(shows("Quick Switcher"));
 }
@@ -37,7 +37,7 @@ TEST_F(GonePhone, takesNoChange) {
     clickSwitch("Quick Switcher");
     EXPECT_TRUE(isTold("Not saved: cannot write ")) << message();
     EXPECT_TRUE(isTold("the phone is gone: its folder has been deleted")) << message();
-    navigation().messageRead();
+    navigation().banners().close();
     settle();
     EXPECT_TRUE(row("Quick Switcher")->property("isOn").toBool());
     EXPECT_EQ(message(), "") << "the same is not told again for the row that is drawn anew";
@@ -63,7 +63,7 @@ TEST_F(GonePhone, wasNoneInAnEmptyFolder) {
     phone.emplace(*std::move(opened));
     open();
     EXPECT_TRUE(isTold("it held no phone")) << message();
-    navigation().messageRead();
+    navigation().banners().close();
     clickSwitch("Quick Switcher");
     EXPECT_TRUE(waitFor([&] { return fs::exists(empty + "/var/mobile/Library/Preferences"); })) << "used all the same";
 }

@@ -4,7 +4,9 @@
 #include <QDir>
 #include <QFile>
 #include <QTest>
+#include <functional>
 
+#include "tests/desktop/patches.h"
 #include "tests/desktop/real_program.h"
 #include "tests/desktop/settings_text.h"
 #include "tests/desktop/virtual_display.h"
@@ -16,18 +18,7 @@ using Display = VirtualDisplay;
 
 // The switches that are on, from top to bottom: they have the one colour that nothing else has.
 std::vector<QRect> switchesOn(const QImage& picture) {
-    constexpr QRgb green = qRgb(0x4c, 0xd9, 0x64);
-    std::vector<QRect> found;
-    for (int y = 0; y < picture.height(); ++y) {
-        QRect inked;
-        for (int x = 0; x < picture.width(); ++x) {
-            if (picture.pixel(x, y) == green) inked |= QRect(x, y, 1, 1);
-        }
-        if (inked.isEmpty()) continue;
-        if (found.empty() || found.back().bottom() != y - 1) found.emplace_back();
-        found.back() |= inked;
-    }
-    return found;
+    return patches(picture, qRgb(0x21, 0x94, 0x40));
 }
 
 }  // namespace
@@ -80,8 +71,10 @@ protected:
         return waitFor([&] { return holdsSetting(settings().toStdString(), key, element); });
     }
 
-    // With the pane's own keys: three rows below the first lies the link to the options.
+    // With the pane's own keys: three rows below the first lies the link to the options. The first key may do no more
+    // than show where the focus is.
     void openOptions() {
+        display.press(Display::Home);
         display.press(Display::Home);
         for (int i = 0; i < 3; ++i)
             display.press(Display::Down);
@@ -111,6 +104,51 @@ TEST_F(RealEvents, switchThatIsClickedWritesTheFile) {
     EXPECT_TRUE(showsSwitchesOn(onAtFirst - 2));
 }
 
+// Events come in their order: what the last has done shows that those before it have been there.
+TEST_F(RealEvents, switchFollowsADragAndARowDoesNot) {
+    open();
+    const auto switches = switchesOn(display.picture());
+    const QPoint first = switches.front().center();
+    display.drag(first, first + QPoint(200, 10));
+    display.drag(first - QPoint(200, 0), first - QPoint(100, 0));
+    display.drag(switches.at(1).center(), switches.at(1).center() - QPoint(120, -10));
+    ASSERT_TRUE(settingBecomes("QuickSwitcher", "<false/>")) << settings().toStdString();
+    EXPECT_FALSE(settings().contains("MultiCenter")) << settings().toStdString();
+    display.click(first - QPoint(200, 0));
+    EXPECT_TRUE(settingBecomes("MultiCenter", "<false/>")) << "a click on the row is for its switch";
+}
+
+TEST_F(RealEvents, firstKeyOnlyShowsTheFocus) {
+    open();
+    // No key twice in a row: so fast, that is one which is held.
+    display.press(Display::Control);
+    display.press(Display::Return);
+    display.press(Display::Space);
+    display.press(Display::Down);
+    display.press(Display::Return);
+    ASSERT_TRUE(settingBecomes("QuickSwitcher", "<false/>")) << settings().toStdString();
+    EXPECT_TRUE(holdsSetting(settings().toStdString(), "MultiCenter", "<false/>")) << "moved once, not twice";
+}
+
+TEST_F(RealEvents, failedChangeIsToldAndTheSwitchIsAsBefore) {
+    open();
+    const QString file = phone + "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist";
+    ASSERT_TRUE(QDir().mkpath(file + "/folder"));
+    display.click(switchesOn(display.picture()).front().center());
+    constexpr QRgb danger = qRgb(0xe0, 0x29, 0x1f);
+    const auto shows = [this](QRgb colour) {
+        const QImage picture = display.picture();
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                if (picture.pixel(x, y) == colour) return true;
+            }
+        }
+        return false;
+    };
+    EXPECT_TRUE(waitFor([&] { return shows(danger); })) << "the mark of a problem";
+    EXPECT_TRUE(waitFor([this] { return !switchesOn(display.picture()).empty(); }));
+}
+
 TEST_F(RealEvents, keysOpenAPageMoveASwitchAndGoBack) {
     open();
     openOptions();
@@ -136,6 +174,7 @@ TEST_F(RealEvents, mouseAndKeysBothLeadBack) {
 
 TEST_F(RealEvents, mailIsOpenedAndCancelled) {
     open();
+    display.press(Display::End);
     display.press(Display::End);
     display.press(Display::Return);
     ASSERT_TRUE(showsSwitchesOn(0)) << "the sheet lies over the page";
@@ -226,6 +265,25 @@ TEST_F(RealEvents, lastPageIsThereAgain) {
     display.press(Display::Home);
     display.press(Display::Space);
     EXPECT_TRUE(settingBecomes("ReachabilityMode", "<false/>")) << settings().toStdString();
+}
+
+// A question is for the user; who ends the program from outside has none to answer it.
+TEST_F(RealEvents, closingAsksForAPostThatWasChangedAndAnEndFromOutsideDoesNot) {
+    open();
+    const QRect window = display.window();
+    display.click({window.right() - 25, window.top() + 22});
+    ASSERT_TRUE(showsSwitchesOn(0)) << "they lie in the shade";
+    // On the post's card, below that of the question: in the shade while there is one.
+    const QPoint place = window.topLeft() + QPoint(30, 275);
+    const auto isBright = [&] { return qGray(display.pixel(place)) > 220; };
+    ASSERT_TRUE(waitFor(isBright));
+    display.press(Display::LetterQ);
+    display.press(Display::LetterQ, {Display::Control});
+    ASSERT_TRUE(waitFor(std::not_fn(isBright)));
+    display.press(Display::Escape);
+    ASSERT_TRUE(waitFor(isBright)) << "the window has stayed";
+    display.press(Display::LetterQ, {Display::Control});
+    end(*program);
 }
 
 }  // namespace desktop_tests

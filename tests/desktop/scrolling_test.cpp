@@ -55,6 +55,25 @@ TEST_F(Scrolling, producesCellsOnlyAsTheyComeOnScreenAndLetsThemGo) {
     expectNoHoles();
 }
 
+// What a cell has shown of the maker's row stays in it, beneath what it shows when another row takes it over.
+TEST_F(Scrolling, handsCellsOnWithoutTheNamesThatTheyHad) {
+    using hosts::desktop::TableModel;
+    open();
+    openPage({"The Creators"});
+    auto& model = table();
+    const int maker = lineOf("Follow Fenwary");
+    ASSERT_GE(maker, 0);
+    model.lineLeft(model.data(model.index(maker), TableModel::LineIdRole).toInt());
+    writeSettings("<key>HotCorners</key><false/>");
+    navigation().redrawVisibleRows();
+    settle();
+    const QStringList labels = rowLabels();
+    ASSERT_EQ(labels.size(), 3);
+    EXPECT_TRUE(labels[0].startsWith("Daxon (@Daxon_QT), ")) << labels[0].toStdString();
+    EXPECT_TRUE(labels[1].startsWith("Movane (@MovaneX), ")) << labels[1].toStdString();
+    EXPECT_EQ(labels[2], "Follow Fenwary");
+}
+
 TEST_F(Scrolling, toAndFroLeavesNoHoles) {
     open();
     openPage({"Advanced Options"});

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include <filesystem>
+#include <QTest>
 
 #include "tests/desktop/desk.h"
 
@@ -18,9 +18,61 @@ TEST_F(Switch, clickedMovesAndWritesTheFile) {
     EXPECT_TRUE(row("Multi-Center")->property("isOn").toBool());
 }
 
-TEST_F(Switch, rowClickedBesideItsSwitchStaysAsItIs) {
+TEST_F(Switch, isMovedByAClickAnywhereOnItsRow) {
     open();
     click(row("Multi-Center"), QPointF(80, 22));
+    EXPECT_TRUE(settingIs("MultiCenter", "<false/>")) << settings();
+    EXPECT_FALSE(row("Multi-Center")->property("isOn").toBool());
+    click(row("Multi-Center"), QPointF(80, 22));
+    EXPECT_TRUE(settingIs("MultiCenter", "<true/>")) << settings();
+}
+
+TEST_F(Switch, staysWhereADragOrAScrollBeginsOnItsRow) {
+    open();
+    QQuickItem* line = row("Multi-Center");
+    drag(line, {60, 22}, {160, 22});
+    EXPECT_EQ(settings(), "");
+    drag(line, {60, 22}, {160, 22});
+    drag(line, {80, 30}, {80, 16});
+    EXPECT_EQ(settings(), "") << "sideways, or too short a way for the page to move";
+    drag(line, {80, 22}, {80, -120});
+    EXPECT_EQ(settings(), "");
+    EXPECT_TRUE(row("Multi-Center")->property("isOn").toBool());
+}
+
+TEST_F(Switch, followsADragAndGoesNoFurther) {
+    open();
+    QQuickItem* line = row("Multi-Center");
+    const QPointF knobOn(line->width() - 30, 22);
+    const QPointF knobOff(line->width() - 50, 22);
+    drag(line, knobOn, knobOn + QPointF(25, 0));
+    EXPECT_EQ(settings(), "") << "it is on already";
+    drag(line, knobOn, knobOff);
+    EXPECT_TRUE(settingIs("MultiCenter", "<false/>")) << settings();
+    drag(line, knobOff, knobOff - QPointF(20, 0));
+    EXPECT_TRUE(settingIs("MultiCenter", "<false/>")) << settings();
+    drag(line, knobOff, knobOn);
+    EXPECT_TRUE(settingIs("MultiCenter", "<true/>")) << settings();
+}
+
+TEST_F(Switch, thatIsLetGoBeyondItsEndsHasMoved) {
+    open();
+    QQuickItem* line = row("Multi-Center");
+    const QPointF knob(line->width() - 30, 22);
+    drag(line, knob, knob - QPointF(200, -30));
+    EXPECT_TRUE(settingIs("MultiCenter", "<false/>")) << settings();
+    EXPECT_FALSE(row("Multi-Center")->property("isOn").toBool());
+}
+
+TEST_F(Switch, draggedToAndFroStays) {
+    open();
+    QQuickItem* line = row("Multi-Center");
+    const QPointF knob(line->width() - 30, 22);
+    QTest::mousePress(&view(), Qt::LeftButton, {}, line->mapToScene(knob).toPoint());
+    QTest::mouseMove(&view(), line->mapToScene(knob - QPointF(25, 0)).toPoint());
+    QTest::mouseMove(&view(), line->mapToScene(knob).toPoint());
+    QTest::mouseRelease(&view(), Qt::LeftButton, {}, line->mapToScene(knob).toPoint());
+    settle();
     EXPECT_EQ(settings(), "");
     EXPECT_TRUE(row("Multi-Center")->property("isOn").toBool());
 }
@@ -37,20 +89,6 @@ TEST_F(Switch, greyedStaysAsItIs) {
     clickSwitch("Access App Switcher");
     EXPECT_EQ(settings(), before);
     EXPECT_FALSE(row("Access App Switcher")->property("isOn").toBool());
-}
-
-// A folder stands where the file should be.
-TEST_F(Switch, thatCannotBeSavedGoesBackAndSaysWhy) {
-    std::filesystem::create_directories(phoneFolder +
-                                        "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist/folder");
-    open();
-    ASSERT_TRUE(row("Quick Switcher")->property("isOn").toBool());
-    clickSwitch("Quick Switcher");
-    EXPECT_TRUE(waitFor([this] { return !navigation().message().isEmpty(); }));
-    EXPECT_TRUE(navigation().message().contains("Is a directory")) << navigation().message().toStdString();
-    navigation().messageRead();
-    settle();
-    EXPECT_TRUE(row("Quick Switcher")->property("isOn").toBool());
 }
 
 TEST_F(Switch, changesTheFootersThatDependOnIt) {

@@ -113,6 +113,15 @@ void VirtualDisplay::click(QPoint at, Button button) {
     send(XCB_BUTTON_RELEASE, button);
 }
 
+void VirtualDisplay::drag(QPoint from, QPoint to) {
+    constexpr int steps = 8;
+    send(XCB_MOTION_NOTIFY, 0, from);
+    send(XCB_BUTTON_PRESS, LeftButton);
+    for (int i = 1; i <= steps; ++i)
+        send(XCB_MOTION_NOTIFY, 0, from + (to - from) * i / steps);
+    send(XCB_BUTTON_RELEASE, LeftButton);
+}
+
 quint8 VirtualDisplay::codeOf(Key key) const {
     xcb_connection_t* x = _connection.get();
     const xcb_setup_t* setup = xcb_get_setup(x);

@@ -53,6 +53,8 @@ public:
     void focusWindow();
 
     void click(QPoint at, Button button = LeftButton);
+    /// Moves the mouse with its button down.
+    void drag(QPoint from, QPoint to);
     void press(Key key, std::vector<Key> modifiers = {});
 
 private:

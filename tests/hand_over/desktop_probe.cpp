@@ -53,6 +53,16 @@ void attach(MFMailComposeViewController& composer, const std::string& descriptio
                                                  description.substr(first + 1, second - first - 1));
 }
 
+/// "folder=…", or where drafts go by themselves.
+std::string folderFor(Services& services, const Arguments& arguments) {
+    constexpr std::string_view folder = "folder=";
+    for (const std::string& argument : arguments) {
+        if (argument.starts_with(folder)) return argument.substr(folder.size());
+    }
+    const auto usual = services.handOver.draftFolder();
+    return usual ? usual->path : "";
+}
+
 /// "subject=…", "to=…", "attach=…" and "limit=…".
 std::shared_ptr<MFMailComposeViewController> compose(Services& services, const Arguments& arguments) {
     auto composer = std::make_shared<MFMailComposeViewController>(services.platform.services());
@@ -95,12 +105,23 @@ void post(Services& services, const Arguments& arguments) {
     std::cout << (posted ? "posted" : "refused") << "\n" << problem.path << "\n" << problem.reason << "\n";
 }
 
+/// Where drafts go, and whether the user is to be asked, before and after one has been tried there.
+void draftFolder(Services& services, const Arguments& arguments) {
+    for (int time = 0; time < 2; ++time) {
+        const auto folder = services.handOver.draftFolder();
+        std::cout << (folder ? folder->path : folder.error().text()) << "\n";
+        std::cout << (folder && folder->isThere ? "there" : "ask") << "\n";
+        if (!arguments.empty() && folder)
+            (void)services.handOver.saveDraft(*compose(services, arguments), folder->path);
+    }
+}
+
 void draft(Services& services, const Arguments& arguments) {
-    tell("draft", services.handOver.saveDraft(*compose(services, arguments)));
+    tell("draft", services.handOver.saveDraft(*compose(services, arguments), folderFor(services, arguments)));
 }
 
 void send(Services& services, const Arguments& arguments) {
-    const auto handed = services.handOver.sendMail(*compose(services, arguments));
+    const auto handed = services.handOver.sendMail(*compose(services, arguments), folderFor(services, arguments));
     tell("program", handed.program);
     tell("draft", handed.draft);
 }
@@ -112,7 +133,7 @@ void cancel(Services& services, const Arguments& arguments) {
 
 const std::map<std::string_view, void (*)(Services&, const Arguments&)> commands{
     {"can-open", canOpen}, {"open", open}, {"handler", handler}, {"post", post},
-    {"draft", draft},      {"send", send}, {"cancel", cancel},
+    {"draft", draft},      {"send", send}, {"cancel", cancel},   {"draft-folder", draftFolder},
 };
 
 }  // namespace

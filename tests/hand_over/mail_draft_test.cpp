@@ -201,8 +201,40 @@ TEST_F(MailDraft, liesAmongTheUsersDocuments) {
     EXPECT_EQ(save({subject, recipient}).at("draft"), desktop.home() + "/Documents/Trivel Support.eml");
 }
 
-TEST_F(MailDraft, liesInTheHomeFolderWhereThereIsNoOther) {
-    EXPECT_EQ(save({subject, recipient}).at("draft"), desktop.home() + "/Trivel Support.eml");
+TEST_F(MailDraft, liesInTheFolderThatTheUserNames) {
+    std::filesystem::create_directory(desktop.home() + "/Documents");
+    EXPECT_EQ(save({subject, recipient, "folder=" + desktop.elsewhere("papers/mine")}).at("draft"),
+              desktop.elsewhere("papers/mine/Trivel Support.eml"));
+    EXPECT_THAT(desktop.filesAtHome(), IsEmpty());
+}
+
+TEST_F(MailDraft, hasAPlaceWhereTheUserHasADocumentsFolder) {
+    const std::string folder = desktop.home() + "/Documents";
+    std::filesystem::create_directory(folder);
+    EXPECT_THAT(desktop.probe({"draft-folder"}), ElementsAre(folder, "there", folder, "there"));
+}
+
+TEST_F(MailDraft, hasNoPlaceInAFolderThatIsNotThere) {
+    const std::string usual = desktop.home() + "/Documents";
+    EXPECT_THAT(desktop.probe({"draft-folder"}), ElementsAre(usual, "ask", usual, "ask"));
+    kit::writeText(usual, "no folder");
+    EXPECT_THAT(desktop.probe({"draft-folder"}), ElementsAre(usual, "ask", usual, "ask"));
+    const std::string named = desktop.elsewhere("papers");
+    desktop.setEnvironment("XDG_DOCUMENTS_DIR", named);
+    EXPECT_THAT(desktop.probe({"draft-folder"}), ElementsAre(named, "ask", named, "ask"));
+}
+
+TEST_F(MailDraft, hasNoPlaceInTheHomeFolder) {
+    const std::string usual = desktop.home() + "/Documents";
+    kit::writeText(desktop.home() + "/.config/user-dirs.dirs", "XDG_DOCUMENTS_DIR=\"$HOME/\"\n");
+    EXPECT_THAT(desktop.probe({"draft-folder"}), ElementsAre(usual, "ask", usual, "ask"));
+    desktop.setEnvironment("XDG_DOCUMENTS_DIR", desktop.home() + "/");
+    EXPECT_THAT(desktop.probe({"draft-folder"}), ElementsAre(usual, "ask", usual, "ask"));
+}
+
+TEST_F(MailDraft, hasNoPlaceAnyMoreWhereOneCouldNotBeSaved) {
+    desktop.setEnvironment("XDG_DOCUMENTS_DIR", "/sys");
+    EXPECT_THAT(desktop.probe({"draft-folder", subject, recipient}), ElementsAre("/sys", "there", "/sys", "ask"));
 }
 
 TEST_F(MailDraft, liesInTheFolderThatTheUserHasConfigured) {
@@ -219,15 +251,15 @@ TEST_F(MailDraft, liesInTheFolderThatTheEnvironmentNames) {
 }
 
 TEST_F(MailDraft, overwritesNoOtherFile) {
-    kit::writeText(desktop.home() + "/Trivel Support.eml", "mine");
-    EXPECT_EQ(save({subject, recipient}).at("draft"), desktop.home() + "/Trivel Support (2).eml");
-    EXPECT_EQ(save({subject, recipient}).at("draft"), desktop.home() + "/Trivel Support (3).eml");
-    EXPECT_EQ(kit::readText(desktop.home() + "/Trivel Support.eml"), "mine");
+    kit::writeText(desktop.home() + "/Documents/Trivel Support.eml", "mine");
+    EXPECT_EQ(save({subject, recipient}).at("draft"), desktop.home() + "/Documents/Trivel Support (2).eml");
+    EXPECT_EQ(save({subject, recipient}).at("draft"), desktop.home() + "/Documents/Trivel Support (3).eml");
+    EXPECT_EQ(kit::readText(desktop.home() + "/Documents/Trivel Support.eml"), "mine");
 }
 
 TEST_F(MailDraft, isNamedWithoutLeavingItsFolder) {
-    EXPECT_EQ(save({"subject=../../x", recipient}).at("draft"), desktop.home() + "/-..-x.eml");
-    EXPECT_EQ(save({"subject=", recipient}).at("draft"), desktop.home() + "/E-mail.eml");
+    EXPECT_EQ(save({"subject=../../x", recipient}).at("draft"), desktop.home() + "/Documents/-..-x.eml");
+    EXPECT_EQ(save({"subject=", recipient}).at("draft"), desktop.home() + "/Documents/E-mail.eml");
 }
 
 TEST_F(MailDraft, isForItsUserAlone) {
@@ -258,7 +290,7 @@ TEST_F(MailDraft, leavesNothingHalfWrittenOnAFullDisk) {
               "attach=" + attachment(std::string(100000, 'x')) + "|Trivel.plist|application/x-plist", "limit=20000"});
     EXPECT_EQ(outcome.at("draft"), "");
     EXPECT_EQ(outcome.at("no draft"),
-              "cannot write the e-mail " + desktop.home() + "/Trivel Support.eml: File too large");
+              "cannot write the e-mail " + desktop.home() + "/Documents/Trivel Support.eml: File too large");
     EXPECT_THAT(desktop.filesAtHome(), IsEmpty());
 }
 

@@ -36,7 +36,7 @@ protected:
     void installMailProgram() { desktop.installApplication("post", "Post Office", "x-scheme-handler/mailto;"); }
     void installMessageReader() { desktop.installApplication("letters", "Letters", "message/rfc822;"); }
 
-    std::string draft() const { return desktop.home() + "/Trivel Support.eml"; }
+    std::string draft() const { return desktop.home() + "/Documents/Trivel Support.eml"; }
     std::string cache() const { return desktop.home() + "/.cache/trivel3/mail"; }
 
     kit::TestDesktop desktop;
@@ -80,7 +80,7 @@ TEST_F(MailHandOver, isADraftWhereThereIsNoDesktopAtAll) {
     EXPECT_EQ(outcome.at("program"), "");
     EXPECT_EQ(outcome.at("draft"), draft());
     EXPECT_EQ(outcome.at("no program"), "no program for e-mail is set up");
-    EXPECT_THAT(desktop.filesAtHome(), ElementsAre("Trivel Support.eml"));
+    EXPECT_THAT(desktop.filesAtHome(), ElementsAre("Documents/Trivel Support.eml"));
 }
 
 TEST_F(MailHandOver, asksNoProgramWhereNoneIsSetUpForEmail) {
@@ -231,15 +231,17 @@ TEST_F(MailHandOver, saysThatAModuleIsMissing) {
     hosts::Desktop nowhere{"/no/such/desktop.so"};
     hosts::XdgPrograms programs;
     hosts::UrlOpener opener{nowhere, programs};
-    const auto withoutMail = hosts::DesktopHandOver{"/no/such/mail.so", nowhere, programs, opener}.sendMail(composer);
+    const auto withoutMail =
+        hosts::DesktopHandOver{"/no/such/mail.so", nowhere, programs, opener}.sendMail(composer, desktop.home());
     EXPECT_FALSE(withoutMail.program);
     ASSERT_FALSE(withoutMail.draft);
     EXPECT_THAT(withoutMail.draft.error().text(), HasSubstr("cannot load the mail module: /no/such/mail.so"));
     const std::string mail = std::string{TEST_MODULES} + "/libtrivel3mail.so";
-    const auto withoutDesktop = hosts::DesktopHandOver{mail, nowhere, programs, opener}.sendMail(composer);
-    EXPECT_FALSE(withoutDesktop.program);
-    ASSERT_FALSE(withoutDesktop.draft);
-    EXPECT_THAT(withoutDesktop.draft.error().text(), HasSubstr("cannot load the desktop module: /no/such/desktop.so"));
+    hosts::DesktopHandOver withoutDesktop{mail, nowhere, programs, opener};
+    const auto folder = withoutDesktop.draftFolder();
+    ASSERT_FALSE(folder);
+    EXPECT_THAT(folder.error().text(), HasSubstr("cannot load the desktop module: /no/such/desktop.so"));
+    EXPECT_FALSE(withoutDesktop.sendMail(composer, desktop.home()).program);
 }
 
 }  // namespace

@@ -175,6 +175,17 @@ TEST_F(ProfileCell, staysWholeWithoutItsBundle) {
     EXPECT_EQ(cell.nameLabel()->text(), "Daxon (@Daxon_QT)");
 }
 
+TEST_F(ProfileCell, isToldByThePersonsPartsAloneWhileItShowsOne) {
+    const auto cell = makeCell();
+    cell->textLabel()->setText("Follow Fenwary");
+    EXPECT_THAT(cell->accessibilityElements(), IsEmpty());
+    showDaxon(*cell);
+    EXPECT_THAT(cell->accessibilityElements(), ElementsAre(cell->avatarView(), cell->nameLabel(), cell->infoLabel()));
+    EXPECT_EQ(cell->textLabel()->text(), "Follow Fenwary") << "beneath";
+    clear(*cell);
+    EXPECT_THAT(cell->accessibilityElements(), IsEmpty());
+}
+
 TEST_F(ProfileCell, laysItsPartsOutAtScale1) {
     const auto cell = laidOut(1, 320, 106);
     expectFrame(*cell->avatarView(), {9, 18, 60, 60});

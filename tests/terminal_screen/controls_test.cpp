@@ -134,6 +134,15 @@ TEST(ScreenLook, doesWithoutColourOnATerminalThatHasNone) {
     EXPECT_TRUE(screen.terminal.waitForRow("Multi-Center  ", "off"));
 }
 
+// Where nothing is dim, footers would read as rows.
+TEST(ScreenLook, setsFootersInFromTheRowsOnEveryTerminal) {
+    OpenedScreen screen({.kind = "vt100"});
+    const std::string row = screen.terminal.rowWith("Quick Switcher");
+    const std::string footer = screen.terminal.rowWith("Pull up from the bottom left");
+    EXPECT_EQ(row.find("Quick Switcher"), 4u) << row;
+    EXPECT_EQ(footer.find("Pull up"), 6u) << footer;
+}
+
 TEST(ScreenLook, usesAsciiAloneWhereTheLocaleHasNoMore) {
     OpenedScreen screen({.locale = "C"});
     const std::string root = screen.terminal.text();

@@ -64,6 +64,27 @@ TEST(Screen, showsTheCreatorsWithWhatTheirCellsTell) {
     EXPECT_THAT(screen.terminal.rowWith("Follow Fenwary"), HasSubstr("›"));
 }
 
+TEST(Screen, callsTheCreatorsByTheirNamesHoweverOftenTheirRowsAreDrawnAnew) {
+    OpenedScreen screen;
+    screen.terminal.installProgram("xdg-open",
+                                   "echo \"$1\" > \"$HOME/opened.new\"; mv \"$HOME/opened.new\" \"$HOME/opened\"");
+    ASSERT_TRUE(screen.open("The Creators"));
+    const std::vector<std::string> before = screen.terminal.lines();
+    for (int change = 0; change < 4; ++change) {
+        screen.phone.store("HotCorners", Value(change % 2 == 0));
+        screen.terminal.press({"r"});
+        ASSERT_TRUE(screen.terminal.waitFor("Loaded again"));
+        screen.terminal.press({"Down", "Home"});
+        ASSERT_TRUE(screen.terminal.waitUntilGone("Loaded again"));
+        screen.terminal.settle();
+        EXPECT_EQ(screen.terminal.lines(), before);
+    }
+    EXPECT_THAT(screen.terminal.rowWith("▸"), HasSubstr("Daxon (@Daxon_QT)"));
+    EXPECT_THAT(screen.terminal.text(), HasSubstr("Founder of Fenwary."));
+    screen.terminal.press({"Enter"});
+    EXPECT_EQ(screen.terminal.waitForFile("opened"), "https://twitter.com/Daxon_QT");
+}
+
 TEST(Screen, movesSwitchesAndShowsWhatFollowsFromThem) {
     OpenedScreen screen;
     ASSERT_THAT(screen.terminal.text(), Not(HasSubstr("pull up further")));

@@ -122,6 +122,39 @@ TEST(ButtonRow, findsTheButtonUnderAClick) {
     EXPECT_EQ(buttons.buttonAt(22), std::nullopt);
 }
 
+TEST(SheetFocus, goesRoundTheButtonsAndWhatIsAboveThem) {
+    SheetFocus focus(2);
+    EXPECT_EQ(focus.button(), std::nullopt);
+    for (const std::optional<std::size_t> next : {std::optional<std::size_t>(0), {1}, {}}) {
+        EXPECT_TRUE(focus.handle(key(Key::tab)));
+        EXPECT_EQ(focus.button(), next);
+    }
+    EXPECT_TRUE(focus.handle(key(Key::backTab)));
+    EXPECT_EQ(focus.button(), 1u);
+    EXPECT_FALSE(focus.handle(key(Key::enter)));
+}
+
+TEST(SheetFocus, staysOnButtonsWhereThereIsNothingElse) {
+    SheetFocus focus = SheetFocus::onButton(1, 2);
+    EXPECT_EQ(focus.button(), 1u);
+    focus.handle(key(Key::tab));
+    EXPECT_EQ(focus.button(), 0u);
+    focus.handle(key(Key::backTab));
+    EXPECT_EQ(focus.button(), 1u);
+}
+
+TEST(TextField, showsTheLinesAroundTheCaretWhereItHasNoRoomForMore) {
+    Picture picture;
+    picture.add({});
+    LineEditor editor("aaabbbcccddd");
+    addTextField(picture, editor, {7, 2}, unicode);
+    ASSERT_EQ(picture.lines.size(), 3u);
+    EXPECT_EQ(picture.lines[1].text(), "  ddd");
+    ASSERT_TRUE(picture.caret);
+    EXPECT_EQ(picture.caret->line, 2u);
+    EXPECT_EQ(picture.caret->column, 2u);
+}
+
 TEST(RowLines, sayGreyedInWordsAndCutLongLabels) {
     hosts::RowSnapshot row;
     row.label = "A label that is longer than the row";

@@ -66,8 +66,8 @@ QFont systemFont(double pointSize) {
     return font;
 }
 
-QFont fontOf(const platform::UIFont& font) {
-    QFont result = systemFont(font.pointSize);
+QFont fontOf(const platform::UIFont& font, double textScale) {
+    QFont result = systemFont(font.pointSize * textScale);
     result.setWeight(weightOf(font.name));
     return result;
 }

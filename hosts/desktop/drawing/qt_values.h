@@ -13,8 +13,8 @@ namespace hosts::desktop {
 QFont systemFont(double pointSize);
 
 /// A view's font. Names of the phone's faces ("HelveticaNeue-UltraLight") keep their weight; a point
-/// is a logical pixel.
-QFont fontOf(const platform::UIFont& font);
+/// is a logical pixel, times the text scale.
+QFont fontOf(const platform::UIFont& font, double textScale = 1);
 
 /// The picture, decoded; its device pixel ratio is the image's scale. Null when the file is gone.
 QImage decoded(const platform::UIImage& image);

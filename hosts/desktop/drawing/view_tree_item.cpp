@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/drawing/view_tree_item.h"
 
-#include "hosts/desktop/drawing/view_painter.h"
-
 namespace hosts::desktop {
 
 ViewTreeItem::ViewTreeItem(QQuickItem* parent) : QQuickPaintedItem(parent) {
@@ -12,23 +10,52 @@ ViewTreeItem::ViewTreeItem(QQuickItem* parent) : QQuickPaintedItem(parent) {
 void ViewTreeItem::setTree(const ViewHandle& tree) {
     if (_tree == tree) return;
     _tree = tree;
-    const platform::CGRect frame = tree.view ? tree.view->frame() : platform::CGRect{};
-    setImplicitSize(frame.width, frame.height);
+    measure();
     update();
     emit treeChanged();
 }
 
 void ViewTreeItem::setDark(bool dark) {
-    if (_dark == dark) return;
-    _dark = dark;
+    ViewStyle style = _style;
+    style.dark = dark;
+    setStyle(style);
+}
+
+void ViewTreeItem::setTextScale(qreal scale) {
+    ViewStyle style = _style;
+    style.textScale = scale;
+    setStyle(style);
+}
+
+void ViewTreeItem::setGround(const QColor& ground) {
+    ViewStyle style = _style;
+    style.ground = ground;
+    setStyle(style);
+}
+
+void ViewTreeItem::setContrast(qreal contrast) {
+    ViewStyle style = _style;
+    style.contrast = contrast;
+    setStyle(style);
+}
+
+void ViewTreeItem::setStyle(const ViewStyle& style) {
+    if (_style == style) return;
+    _style = style;
+    measure();
     update();
-    emit darkChanged();
+    emit styleChanged();
+}
+
+void ViewTreeItem::measure() {
+    if (!_tree.view) return setImplicitSize(0, 0);
+    setImplicitSize(_tree.view->frame().width, GrownLayout(*_tree.view, _style.textScale).height());
 }
 
 void ViewTreeItem::paint(QPainter* painter) {
     if (!_tree.view) return;
     painter->setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
-    ViewPainter(*painter, _dark).paint(*_tree.view);
+    ViewPainter(*painter, _style).paint(*_tree.view);
 }
 
 }  // namespace hosts::desktop

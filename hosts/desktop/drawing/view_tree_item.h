@@ -5,15 +5,20 @@
 #include <QQuickPaintedItem>
 
 #include "hosts/desktop/drawing/view_handle.h"
+#include "hosts/desktop/drawing/view_painter.h"
 
 namespace hosts::desktop {
 
-/// Draws a view tree; its implicit size is the tree's own.
+/// Draws a view tree; its implicit size is the tree's own, as high as its texts need.
 class ViewTreeItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(ViewTree)
     Q_PROPERTY(hosts::desktop::ViewHandle tree READ tree WRITE setTree NOTIFY treeChanged)
-    Q_PROPERTY(bool dark READ isDark WRITE setDark NOTIFY darkChanged)
+    Q_PROPERTY(bool dark READ isDark WRITE setDark NOTIFY styleChanged)
+    Q_PROPERTY(qreal textScale READ textScale WRITE setTextScale NOTIFY styleChanged)
+    /// What the tree is drawn on, and how much its texts differ from that at least.
+    Q_PROPERTY(QColor ground READ ground WRITE setGround NOTIFY styleChanged)
+    Q_PROPERTY(qreal contrast READ contrast WRITE setContrast NOTIFY styleChanged)
 
 public:
     explicit ViewTreeItem(QQuickItem* parent = nullptr);
@@ -22,16 +27,25 @@ public:
 
     const ViewHandle& tree() const { return _tree; }
     void setTree(const ViewHandle& tree);
-    bool isDark() const { return _dark; }
+    bool isDark() const { return _style.dark; }
     void setDark(bool dark);
+    qreal textScale() const { return _style.textScale; }
+    void setTextScale(qreal scale);
+    const QColor& ground() const { return _style.ground; }
+    void setGround(const QColor& ground);
+    qreal contrast() const { return _style.contrast; }
+    void setContrast(qreal contrast);
 
 signals:
     void treeChanged();
-    void darkChanged();
+    void styleChanged();
 
 private:
+    void setStyle(const ViewStyle& style);
+    void measure();
+
     ViewHandle _tree;
-    bool _dark = false;
+    ViewStyle _style;
 };
 
 }  // namespace hosts::desktop

@@ -28,21 +28,23 @@ std::unique_ptr<Composer> Composer::of(std::shared_ptr<platform::UIViewControlle
 }
 
 Composer::Composer(std::shared_ptr<platform::MFMailComposeViewController> mail,
-                   std::shared_ptr<platform::SLComposeViewController> post, HandOver& handOver)
-    : _mail(std::move(mail)), _post(std::move(post)), _handOver(handOver) {}
+                   std::shared_ptr<platform::SLComposeViewController> post, HandOver& handOver) {
+    if (mail) _mail.emplace(std::move(mail), handOver);
+    if (post) _post.emplace(std::move(post), handOver);
+}
 
 QString Composer::kind() const {
     return _mail ? QStringLiteral("mail") : QStringLiteral("post");
 }
 
 QString Composer::subject() const {
-    return _mail ? QString::fromStdString(_mail->subject()) : QString();
+    return _mail ? QString::fromStdString(_mail->composer().subject()) : QString();
 }
 
 QString Composer::recipients() const {
     QStringList names;
     if (_mail) {
-        for (const std::string& recipient : _mail->toRecipients())
+        for (const std::string& recipient : _mail->composer().toRecipients())
             names.append(QString::fromStdString(recipient));
     }
     return names.join(QStringLiteral(", "));
@@ -51,7 +53,7 @@ QString Composer::recipients() const {
 QVariantList Composer::attachments() const {
     QVariantList entries;
     if (_mail) {
-        for (const auto& attachment : _mail->attachments())
+        for (const auto& attachment : _mail->composer().attachments())
             entries.append(attachmentEntry(attachment));
     }
     return entries;
@@ -68,28 +70,76 @@ QString Composer::text() const {
     return _post ? QString::fromStdString(_post->text()) : QString();
 }
 
-void Composer::send() {
-    if (_mail && !_isDone) take(sendMail(*_mail, _handOver));
+void Composer::setText(const QString& text) {
+    if (!_post || text == this->text()) return;
+    _post->setText(text.toStdString());
+    emit textChanged();
 }
 
-void Composer::saveDraft() {
-    if (_mail && !_isDone) take(saveMail(*_mail, _handOver));
+QString Composer::roomText() const {
+    return _post ? QString::fromStdString(_post->roomText()) : QString();
 }
 
-void Composer::post(const QString& text) {
-    if (_post && !_isDone) take(hosts::post(*_post, text.toStdString(), _handOver));
+void Composer::handOver(ComposedMail::Way way) {
+    if (!_mail || _isDone) return;
+    const auto folder = _mail->folderToAskFor();
+    if (!folder) return take(_mail->handOver(way));
+    _way = way;
+    _folder = QString::fromStdString(*folder);
+    ask(WhichFolder);
+}
+
+void Composer::useFolder(const QString& typed) {
+    const auto folder = ComposedMail::folderNamed(typed.toStdString());
+    if (folder) {
+        ask(NoQuestion);
+        return take(_mail->handOver(_way, *folder));
+    }
+    _folderProblem = QString::fromStdString(folder.error().text());
+    emit questionChanged();
+}
+
+void Composer::post() {
+    if (_post && !_isDone) take(_post->post());
 }
 
 void Composer::cancel() {
-    if (std::exchange(_isDone, true)) return;
-    if (_mail) _mail->finish(platform::MFMailComposeResult::cancelled);
-    if (_post) _post->finish(platform::SLComposeViewControllerResult::cancelled);
+    if (holdsTypedText()) return ask(WhetherToDrop);
+    drop();
 }
 
-// What has opened is before the user's eyes.
+bool Composer::mayClose() {
+    if (!holdsTypedText()) return true;
+    _closesWindow = true;
+    ask(WhetherToDrop);
+    return false;
+}
+
+void Composer::agree(const QString& folder) {
+    if (_question == WhichFolder) return useFolder(folder);
+    if (_question != WhetherToDrop) return;
+    const bool closesWindow = _closesWindow;
+    ask(NoQuestion);
+    drop();
+    if (closesWindow) emit closeAgreed();
+}
+
+void Composer::ask(Question question) {
+    _question = question;
+    _folderProblem.clear();
+    if (question == NoQuestion) _closesWindow = false;
+    emit questionChanged();
+}
+
+void Composer::drop() {
+    if (std::exchange(_isDone, true)) return;
+    if (_mail) _mail->cancel();
+    if (_post) _post->cancel();
+}
+
 void Composer::take(const ComposerOutcome& outcome) {
     _isDone = outcome.isFinished;
-    if (outcome.weight != ComposerOutcome::Weight::plain) emit told(QString::fromStdString(outcome.text));
+    emit ended(outcome);
 }
 
 }  // namespace hosts::desktop

@@ -5,10 +5,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "hosts/session/printable.h"
 #include "hosts/session/title_path.h"
 
 namespace hosts::desktop {
-Navigation::Navigation(HandOver& handOver) : _handOver(handOver), _controller(*this) {}
+Navigation::Navigation(HandOver& handOver) : _handOver(handOver), _controller(*this) {
+    QQmlEngine::setObjectOwnership(&_banners, QQmlEngine::CppOwnership);
+}
 
 Navigation::~Navigation() {
     for (const auto& page : _stack)
@@ -47,6 +50,18 @@ void Navigation::redrawVisibleRows() {
     }
 }
 
+// What has led to another page is over, on whichever page it was.
+std::function<bool()> Navigation::takeAct() {
+    std::optional<RowAct> act;
+    for (const auto& page : _stack)
+        act = page->table() ? page->table()->takeAct() : std::nullopt;
+    if (!act) return nullptr;
+    return [act = *act, page = std::weak_ptr(_stack.back())] {
+        const auto there = page.lock();
+        return there && there->table()->repeat(act);
+    };
+}
+
 bool Navigation::back() {
     if (_isComposerShown) return false;
     return _controller.popViewControllerAnimated(true);
@@ -68,7 +83,10 @@ QHash<int, QByteArray> Navigation::roleNames() const {
 void Navigation::didPush(platform::UIViewController& page, bool animated) {
     auto pushed = std::make_shared<Page>(page.shared_from_this(), _stack.empty() ? QString() : _stack.back()->title());
     QQmlEngine::setObjectOwnership(pushed.get(), QQmlEngine::CppOwnership);
-    if (pushed->table()) QQmlEngine::setObjectOwnership(pushed->table(), QQmlEngine::CppOwnership);
+    if (TableModel* const table = pushed->table()) {
+        QQmlEngine::setObjectOwnership(table, QQmlEngine::CppOwnership);
+        connect(table, &TableModel::acted, this, &Navigation::acted);
+    }
     pushed->resize(_size.width(), _size.height());
     _stack.push_back(std::move(pushed));
     _isAnimated = animated;
@@ -148,7 +166,9 @@ void Navigation::didPresent(const std::shared_ptr<platform::UIViewController>& p
     auto composer = Composer::of(presented, _handOver);
     if (!composer) return;
     QQmlEngine::setObjectOwnership(composer.get(), QQmlEngine::CppOwnership);
-    connect(composer.get(), &Composer::told, this, &Navigation::tell);
+    connect(composer.get(), &Composer::ended, this, &Navigation::tellOutcome);
+    connect(composer.get(), &Composer::closeAgreed, this, &Navigation::closeAgreed);
+    _banners.withdraw(Banner::About::composer);
     _composer = std::move(composer);
     _isComposerAnimated = animated;
     emit composerChanged();
@@ -158,9 +178,23 @@ void Navigation::didPresent(const std::shared_ptr<platform::UIViewController>& p
 
 void Navigation::didDismiss(bool animated) {
     if (!_isComposerShown) return;
+    _banners.withdraw(Banner::About::composer);
     _isComposerShown = false;
     _isComposerAnimated = animated;
     emit composerShownChanged();
+}
+
+// What has opened is before the user's eyes.
+void Navigation::tellOutcome(const ComposerOutcome& outcome) {
+    if (outcome.weight == ComposerOutcome::Weight::plain) return;
+    Banner banner{.about = Banner::About::composer,
+                  .text = QString::fromStdString(printable(outcome.text)),
+                  .isProblem = outcome.weight == ComposerOutcome::Weight::problem};
+    if (outcome.beginAgain) {
+        banner.action = tr("Begin Again");
+        banner.act = outcome.beginAgain;
+    }
+    tell(std::move(banner));
 }
 
 void Navigation::composerLeft() {
@@ -168,15 +202,6 @@ void Navigation::composerLeft() {
     // Later: the call comes from what draws the composer, or from the composer itself.
     _composer.release()->deleteLater();
     emit composerChanged();
-}
-
-void Navigation::tell(const QString& message) {
-    _message = message;
-    emit messageChanged();
-}
-
-void Navigation::messageRead() {
-    tell({});
 }
 
 }  // namespace hosts::desktop

@@ -5,9 +5,12 @@
 #include <QAbstractListModel>
 #include <QSizeF>
 #include <QStringList>
+#include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
+#include "hosts/desktop/model/banners.h"
 #include "hosts/desktop/model/composer.h"
 #include "hosts/desktop/model/page.h"
 #include "platform/ui/navigation_controller.h"
@@ -26,8 +29,7 @@ class Navigation : public QAbstractListModel, public platform::NavigationHost {
     /// False as soon as the composer is on its way out.
     Q_PROPERTY(bool composerShown READ isComposerShown NOTIFY composerShownChanged)
     Q_PROPERTY(bool composerAnimated READ isComposerAnimated NOTIFY composerShownChanged)
-    /// Something to tell the user; empty for nothing.
-    Q_PROPERTY(QString message READ message NOTIFY messageChanged)
+    Q_PROPERTY(hosts::desktop::Banners* banners READ bannersForQml CONSTANT)
 
 public:
     enum Role { PageRole = Qt::UserRole };
@@ -50,7 +52,7 @@ public:
     Composer* composer() const { return _composer.get(); }
     bool isComposerShown() const { return _isComposerShown; }
     bool isComposerAnimated() const { return _isComposerAnimated; }
-    const QString& message() const { return _message; }
+    Banners& banners() { return _banners; }
 
     /// The room that a page has, in points.
     Q_INVOKABLE void resize(QSizeF size);
@@ -58,14 +60,21 @@ public:
     /// What the pages show may have changed on disk.
     void redrawVisibleRows();
 
-    /// Something for the user to read.
-    void tell(const QString& message);
+    /// What does once more, as the user would, what the user has done last to a row of the page that is seen, since
+    /// this was last asked; empty where that is nothing. It gives false where the row is no longer there, and then does
+    /// nothing. To be called while the navigation is there.
+    std::function<bool()> takeAct();
+
+    /// Something for the user to read, over whatever page or composer is seen.
+    void tell(Banner banner) { _banners.tell(std::move(banner)); }
+
+    /// Whether the window may close. If not, the user has been asked, and `closeAgreed` may follow.
+    bool mayClose() { return !_isComposerShown || _composer->mayClose(); }
 
     Q_INVOKABLE bool back();
     /// A popped page has been seen to leave, or a dismissed composer.
     Q_INVOKABLE void pageLeft(hosts::desktop::Page* page);
     Q_INVOKABLE void composerLeft();
-    Q_INVOKABLE void messageRead();
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -77,12 +86,17 @@ public:
     void didDismiss(bool animated) override;
 
 signals:
+    /// The user has done something to a row.
+    void acted();
     void currentChanged();
     void composerChanged();
     void composerShownChanged();
-    void messageChanged();
+    /// The window may close now.
+    void closeAgreed();
 
 private:
+    Banners* bannersForQml() { return &_banners; }
+    void tellOutcome(const ComposerOutcome& outcome);
     void publishLater();
     void publish();
     void publishNewPages();
@@ -102,7 +116,7 @@ private:
     std::unique_ptr<Composer> _composer;
     bool _isComposerShown = false;
     bool _isComposerAnimated = false;
-    QString _message;
+    Banners _banners;
     /// Last, so that it goes first: pages and composers that it lets go may be drawn until then.
     platform::UINavigationController _controller;
 };

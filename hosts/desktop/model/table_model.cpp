@@ -224,6 +224,7 @@ int TableModel::rowBeside(int line, int step) const {
 
 void TableModel::tap(int line) {
     if (!_table || !isLine(line) || !lineAt(line).isRow()) return;
+    noteAct({lineAt(line).id, std::nullopt});
     _table->touchRowAtIndexPath(lineAt(line).path);
     takeLooks();
 }
@@ -234,9 +235,23 @@ void TableModel::moveSwitch(int line, bool on) {
     // Held here: what the page does with the change may take the row away.
     auto cell = row ? std::dynamic_pointer_cast<platform::PSTableCell>(row->cell) : nullptr;
     if (!cell) return;
+    noteAct({lineAt(line).id, on});
     lineAt(line).isAnimated = true;
     cell->userMovedSwitch(on);
     takeLooks();
+}
+
+void TableModel::noteAct(const RowAct& act) {
+    _act = act;
+    emit acted();
+}
+
+bool TableModel::repeat(const RowAct& act) {
+    const auto line = std::ranges::find(_lines, act.lineId, &TableLine::id);
+    if (!_table || line == _lines.end()) return false;
+    const int place = static_cast<int>(std::distance(_lines.begin(), line));
+    act.on ? moveSwitch(place, *act.on) : tap(place);
+    return true;
 }
 
 void TableModel::resize(double width, double height) {

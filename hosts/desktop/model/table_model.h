@@ -5,6 +5,7 @@
 #include <QAbstractListModel>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "hosts/session/page_snapshot.h"
@@ -45,6 +46,13 @@ struct TableLine {
     bool isRow() const { return part == Part::row; }
     /// Whether the page makes the row's cell itself.
     bool isView() const { return isRow() && !specifier; }
+};
+
+/// What the user has done to a row.
+struct RowAct {
+    int lineId = 0;
+    /// Where its switch has been moved; nothing for a touch.
+    std::optional<bool> on;
 };
 
 /// A page's table, line by line. A row's cell is produced when the row's delegate first asks what it
@@ -100,6 +108,11 @@ public:
     /// The row's switch moved.
     Q_INVOKABLE void moveSwitch(int line, bool on);
 
+    /// What the user has done last since this was last asked; nothing where that is nothing.
+    std::optional<RowAct> takeAct() { return std::exchange(_act, std::nullopt); }
+    /// Does the same to the same row, as the user would. False where the row is no longer there.
+    bool repeat(const RowAct& act);
+
     /// The table's new width in points; the height goes along for those who ask.
     void resize(double width, double height);
 
@@ -115,6 +128,8 @@ public:
     void removeRows(platform::PSListController& page, std::size_t position, Rows rows, bool animated) override;
 
 signals:
+    /// The user has done something to a row.
+    void acted();
     void animatingChanged();
     /// Changes so far are to be laid out now: those that follow are of another kind.
     void settle();
@@ -127,6 +142,7 @@ private:
         std::size_t lastAfter;
     };
 
+    void noteAct(const RowAct& act);
     void rebuild(bool animated);
     Change changeTo(const std::vector<TableLine>& lines) const;
     void removeLines(std::size_t first, std::size_t last);
@@ -156,6 +172,7 @@ private:
     mutable std::vector<TableLine> _lines;
     int _lastId = 0;
     bool _isAnimating = false;
+    std::optional<RowAct> _act;
 };
 
 }  // namespace hosts::desktop

@@ -3,10 +3,16 @@
 
 #include <utility>
 
+#include "hosts/session/printable.h"
+
 namespace hosts::desktop {
 namespace {
 
 constexpr int gatheringTime = 10;  // ms
+
+QString shownText(const std::string& text) {
+    return QString::fromStdString(printable(text));
+}
 
 }  // namespace
 
@@ -24,17 +30,51 @@ platform::Result<platform::Done> DesktopSession::open(QSize size) {
     _window->view().setTitle(QString::fromStdString((*root)->title()));
     // The cells of a page are produced after the handler of what has changed them has returned, for the next picture.
     QObject::connect(&_window->view(), &QQuickWindow::afterAnimating, &_navigation, [this] { closeTurn(); });
+    // Rows that look as before need no picture, but what has become of the act may have to be told.
+    QObject::connect(&_navigation, &Navigation::acted, &_window->view(), [this] { _window->view().update(); });
     _navigation.open(*std::move(root));
     return platform::Done();
 }
 
-// Where a change did not come about, the rows show what the file still holds.
+// Where a change did not come about, the rows show what the file still holds. They are read for while the turn is not
+// over: what was read before it failed may be no more than defaults.
 void DesktopSession::closeTurn() {
-    if (const auto notice = _outside.phone.outcomes->takeNotice()) {
-        _navigation.tell(QString::fromStdString(notice->text));
-        if (notice->isUnsaved) _navigation.redrawVisibleRows();
+    Outcomes& outcomes = *_outside.phone.outcomes;
+    const auto act = _navigation.takeAct();
+    const bool hasSaved = outcomes.takeSaved();
+    const auto unsaved = outcomes.takeUnsaved();
+    // What a page itself has tried to mend takes nothing from what the user may try again.
+    const bool isNews = unsaved && (act || unsaved != _unsaved);
+    if (unsaved || hasSaved) _unsaved = unsaved;
+    if (unsaved) _navigation.redrawVisibleRows();
+    if (hasSaved) _navigation.banners().withdraw(Banner::About::change);
+    const auto unread = outcomes.takeUnread();
+    const bool hasRead = _session->drawn();
+    if (unread) tellDefaults(unread);
+    if (hasRead && !unread && !_observedFiles.empty()) tellDefaults(_session->whyDefaults(_observedFiles));
+    for (const std::string& remark : outcomes.takeRemarks())
+        _navigation.tell({.text = shownText(remark)});
+    if (isNews) tellUnsaved(*unsaved, act);
+}
+
+void DesktopSession::tellUnsaved(const platform::Problem& problem, const std::function<bool()>& act) {
+    Banner banner{.about = Banner::About::change, .text = shownText(unsavedText(problem)), .isProblem = true};
+    if (act) {
+        banner.action = QStringLiteral("Try again");
+        banner.act = [this, act] {
+            if (!act()) _navigation.tell({.text = QStringLiteral("Not saved: the row is no longer there")});
+        };
     }
-    _session->drawn();
+    _navigation.tell(std::move(banner));
+}
+
+// Once for as long as it holds, and not where the same has kept a change from being saved.
+void DesktopSession::tellDefaults(const std::optional<platform::Problem>& why) {
+    if (why == _defaults) return;
+    _defaults = why;
+    _navigation.banners().withdraw(Banner::About::settings);
+    if (!why || (_unsaved && _unsaved->path == why->path && _unsaved->reason == why->reason)) return;
+    _navigation.tell({.about = Banner::About::settings, .text = shownText(defaultsText(*why)), .isProblem = true});
 }
 
 void DesktopSession::watchFiles() {
@@ -61,14 +101,14 @@ void DesktopSession::takePhoneEvents() {
 void DesktopSession::notePhoneGone(const std::string& why) {
     _eventsReady->setEnabled(false);
     _soon.stop();
-    _navigation.tell(QString::fromStdString(phoneGoneText(why)));
+    _navigation.tell({.about = Banner::About::phone, .text = shownText(phoneGoneText(why)), .isProblem = true});
 }
 
 void DesktopSession::lookAtFiles() {
+    tellDefaults(_session->whyDefaults(_observedFiles));
     if (!_session->hasChangedSinceDrawn(_observedFiles)) return;
     if (Page* const page = _navigation.current()) _session->bringUpToDate(page->controller());
     _navigation.redrawVisibleRows();
-    // Rows that look as before need no picture, but what was read for them may have to be told.
     _window->view().update();
 }
 

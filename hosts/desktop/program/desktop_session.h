@@ -3,7 +3,9 @@
 
 #include <QSocketNotifier>
 #include <QTimer>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,6 +39,8 @@ public:
 
 private:
     void closeTurn();
+    void tellUnsaved(const platform::Problem& problem, const std::function<bool()>& act);
+    void tellDefaults(const std::optional<platform::Problem>& why);
     void takePhoneEvents();
     void notePhoneGone(const std::string& why);
     void lookAtFiles();
@@ -48,6 +52,9 @@ private:
     std::vector<std::string> _observedFiles;
     std::unique_ptr<PhoneEvents> _events;
     std::unique_ptr<QSocketNotifier> _eventsReady;
+    /// What has not been saved since something was, and why defaults are shown, as it has been told.
+    std::optional<platform::Problem> _unsaved;
+    std::optional<platform::Problem> _defaults;
     /// Gathers the several events that one change of a folder makes.
     QTimer _soon;
 };

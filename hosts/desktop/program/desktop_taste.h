@@ -1,31 +1,47 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QColor>
 #include <QObject>
 #include <QVariantMap>
 #include <memory>
+#include <optional>
 
 class QDBusPendingCallWatcher;
 class QDBusVariant;
 
 namespace hosts::desktop {
 
-/// What the user wants of all programs: a dark appearance, less motion. The desktop is asked over its
-/// portal without waiting for it; until it has answered, and where there is none, the system's
-/// colours decide.
+inline constexpr double smallestTextScale = 0.5;
+inline constexpr double largestTextScale = 3;
+
+/// What the user wants of all programs.
+struct Taste {
+    bool dark = false;
+    bool highContrast = false;
+    bool lessMotion = false;
+    /// The colour of what can be touched; nothing where the user has chosen none.
+    std::optional<QColor> accent;
+    /// How large texts are, 1 being usual, within the bounds above.
+    double textScale = 1;
+
+    bool operator==(const Taste&) const = default;
+};
+
+/// The taste that the desktop knows of. It is asked over its portal without waiting for it, and
+/// listened to from then on; until it has answered, and where there is none, the system's colours
+/// decide.
 class DesktopTaste : public QObject {
     Q_OBJECT
 
 public:
-    /// Asks the desktop, and listens to it from then on.
     DesktopTaste();
     ~DesktopTaste() override;
 
     /// Takes in an answer that has come by now.
     void takeAnswer();
 
-    bool prefersDark() const { return _prefersDark; }
-    bool prefersLessMotion() const { return _prefersLessMotion; }
+    const Taste& taste() const { return _taste; }
 
 signals:
     void changed();
@@ -35,12 +51,11 @@ private slots:
 
 private:
     void ask();
-    /// Whether something follows from the setting that was not so before.
-    bool take(const QString& group, const QString& key, const QVariant& value);
+    void take(const QString& group, const QString& key, const QVariant& value);
+    void takeAppearance(const QString& key, const QVariant& value);
 
     std::unique_ptr<QDBusPendingCallWatcher> _question;
-    bool _prefersDark;
-    bool _prefersLessMotion = false;
+    Taste _taste;
 };
 
 }  // namespace hosts::desktop

@@ -8,9 +8,17 @@
 
 namespace hosts::desktop {
 
+Taste Options::over(Taste desktop) const {
+    desktop.dark = dark.value_or(desktop.dark);
+    desktop.highContrast = highContrast.value_or(desktop.highContrast);
+    desktop.textScale = textScale.value_or(desktop.textScale);
+    return desktop;
+}
+
 std::optional<Options> parseOptions(int argumentCount, char** arguments, int& status) {
     Options options;
     std::string appearanceName;
+    std::string contrastName;
     CLI::App app{"The settings of Trivel 3 in a window"};
     app.name("trivel3-settings");
     app.set_version_flag("--version", "trivel3-settings " TRIVEL3_VERSION);
@@ -19,6 +27,12 @@ std::optional<Options> parseOptions(int argumentCount, char** arguments, int& st
     app.add_option("--appearance", appearanceName, "light or dark, whatever the desktop's is")
         ->check(CLI::IsMember({"light", "dark"}))
         ->type_name("NAME");
+    app.add_option("--contrast", contrastName, "normal or high, whatever the desktop's is")
+        ->check(CLI::IsMember({"normal", "high"}))
+        ->type_name("NAME");
+    app.add_option("--text-scale", options.textScale, "How large texts are, from 0.5 to 3, whatever the desktop says")
+        ->check(CLI::Range(smallestTextScale, largestTextScale))
+        ->type_name("NUMBER");
     app.add_option("--screenshots", options.screenshots, "Draw every page into PNG files in this folder and exit")
         ->type_name("DIR");
     try {
@@ -30,6 +44,7 @@ std::optional<Options> parseOptions(int argumentCount, char** arguments, int& st
         return std::nullopt;
     }
     if (!appearanceName.empty()) options.dark = appearanceName == "dark";
+    if (!contrastName.empty()) options.highContrast = contrastName == "high";
     return options;
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "hosts/desktop/program/desktop_taste.h"
 #include "hosts/session/phone_options.h"
 
 namespace hosts::desktop {
@@ -12,8 +13,14 @@ namespace hosts::desktop {
 struct Options : PhoneOptions {
     /// Nothing follows the desktop.
     std::optional<bool> dark;
+    std::optional<bool> highContrast;
+    std::optional<double> textScale;
     /// Where every page is to be drawn to; empty for a window.
     std::string screenshots;
+
+    /// The desktop's taste, but for what the command line asks for.
+    Taste over(Taste desktop) const;
+    bool asksForTaste() const { return dark || highContrast || textScale; }
 };
 
 /// Reads the command line. Nothing when the program has done what was asked, or cannot: it then ends

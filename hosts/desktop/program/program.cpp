@@ -9,10 +9,13 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <optional>
 
 #include "hosts/desktop/drawing/qt_values.h"
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/desktop/program/desktop_taste.h"
+#include "hosts/desktop/program/display_opening.h"
+#include "hosts/desktop/program/link_opener.h"
 #include "hosts/desktop/program/options.h"
 #include "hosts/desktop/program/screenshots.h"
 #include "hosts/desktop/program/single_instance.h"
@@ -68,14 +71,11 @@ QSize startingSize(const DeviceShape& device, const WindowMemory& memory) {
     return screen ? size.boundedTo(screen->availableSize()) : size;
 }
 
-void followTaste(SettingsWindow& window, DesktopTaste& taste, std::optional<bool> dark) {
-    auto apply = [&window, &taste, dark] {
-        window.setDark(dark.value_or(taste.prefersDark()));
-        window.setReducedMotion(taste.prefersLessMotion());
-    };
-    taste.takeAnswer();
+void followTaste(SettingsWindow& window, DesktopTaste& desktop, const Options& options) {
+    auto apply = [&window, &desktop, options] { window.setTaste(options.over(desktop.taste())); };
+    desktop.takeAnswer();
     apply();
-    QObject::connect(&taste, &DesktopTaste::changed, &window, apply);
+    QObject::connect(&desktop, &DesktopTaste::changed, &window, apply);
 }
 
 void comeForward(QQuickView& view, const QByteArray& token) {
@@ -87,8 +87,8 @@ void comeForward(QQuickView& view, const QByteArray& token) {
 
 // What was asked of a window that is open already, and came to nothing, must not go unnoticed.
 int leaveToOpenWindow(const Options& options) {
-    const bool wantsAnother =
-        options.device != &usualDeviceShape() || options.dark || !options.deviceInformation.empty() || options.verbose;
+    const bool wantsAnother = options.device != &usualDeviceShape() || options.asksForTaste() ||
+                              !options.deviceInformation.empty() || options.verbose;
     if (!wantsAnother) return done;
     return fail(failed,
                 "this phone's window is open already, and has come to the front as it is; close it first, for other "
@@ -104,13 +104,19 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
     const auto informed = phone.phone->useDeviceInformation(phone.deviceInformation);
     if (!informed) return fail(failed, informed.error());
     LiveServices services(phone);
+    LinkOpener links(services.opener);
     WindowMemory memory(key, QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
-    DesktopSession session({phone, services.forSession(), services.handOver, shapeForScreen(*options.device)});
+    const SessionServices live = services.forSession();
+    DesktopSession session({phone,
+                            {live.files, live.notifications, links, live.device, live.listener},
+                            services.handOver,
+                            shapeForScreen(*options.device)});
+    links.tell(session.navigation().banners());
     const auto opened = session.open(startingSize(*options.device, memory));
     if (!opened) return fail(failed, opened.error());
     session.navigation().follow(memory.path());
     QQuickView& view = session.window().view();
-    followTaste(session.window(), taste, options.dark);
+    followTaste(session.window(), taste, options);
     QObject::connect(&instance, &SingleInstance::wanted, &view,
                      [&view](const QByteArray& token) { comeForward(view, token); });
     view.show();
@@ -120,7 +126,8 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
         QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
     });
     QSocketNotifier stopped(stop.descriptor(), QSocketNotifier::Read);
-    QObject::connect(&stopped, &QSocketNotifier::activated, &application, &QCoreApplication::quit);
+    // Not `quit`, which the window may hold up with a question.
+    QObject::connect(&stopped, &QSocketNotifier::activated, &application, [] { QCoreApplication::exit(); });
     const int status = application.exec();
     memory.remember(view.size(), session.navigation().path());
     return status;
@@ -141,7 +148,9 @@ int runProgram(int argumentCount, char** arguments) {
         return runScreenshots(*phone, *options);
     }
     const StopSignals stop;
+    std::optional<DisplayOpening> opening(std::in_place);
     Application application(argumentCount, arguments);
+    opening.reset();
     setUpApplication();
     return runWindow(application, stop, *phone, *options);
 }

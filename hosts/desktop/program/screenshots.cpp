@@ -55,7 +55,7 @@ private:
         const QString file = _folder.filePath(name + QStringLiteral(".png"));
         const QImage picture = _view.grabWindow();
         if (picture.isNull() || !picture.save(file)) _error = file + QStringLiteral(": cannot be written");
-        if (!_navigation.message().isEmpty()) _error = _navigation.message();
+        if (_navigation.banners().isShown()) _error = _navigation.banners().text();
     }
 
     void visitPage(const QString& name) {
@@ -150,8 +150,7 @@ platform::Result<platform::Done> takeScreenshots(OpenedPhone& phone, const Optio
     const platform::CGSize size = options.device->screen.bounds.size();
     const auto opened = session.open(QSizeF(size.width, size.height).toSize());
     if (!opened) return opened;
-    session.window().setReducedMotion(true);
-    session.window().setDark(options.dark.value_or(false));
+    session.window().setTaste(options.over({.lessMotion = true, .accent = std::nullopt}));
     session.window().view().show();
     return Tour(session.navigation(), session.window().view(), folder).run();
 }

@@ -2,12 +2,15 @@
 #include "hosts/desktop/program/settings_window.h"
 
 #include <QDir>
-#include <QEvent>
 #include <QGuiApplication>
 #include <QQmlEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <algorithm>
+#include <array>
 #include <cmath>
+
+#include "hosts/desktop/program/window_frame.h"
 
 // What qmltyperegistrar writes for the module; a static library's initialisers are otherwise dropped.
 void qml_register_types_Trivel3_Settings();
@@ -18,7 +21,13 @@ namespace {
 // Smaller, a label and a switch no longer stand side by side.
 constexpr QSize smallestSize{260, 200};
 
-void setShellProperty(QQuickView& view, const char* name, bool value) {
+constexpr const char* showsFocus = "showsFocus";
+
+constexpr std::array actingKeys{Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter};
+constexpr std::array movingKeys{Qt::Key_Up,   Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown,
+                                Qt::Key_Home, Qt::Key_End,  Qt::Key_Tab,    Qt::Key_Backtab};
+
+void setShellProperty(QQuickView& view, const char* name, const QVariant& value) {
     if (QQuickItem* shell = view.rootObject()) shell->setProperty(name, value);
 }
 
@@ -60,6 +69,7 @@ SettingsWindow::SettingsWindow(Navigation& navigation) : _navigation(navigation)
     _view.setMinimumSize(smallestSize);
     _view.installEventFilter(this);
     QObject::connect(_view.engine(), &QQmlEngine::quit, &_view, &QWindow::close);
+    QObject::connect(&_navigation, &Navigation::closeAgreed, &_view, &QWindow::close);
 }
 
 platform::Result<platform::Done> SettingsWindow::load(QSize size) {
@@ -73,19 +83,66 @@ platform::Result<platform::Done> SettingsWindow::load(QSize size) {
     return platform::Problem{.reason = std::move(reason)};
 }
 
+void SettingsWindow::setTaste(const Taste& taste) {
+    setDark(taste.dark);
+    setHighContrast(taste.highContrast);
+    setAccent(taste.accent);
+    setTextScale(taste.textScale);
+    setReducedMotion(taste.lessMotion);
+    const QQuickItem* shell = _view.rootObject();
+    if (!shell) return;
+    colourFrame(_view, shell->property("frameColor").value<QColor>(),
+                shell->property("frameTextColor").value<QColor>());
+}
+
 void SettingsWindow::setDark(bool dark) {
     setShellProperty(_view, "dark", dark);
+}
+
+void SettingsWindow::setHighContrast(bool high) {
+    setShellProperty(_view, "highContrast", high);
+}
+
+void SettingsWindow::setAccent(const std::optional<QColor>& accent) {
+    setShellProperty(_view, "accent", accent.value_or(QColor(Qt::transparent)));
+}
+
+void SettingsWindow::setTextScale(double scale) {
+    setShellProperty(_view, "textScale", scale);
 }
 
 void SettingsWindow::setReducedMotion(bool reduced) {
     setShellProperty(_view, "reducedMotion", reduced);
 }
 
+void SettingsWindow::showFocus() {
+    setShellProperty(_view, showsFocus, true);
+}
+
 // Where the focus is matters to those who use the keyboard; to others the mark is in the way.
 bool SettingsWindow::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() == QEvent::KeyPress) setShellProperty(_view, "showsFocus", true);
-    if (event->type() == QEvent::MouseButtonPress) setShellProperty(_view, "showsFocus", false);
+    if (event->type() == QEvent::Close && !_navigation.mayClose()) {
+        event->ignore();
+        return true;
+    }
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::TouchBegin) {
+        setShellProperty(_view, showsFocus, false);
+    }
+    if (event->type() == QEvent::KeyPress && isKept(static_cast<const QKeyEvent&>(*event))) return true;
     return QObject::eventFilter(watched, event);
+}
+
+// A key must not act where nobody sees that it will. Shortcuts do not come by here, and where text is typed the cursor
+// is to be seen.
+bool SettingsWindow::isKept(const QKeyEvent& key) {
+    const bool acts = std::ranges::find(actingKeys, key.key()) != actingKeys.end();
+    if (!acts && std::ranges::find(movingKeys, key.key()) == movingKeys.end()) return false;
+    const bool wasKnown = _view.rootObject() && _view.rootObject()->property(showsFocus).toBool();
+    showFocus();
+    const QQuickItem* const focused = _view.activeFocusItem();
+    if (focused && focused->flags().testFlag(QQuickItem::ItemAcceptsInputMethod)) return false;
+    // Held, a key moves on and on, but acts once.
+    return !wasKnown || (acts && key.isAutoRepeat());
 }
 
 }  // namespace hosts::desktop

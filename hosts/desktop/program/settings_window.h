@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QColor>
+#include <QKeyEvent>
 #include <QObject>
 #include <QQuickView>
+#include <optional>
 #include <string>
 
 #include "hosts/desktop/model/navigation.h"
+#include "hosts/desktop/program/desktop_taste.h"
 #include "platform/foundation/result.h"
 
 namespace hosts::desktop {
@@ -31,12 +35,23 @@ public:
 
     QQuickView& view() { return _view; }
 
+    void setTaste(const Taste& taste);
     void setDark(bool dark);
+    void setHighContrast(bool high);
+    /// The colour of what can be touched; nothing for the window's own.
+    void setAccent(const std::optional<QColor>& accent);
+    /// How large texts are, 1 being usual.
+    void setTextScale(double scale);
     void setReducedMotion(bool reduced);
+
+    /// The user knows where the focus is, and the next key acts there. For who sets it from outside.
+    void showFocus();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    bool isKept(const QKeyEvent& key);
+
     Navigation& _navigation;
     QQuickView _view;
 };

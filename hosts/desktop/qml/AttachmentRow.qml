@@ -10,7 +10,7 @@ Item {
     property string note: ""
 
     width: parent ? parent.width : 0
-    height: 60
+    height: Math.max(60, label.height + details.height + 22)
 
     Accessible.role: Accessible.StaticText
     Accessible.name: qsTr("Attachment %1, %2").arg(name).arg(note)
@@ -25,22 +25,26 @@ Item {
         color: Theme.tint
     }
     Text {
+        id: label
         x: Theme.margin + 32
         y: 11
         width: parent.width - x - Theme.margin
         text: attachment.name
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         elide: Text.ElideMiddle
         font.pixelSize: Theme.textSize
         color: Theme.text
         Accessible.ignored: true
     }
     Text {
+        id: details
         x: Theme.margin + 32
-        y: 33
+        y: Math.max(33, label.y + label.height)
         width: parent.width - x - Theme.margin
         text: attachment.note
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         elide: Text.ElideRight
         font.pixelSize: Theme.smallSize
         color: Theme.secondary

@@ -31,6 +31,7 @@ FocusScope {
         anchors.verticalCenter: parent.verticalCenter
         text: button.text
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         width: Math.min(implicitWidth, button.width)
         elide: Text.ElideRight
         font.pixelSize: Theme.titleSize

@@ -16,10 +16,17 @@ TableRow {
     Accessible.checked: marked
     Accessible.selected: marked
 
+    readonly property bool hasIcon: icon.implicitWidth > 0
+    readonly property bool hasPlaceholder: !hasIcon && table.itemsHaveIcons
+    labelInset: hasPlaceholder ? Theme.iconInset : inset
+    Component.onCompleted: if (hasIcon) table.itemsHaveIcons = true
+
     RowPicture {
+        id: icon
         row: row
         picture: row.picture
     }
+    IconPlaceholder { visible: row.hasPlaceholder }
     RowLabel { row: row }
     Glyph {
         visible: row.marked

@@ -20,6 +20,7 @@ Item {
         y: words.y
         text: field.label
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         font.pixelSize: Theme.textSize
         color: Theme.secondary
         Accessible.ignored: true
@@ -31,6 +32,7 @@ Item {
         width: parent.width - x - Theme.margin
         text: field.value
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         wrapMode: Text.Wrap
         font.pixelSize: Theme.textSize
         color: Theme.text

@@ -23,12 +23,19 @@ FocusScope {
         width: parent.width
         title: form.title
         finishText: qsTr("Send")
-        finishButton.focus: true
         onCancelled: form.composer.cancel()
         onFinished: form.composer.send()
     }
 
+    // It has the keyboard first: what acts on the e-mail is not one key too many away from the row that has opened it.
     Flickable {
+        id: content
+        focus: true
+        activeFocusOnTab: true
+        Accessible.role: Accessible.Grouping
+        Accessible.name: qsTr("E-mail to %1").arg(form.composer ? form.composer.recipients : "")
+        Keys.onUpPressed: contentY = Math.max(0, contentY - Theme.barHeight)
+        Keys.onDownPressed: contentY = Math.max(0, Math.min(contentHeight - height, contentY + Theme.barHeight))
         anchors.top: bar.bottom
         anchors.bottom: parent.bottom
         width: parent.width
@@ -67,5 +74,10 @@ FocusScope {
                 }
             }
         }
+    }
+    FocusFrame {
+        anchors.fill: content
+        anchors.margins: 3
+        active: content.activeFocus
     }
 }

@@ -55,6 +55,7 @@ Item {
             text: fullBack.advanceWidth <= bar.backRoom ? bar.page.backTitle
                   : shortBack.advanceWidth <= bar.backRoom ? shortBack.text : ""
             textFormat: Text.PlainText
+            horizontalAlignment: Text.AlignLeft
             font.pixelSize: Theme.titleSize
             color: Theme.tint
             Accessible.ignored: true
@@ -79,7 +80,11 @@ Item {
         verticalAlignment: Text.AlignVCenter
         text: bar.page.title
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         elide: Text.ElideRight
+        // Large titles are as large as there is room for.
+        fontSizeMode: Theme.textScale > 1 ? Text.HorizontalFit : Text.FixedSize
+        minimumPixelSize: 12
         font.pixelSize: Theme.titleSize
         font.weight: Font.DemiBold
         color: Theme.text
@@ -95,6 +100,8 @@ Item {
         height: implicitHeight
         tree: bar.page.titleView
         dark: Theme.dark
+        ground: Theme.bar
+        contrast: Theme.textContrast
         Accessible.role: Accessible.Heading
         Accessible.name: bar.page.title
     }
@@ -115,6 +122,8 @@ Item {
             height: implicitHeight
             tree: bar.page.rightItem
             dark: Theme.dark
+            ground: Theme.bar
+            contrast: Theme.textContrast
         }
     }
 }

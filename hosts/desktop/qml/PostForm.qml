@@ -8,26 +8,18 @@ FocusScope {
 
     required property Composer composer
     readonly property string title: composer ? composer.service : ""
-    /// As long as a post may be.
-    readonly property int most: 140
 
-    Rectangle {
-        id: card
-        width: Math.min(parent.width - 32, 400)
-        x: Math.round((parent.width - width) / 2)
-        y: Math.round(Math.min(parent.height * 0.14, 120))
-        height: 206
-        radius: 12
-        color: Theme.dark ? "#2c2c2e" : "#f4f4f6"
+    SheetCard {
+        height: Math.min(206 * Math.max(1, Theme.textScale), parent.height - 16)
 
         SheetBar {
             id: bar
             width: parent.width
             title: form.title
             finishText: qsTr("Post")
-            canFinish: words.text.trim() !== ""
+            canFinish: form.composer !== null && form.composer.canPost
             onCancelled: form.composer.cancel()
-            onFinished: form.composer.post(words.text)
+            onFinished: form.composer.post()
         }
         Flickable {
             anchors.top: bar.bottom
@@ -53,26 +45,29 @@ FocusScope {
                 activeFocusOnTab: true
                 wrapMode: TextEdit.Wrap
                 textFormat: TextEdit.PlainText
+                horizontalAlignment: TextEdit.AlignLeft
                 selectByMouse: true
                 font.pixelSize: Theme.textSize
                 color: Theme.text
                 selectionColor: Theme.tint
+                selectedTextColor: Theme.tintText
                 onCursorRectangleChanged: parent.parent.keepVisible(cursorRectangle)
                 Component.onCompleted: {
                     text = form.composer ? form.composer.text : ""
                     cursorPosition = length
                 }
+                onTextChanged: if (form.composer) form.composer.text = text
                 // A tab goes to the next control; it has no business in a post.
-                KeyNavigation.priority: KeyNavigation.BeforeItem
-                KeyNavigation.tab: bar.finishButton
-                KeyNavigation.backtab: bar.finishButton
+                Keys.priority: Keys.BeforeItem
+                Keys.onTabPressed: nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+                Keys.onBacktabPressed: nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
                 Keys.onPressed: (event) => {
                     const isReturn = event.key === Qt.Key_Return || event.key === Qt.Key_Enter
                     event.accepted = isReturn && (event.modifiers & Qt.ControlModifier) && bar.canFinish
-                    if (event.accepted) form.composer.post(words.text)
+                    if (event.accepted) form.composer.post()
                 }
                 Accessible.role: Accessible.EditableText
-                Accessible.name: qsTr("Post")
+                Accessible.name: qsTr("Text of the post")
                 Accessible.multiLine: true
             }
         }
@@ -82,12 +77,13 @@ FocusScope {
             anchors.bottomMargin: 10
             anchors.right: parent.right
             anchors.rightMargin: Theme.margin
-            readonly property int room: form.most - words.length
+            readonly property int room: form.composer ? form.composer.room : 0
             text: room
+            horizontalAlignment: Text.AlignLeft
             font.pixelSize: Theme.footerSize
             color: room < 0 ? Theme.danger : Theme.secondary
             Accessible.role: Accessible.StaticText
-            Accessible.name: qsTr("%n character(s) left", "", room)
+            Accessible.name: form.composer ? form.composer.roomText : ""
         }
     }
 }

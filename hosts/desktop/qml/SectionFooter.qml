@@ -57,6 +57,7 @@ Item {
         width: parent.width - 2 * Theme.margin
         text: footer.text
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         wrapMode: Text.WordWrap
         font.pixelSize: Theme.footerSize
         color: Theme.secondary

@@ -32,6 +32,7 @@ Item {
         visible: text !== ""
         text: header.text
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         wrapMode: Text.WordWrap
         font.pixelSize: Theme.headerSize
         font.capitalization: Font.AllUppercase

@@ -8,7 +8,6 @@ Item {
     property string title: ""
     property string finishText: ""
     property bool canFinish: true
-    property alias finishButton: finish
     signal cancelled
     signal finished
 
@@ -21,14 +20,19 @@ Item {
         onActivated: bar.cancelled()
     }
     Text {
-        readonly property real side: Math.max(cancel.width, finish.width) + 2 * Theme.margin
-        x: (parent.width - width) / 2
-        width: Math.min(implicitWidth, parent.width - 2 * side)
+        // In the middle of the bar, or as near to it as the buttons let it be.
+        readonly property real from: cancel.x + cancel.width + Theme.margin / 2
+        readonly property real to: finish.x - Theme.margin / 2
+        x: Math.max(from, Math.min((parent.width - width) / 2, to - width))
+        width: Math.min(Math.ceil(implicitWidth), to - from)
         height: parent.height
         verticalAlignment: Text.AlignVCenter
         text: bar.title
         textFormat: Text.PlainText
+        horizontalAlignment: Text.AlignLeft
         elide: Text.ElideRight
+        fontSizeMode: Theme.textScale > 1 ? Text.HorizontalFit : Text.FixedSize
+        minimumPixelSize: 12
         font.pixelSize: Theme.titleSize
         font.weight: Font.DemiBold
         color: Theme.text

@@ -8,16 +8,28 @@ FocusScope {
 
     required property Navigation navigation
     property bool dark: false
+    property bool highContrast: false
+    property color accent: "transparent"
+    property real textScale: 1
     property bool reducedMotion: false
+    /// Whether the user knows where the focus is. Until then a key acts on nothing but shows it.
     property bool showsFocus: false
+    /// Of a frame that goes with the window.
+    readonly property color frameColor: Theme.bar
+    readonly property color frameTextColor: Theme.text
 
     focus: true
 
     Binding { target: Theme; property: "dark"; value: shell.dark }
+    Binding { target: Theme; property: "highContrast"; value: shell.highContrast }
+    Binding { target: Theme; property: "accent"; value: shell.accent }
+    Binding { target: Theme; property: "textScale"; value: shell.textScale }
     Binding { target: Theme; property: "reducedMotion"; value: shell.reducedMotion }
     Binding { target: Theme; property: "showsFocus"; value: shell.showsFocus }
     Binding { target: Theme; property: "hairline"; value: 1 / Screen.devicePixelRatio }
 
+    /// What a banner leaves: it lies over nothing, and the rows above it stay in their places as it comes and goes.
+    readonly property real roomHeight: height - banner.height
     readonly property size pageSize: Qt.size(width, height - Theme.barHeight)
     onPageSizeChanged: navigation.resize(pageSize)
 
@@ -33,9 +45,10 @@ FocusScope {
 
     FocusScope {
         id: pages
-        anchors.fill: parent
+        width: parent.width
+        height: shell.roomHeight
         focus: true
-        enabled: !shell.navigation.composerShown && shell.navigation.message === ""
+        enabled: !shell.navigation.composerShown
 
         Repeater {
             model: shell.navigation
@@ -54,7 +67,8 @@ FocusScope {
     // Neither is needed, nor loaded, before a page asks for it.
     Loader {
         id: composer
-        anchors.fill: parent
+        width: parent.width
+        height: shell.roomHeight
         readonly property bool wanted: shell.navigation.composer !== null
         onWantedChanged: {
             if (wanted) return setSource("ComposerSheet.qml", { navigation: shell.navigation })
@@ -67,30 +81,36 @@ FocusScope {
         }
     }
     Loader {
-        id: message
-        anchors.fill: parent
-        readonly property bool wanted: shell.navigation.message !== ""
+        id: banner
+        anchors.bottom: parent.bottom
+        width: parent.width
+        height: item ? item.implicitHeight : 0
+        readonly property bool wanted: shell.navigation.banners.shown
         onWantedChanged: {
-            if (wanted) return setSource("MessageBox.qml", { text: shell.navigation.message })
+            if (wanted) return setSource("Banner.qml", { banners: shell.navigation.banners })
+            if (activeFocus) shell.giveBack()
             source = ""
-            shell.giveBack()
+        }
+        Binding {
+            target: banner.item
+            property: "mostHeight"
+            value: Math.max(shell.height / 2, 110)
         }
         Connections {
-            target: message.item
-            function onRead() { shell.navigation.messageRead() }
+            target: banner.item
+            function onDone() { shell.giveBack() }
         }
     }
 
-    /// The keyboard is the composer's or the pages' again, unless there is a message to read.
+    /// The keyboard is the composer's or the pages' again.
     function giveBack() {
-        if (message.wanted) return
-        if (shell.navigation.composerShown) composer.item.forceActiveFocus()
+        if (navigation.composerShown) composer.item.forceActiveFocus()
         else pages.forceActiveFocus()
     }
 
     Shortcut {
         sequences: ["Escape", "Alt+Left", "Back"]
-        enabled: !shell.navigation.composerShown && shell.navigation.message === ""
+        enabled: !shell.navigation.composerShown && !banner.activeFocus
         onActivated: shell.navigation.back()
     }
     Shortcut {

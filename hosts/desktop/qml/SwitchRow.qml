@@ -2,14 +2,14 @@
 import QtQuick
 import Trivel3.Settings
 
-/// A row with a switch. Only the switch itself answers to a finger; Space and Enter move it too.
+/// A row with a switch, which a touch of the row moves, and so do Space and Enter. To the page it is the switch alone
+/// that has been used: the row is not selected.
 TableRow {
     id: row
 
     required property var picture
     required property bool isOn
 
-    answersTouch: false
     onActivated: move(!isOn)
 
     Accessible.role: Accessible.CheckBox

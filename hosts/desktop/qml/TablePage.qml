@@ -11,6 +11,9 @@ ListView {
 
     objectName: "table"
 
+    /// Whether items have icons here: an item without one then has a placeholder.
+    property bool itemsHaveIcons: false
+
     clip: true
     cacheBuffer: 0
     reuseItems: false
@@ -29,6 +32,15 @@ ListView {
         height: implicitHeight
         tree: list.page.header
         dark: Theme.dark
+        textScale: Theme.textScale
+        ground: Theme.page
+        contrast: Theme.textContrast
+        // A page at its beginning stays there when the header grows with its text.
+        property real heightBefore: 0
+        onHeightChanged: {
+            if (list.contentY <= -heightBefore) Qt.callLater(list.positionViewAtBeginning)
+            heightBefore = height
+        }
         Accessible.role: Accessible.StaticText
         Accessible.name: list.page.headerText
         Accessible.ignored: list.page.headerText === ""
@@ -90,24 +102,77 @@ ListView {
         }
     }
 
+    /// Whether the row, or that part of it, is within the first `room` points of the view, as far as it can be.
+    function isInView(index, room = height, part = 1) {
+        const line = index < 0 ? null : itemAtIndex(index)
+        if (!line) return false
+        const seen = Math.min(line.y + line.height, contentY + room) - Math.max(line.y, contentY)
+        return seen + 1 >= Math.min(line.height, room) * part
+    }
+    /// The last row, going by the step, of those that are in view as a whole; -1 for none.
+    function lastInView(step) {
+        let last = -1
+        for (let i = model.rowBeside(step > 0 ? -1 : count, step); i >= 0; i = model.rowBeside(i, step)) {
+            if (isInView(i)) last = i
+        }
+        return last
+    }
+    /// Brings the row on the screen, and what is said about it as far as there is room: the title above it, the footer
+    /// below it, and all that comes before the first row and after the last.
+    function show(index) {
+        contain(model.rowBeside(index, 1) < 0 ? count - 1 : index + 1)
+        if (model.rowBeside(index, -1) < 0) positionViewAtBeginning()
+        else contain(index - 1)
+        contain(index)
+    }
+    // Twice: how high a line is shows only once it is there.
+    function contain(index) {
+        positionViewAtIndex(index, ListView.Contain)
+        forceLayout()
+        positionViewAtIndex(index, ListView.Contain)
+    }
     function moveTo(index) {
         if (index < 0) return
         currentIndex = index
-        positionViewAtIndex(index, ListView.Contain)
+        show(index)
     }
     function moveBy(step) {
         const from = currentIndex < 0 ? (step > 0 ? -1 : count) : currentIndex
         const beside = model.rowBeside(from, step)
-        if (beside >= 0) moveTo(beside)
-        // Beyond the last row there may be text to read.
-        if (beside < 0 || model.rowBeside(beside, step) < 0) step > 0 ? positionViewAtEnd() : positionViewAtBeginning()
+        moveTo(beside < 0 ? currentIndex : beside)
     }
-    function moveByPage(direction) {
-        const rows = Math.max(1, Math.floor(height / 44) - 2)
-        for (let i = 0; i < rows; ++i) moveBy(direction)
+    // To the last row in view or, from there, to the last that is in view once this one is the first: none is passed
+    // over unseen.
+    function moveByPage(step) {
+        if (currentIndex < 0) return moveBy(step)
+        const leadsOn = (row) => row >= 0 && (row - currentIndex) * step > 0
+        if (!leadsOn(lastInView(step))) {
+            positionViewAtIndex(currentIndex, step > 0 ? ListView.Beginning : ListView.End)
+            forceLayout()
+        }
+        const last = lastInView(step)
+        leadsOn(last) ? moveTo(last) : moveBy(step)
     }
+    // A row that has been scrolled away is not acted upon before it is seen.
     function activate() {
-        if (currentItem && currentItem.activated) currentItem.activated()
+        if (!isInView(currentIndex, height, 0.5)) return moveTo(currentIndex)
+        if (currentItem.activated) currentItem.activated()
+    }
+
+    // What has the focus as it comes to be shown is among what the user sees.
+    Connections {
+        target: Theme
+        function onShowsFocusChanged() {
+            if (!Theme.showsFocus || !list.activeFocus || list.isInView(list.currentIndex)) return
+            const seen = list.lastInView(-1)
+            if (seen >= 0) list.currentIndex = seen
+        }
+    }
+    // A row that is seen stays seen while a banner takes its place.
+    property real heightBefore: 0
+    onHeightChanged: {
+        if (isInView(currentIndex, heightBefore)) positionViewAtIndex(currentIndex, ListView.Contain)
+        heightBefore = height
     }
 
     onActiveFocusChanged: if (activeFocus && currentIndex < 0) currentIndex = model.rowBeside(-1, 1)
@@ -120,8 +185,8 @@ ListView {
     Keys.onPressed: (event) => {
         event.accepted = true
         switch (event.key) {
-        case Qt.Key_Home: moveTo(model.rowBeside(-1, 1)); positionViewAtBeginning(); break
-        case Qt.Key_End: moveTo(model.rowBeside(count, -1)); positionViewAtEnd(); break
+        case Qt.Key_Home: moveTo(model.rowBeside(-1, 1)); break
+        case Qt.Key_End: moveTo(model.rowBeside(count, -1)); break
         case Qt.Key_PageUp: moveByPage(-1); break
         case Qt.Key_PageDown: moveByPage(1); break
         default: event.accepted = false

@@ -19,16 +19,18 @@ Item {
     required property bool animated
     required property Item table
 
-    /// What a finger, Enter or Space does.
+    /// Where the label begins, and how high the row has to be for it.
+    property real labelInset: inset
+    property real labelHeight: 0
+
+    /// What a touch, Enter or Space does.
     signal activated
 
     readonly property bool isCurrent: table.activeFocus && ListView.isCurrentItem
-    property alias pressed: touch.pressed
-    /// Whether a touch anywhere on the row is meant for the row.
-    property bool answersTouch: true
+    readonly property bool pressed: touch.pressed && !touch.strayed
 
     width: ListView.view ? ListView.view.width : 0
-    height: rowHeight
+    height: Math.max(rowHeight, labelHeight)
     enabled: usable
 
     Accessible.name: text
@@ -47,10 +49,10 @@ Item {
     Rectangle {
         anchors.fill: parent
         color: Theme.rowPressed
-        opacity: touch.pressed && row.answersTouch ? 1 : 0
+        opacity: row.pressed ? 1 : 0
         visible: opacity > 0
         Behavior on opacity {
-            enabled: !touch.pressed
+            enabled: !row.pressed
             NumberAnimation { duration: Theme.fadeTime }
         }
     }
@@ -63,18 +65,18 @@ Item {
     Hairline {
         visible: !row.last
         anchors.bottom: parent.bottom
-        x: row.inset
+        x: row.labelInset
         width: parent.width - x
     }
 
-    MouseArea {
+    TapArea {
         id: touch
         anchors.fill: parent
         onPressed: {
             row.table.currentIndex = row.index
             row.table.forceActiveFocus()
         }
-        onClicked: if (row.answersTouch) row.activated()
+        onTapped: row.activated()
     }
 
     FocusFrame {

@@ -13,11 +13,18 @@ TableRow {
 
     Accessible.role: Accessible.Button
 
+    labelHeight: Math.ceil(cell.implicitHeight)
+
     ViewTree {
+        id: cell
         width: implicitWidth
         height: implicitHeight
         tree: row.tree
         dark: Theme.dark
+        textScale: Theme.textScale
+        // That of a row under a finger differs less from texts than that of one at rest.
+        ground: Theme.rowPressed
+        contrast: Theme.textContrast
     }
     DisclosureMark {
         visible: row.leads

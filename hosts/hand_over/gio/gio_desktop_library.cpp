@@ -9,6 +9,8 @@ namespace hosts {
 
 namespace {
 
+namespace fs = std::filesystem;
+
 struct Unref {
     void operator()(GAppInfo* program) const { g_object_unref(program); }
 };
@@ -29,6 +31,13 @@ bool isForMoreGeneralType(GAppInfo* program, const char* contentType) {
     return false;
 }
 
+// Null where the user has configured none.
+const char* configuredFolder() {
+    const char* const named = g_getenv("XDG_DOCUMENTS_DIR");
+    if (named != nullptr && g_path_is_absolute(named)) return named;
+    return g_get_user_special_dir(G_USER_DIRECTORY_DOCUMENTS);
+}
+
 class GioDesktopLibrary final : public DesktopLibrary {
 public:
     std::optional<std::string> handlerOf(const std::string& contentType) override {
@@ -37,14 +46,14 @@ public:
         return g_app_info_get_display_name(program.get());
     }
 
-    std::string documentsFolder() override {
-        const char* const named = g_getenv("XDG_DOCUMENTS_DIR");
-        if (named != nullptr && g_path_is_absolute(named)) return named;
-        if (const char* const configured = g_get_user_special_dir(G_USER_DIRECTORY_DOCUMENTS)) return configured;
-        const std::filesystem::path home{g_get_home_dir()};
-        std::error_code ignored;
-        const auto usual = home / "Documents";
-        return std::filesystem::is_directory(usual, ignored) ? usual.string() : home.string();
+    DocumentsFolder documentsFolder() override {
+        const fs::path home = g_get_home_dir();
+        const fs::path usual = home / "Documents";
+        const char* const configured = configuredFolder();
+        const fs::path folder = configured ? configured : usual;
+        std::error_code missing;
+        if (fs::equivalent(folder, home, missing)) return {usual, false};
+        return {folder, fs::is_directory(folder, missing)};
     }
 
     std::string cacheFolder() override { return g_get_user_cache_dir(); }

@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::size_t buttonIndent = 2;
 constexpr std::size_t buttonGap = 2;
+constexpr std::size_t fieldIndent = 2;
 
 // The brackets tell of the focus where there is no colour.
 std::string drawnButton(const std::string& label, bool isFocused) {
@@ -19,12 +20,13 @@ std::string drawnButton(const std::string& label, bool isFocused) {
 
 }  // namespace
 
-Line ButtonRow::compose(std::optional<std::size_t> focused) const {
+Line ButtonRow::compose(std::optional<std::size_t> focused, std::optional<std::size_t> off) const {
     Line line;
     line.addSpaces(buttonIndent);
     for (std::size_t i = 0; i < _labels.size(); ++i) {
         if (i > 0) line.addSpaces(buttonGap);
-        line.add(drawnButton(_labels[i], i == focused), i == focused ? Ink::focusedButton : Ink::button);
+        const Ink usual = i == off ? Ink::faint : Ink::button;
+        line.add(drawnButton(_labels[i], i == focused), i == focused ? Ink::focusedButton : usual);
     }
     return line;
 }
@@ -37,6 +39,34 @@ std::optional<std::size_t> ButtonRow::buttonAt(std::size_t column) const {
         start = end + buttonGap;
     }
     return std::nullopt;
+}
+
+SheetFocus SheetFocus::onButton(std::size_t first, std::size_t buttons) {
+    SheetFocus focus(buttons);
+    focus._places = buttons;
+    focus._place = first;
+    return focus;
+}
+
+std::optional<std::size_t> SheetFocus::button() const {
+    return _place == _buttons ? std::nullopt : std::optional(_place);
+}
+
+bool SheetFocus::handle(const Event& event) {
+    switch (event.key) {
+        case Key::tab:
+        case Key::down:
+        case Key::right:
+            move(1);
+            return true;
+        case Key::backTab:
+        case Key::up:
+        case Key::left:
+            move(_places - 1);
+            return true;
+        default:
+            return false;
+    }
 }
 
 LineEditor::LineEditor(std::string_view text) {
@@ -121,6 +151,16 @@ Picture composeTextField(const LineEditor& editor, std::size_t width, const Scre
     }
     picture.caret = caret;
     return picture;
+}
+
+void addTextField(Picture& picture, const LineEditor& editor, FieldRoom room, const ScreenText& text) {
+    const Picture field = composeTextField(editor, room.width - 2 * fieldIndent, text);
+    const std::size_t caretLine = field.caret->line;
+    const std::size_t first = caretLine < room.most ? 0 : caretLine + 1 - room.most;
+    const std::size_t end = std::min(field.lines.size(), first + room.most);
+    picture.caret = Caret{picture.lines.size() + caretLine - first, field.caret->column + fieldIndent};
+    for (std::size_t i = first; i < end; ++i)
+        picture.lines.push_back(Line::of(fieldIndent, field.lines[i].text(), Ink::field));
 }
 
 }  // namespace hosts::terminal::screen

@@ -70,6 +70,8 @@ void EventLoop::takeSignal(int number) {
             return _parts.terminal.resume();
         case SIGWINCH:
             return _parts.terminal.adoptSize();
+        case SIGINT:
+            return _parts.screen.quit();
         default:
             _isOver = true;
     }

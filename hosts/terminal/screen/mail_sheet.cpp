@@ -3,11 +3,14 @@
 
 #include <array>
 #include <cstdio>
+#include <utility>
+
+#include "hosts/terminal/screen/question.h"
 
 namespace hosts::terminal::screen {
 namespace {
 
-enum Button : std::size_t { sendButton, saveButton, cancelButton };
+enum Button : std::size_t { sendButton, saveButton, cancelButton, buttonCount };
 
 constexpr std::size_t nameIndent = 2;
 constexpr std::size_t contentIndent = 15;
@@ -36,12 +39,14 @@ std::string attachmentText(const MailSheet::Composer::Attachment& attachment) {
 
 }  // namespace
 
-MailSheet::MailSheet(std::shared_ptr<Composer> composer, HandOver& handOver, Notices& notices, const ScreenText& text)
-    : _composer(std::move(composer)),
-      _handOver(handOver),
+// What acts on the e-mail is not one key too many away from the row that has opened it.
+MailSheet::MailSheet(const ComposedMail& mail, Notices& notices, Overlay& overlay, const ScreenText& text)
+    : _mail(mail),
       _notices(notices),
+      _overlay(overlay),
       _text(text),
-      _buttons({"Send", "Save draft", "Cancel"}) {}
+      _buttons({"Send", "Save draft", "Cancel"}),
+      _focus(buttonCount) {}
 
 void MailSheet::addField(Picture& picture, std::string_view name, std::string_view content, std::size_t width) const {
     for (const std::string& part : _text.lines(content, width - contentIndent - 1)) {
@@ -57,13 +62,13 @@ void MailSheet::addField(Picture& picture, std::string_view name, std::string_vi
 Picture MailSheet::compose(Size size) {
     Picture picture;
     picture.add({});
-    addField(picture, "To", joined(_composer->toRecipients()), size.width);
-    addField(picture, "Subject", _composer->subject(), size.width);
-    for (const auto& attachment : _composer->attachments())
+    addField(picture, "To", joined(_mail.composer().toRecipients()), size.width);
+    addField(picture, "Subject", _mail.composer().subject(), size.width);
+    for (const auto& attachment : _mail.composer().attachments())
         addField(picture, "Attachment", attachmentText(attachment), size.width);
     picture.add({});
     _buttonLine = picture.lines.size();
-    picture.lines.push_back(_buttons.compose(_focus));
+    picture.lines.push_back(_buttons.compose(_focus.button()));
     picture.add({});
     for (const std::string& line :
          _text.lines("Send opens it in your mail program. A draft is kept among your documents.",
@@ -78,35 +83,40 @@ std::vector<KeyHint> MailSheet::hints() const {
 }
 
 void MailSheet::handle(const Event& event) {
-    switch (event.key) {
-        case Key::right:
-        case Key::tab:
-        case Key::down:
-            _focus = (_focus + 1) % _buttons.count();
-            break;
-        case Key::left:
-        case Key::backTab:
-        case Key::up:
-            _focus = (_focus + _buttons.count() - 1) % _buttons.count();
-            break;
-        case Key::enter:
-            press(_focus);
-            break;
-        case Key::escape:
-            press(cancelButton);
-            break;
-        case Key::click:
-            if (const auto button = _buttons.buttonAt(event.column); button && event.line == _buttonLine)
-                press(*button);
-            break;
-        default:
-            if (event.is(' ')) press(_focus);
-    }
+    if (_focus.handle(event)) return;
+    if (event.key == Key::escape) return press(cancelButton);
+    if (event.key == Key::enter || event.is(' ')) return press(_focus.button());
+    if (event.key != Key::click || event.line != _buttonLine) return;
+    if (const auto button = _buttons.buttonAt(event.column)) press(*button);
 }
 
-void MailSheet::press(std::size_t button) {
-    if (button == cancelButton) return _composer->finish(platform::MFMailComposeResult::cancelled);
-    _notices.tell(button == sendButton ? sendMail(*_composer, _handOver) : saveMail(*_composer, _handOver));
+void MailSheet::press(std::optional<std::size_t> button) {
+    if (!button) return _notices.say("Tab goes to the buttons");
+    if (*button == cancelButton) return _mail.cancel();
+    handOver(*button == sendButton ? ComposedMail::Way::send : ComposedMail::Way::saveDraft);
+}
+
+void MailSheet::handOver(ComposedMail::Way way) {
+    if (auto folder = _mail.folderToAskFor()) return askForFolder(way, *std::move(folder));
+    _notices.tell(_mail.handOver(way));
+}
+
+void MailSheet::askForFolder(ComposedMail::Way way, std::string suggestion) {
+    const auto agreed = [this, way](const std::string& typed) {
+        const auto folder = ComposedMail::folderNamed(typed);
+        if (folder) return _notices.tell(_mail.handOver(way, *folder));
+        _notices.warn(folder.error().text());
+        askForFolder(way, typed);
+    };
+    Question::Wording wording{
+        .title = "Where to Keep the Draft",
+        .text =
+            "You have no documents folder that can take the draft of this e-mail. In which folder is it to be kept? "
+            "It is made where it is missing.",
+        .yes = way == ComposedMail::Way::send ? "Send" : "Save",
+        .no = "Back",
+        .suggestion = std::move(suggestion)};
+    _overlay.show(std::make_shared<Question>(std::move(wording), _text, _overlay, agreed));
 }
 
 }  // namespace hosts::terminal::screen

@@ -3,20 +3,20 @@
 
 #include <memory>
 
-#include "hosts/session/composer_outcome.h"
+#include "hosts/session/composed_mail.h"
 #include "hosts/terminal/render/screen_text.h"
 #include "hosts/terminal/screen/controls.h"
 #include "hosts/terminal/screen/sheet.h"
-#include "platform/services/mail_composer.h"
 
 namespace hosts::terminal::screen {
 
 /// An e-mail for the user to look over, and then to send, save or drop.
 class MailSheet final : public Sheet {
 public:
-    using Composer = platform::MFMailComposeViewController;
+    using Composer = ComposedMail::Composer;
 
-    MailSheet(std::shared_ptr<Composer> composer, HandOver& handOver, Notices& notices, const ScreenText& text);
+    /// The notices and the overlay outlive the sheet.
+    MailSheet(const ComposedMail& mail, Notices& notices, Overlay& overlay, const ScreenText& text);
 
     std::string title() const override { return "New E-mail"; }
     Picture compose(Size size) override;
@@ -25,14 +25,16 @@ public:
 
 private:
     void addField(Picture& picture, std::string_view name, std::string_view content, std::size_t width) const;
-    void press(std::size_t button);
+    void press(std::optional<std::size_t> button);
+    void handOver(ComposedMail::Way way);
+    void askForFolder(ComposedMail::Way way, std::string suggestion);
 
-    std::shared_ptr<Composer> _composer;
-    HandOver& _handOver;
+    ComposedMail _mail;
     Notices& _notices;
+    Overlay& _overlay;
     ScreenText _text;
     ButtonRow _buttons;
-    std::size_t _focus = 0;
+    SheetFocus _focus;
     std::size_t _buttonLine = 0;
 };
 

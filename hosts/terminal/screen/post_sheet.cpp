@@ -1,38 +1,42 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/terminal/screen/post_sheet.h"
 
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "hosts/terminal/screen/question.h"
+
 namespace hosts::terminal::screen {
 namespace {
 
-enum Button : std::size_t { postButton, cancelButton };
+enum Button : std::size_t { postButton, cancelButton, buttonCount };
 
 constexpr std::size_t indent = 2;
-constexpr std::size_t fieldLine = 1;
+// All lines but the field's: blank ones, the count and the buttons.
+constexpr std::size_t otherLines = 5;
 
 }  // namespace
 
-PostSheet::PostSheet(std::shared_ptr<Composer> composer, HandOver& handOver, Notices& notices, const ScreenText& text)
-    : _composer(std::move(composer)),
-      _handOver(handOver),
+PostSheet::PostSheet(const ComposedPost& post, Notices& notices, Overlay& overlay, const ScreenText& text)
+    : _post(post),
       _notices(notices),
+      _overlay(overlay),
       _text(text),
-      _editor(_composer->text()),
+      _editor(_post.text()),
       _buttons({"Post", "Cancel"}),
-      _focus(_buttons.count()) {}
+      _focus(buttonCount) {}
 
 Picture PostSheet::compose(Size size) {
     Picture picture;
     picture.add({});
-    const Picture field = composeTextField(_editor, size.width - 2 * indent, _text);
-    for (const Line& line : field.lines) {
-        Line& drawn = picture.lines.emplace_back();
-        drawn.addSpaces(indent);
-        drawn.add(line.text(), Ink::field);
-    }
-    if (textHasFocus()) picture.caret = Caret{field.caret->line + fieldLine, field.caret->column + indent};
+    addTextField(picture, _editor, {size.width, size.height - std::min(size.height - 1, otherLines)}, _text);
+    if (!textHasFocus()) picture.caret.reset();
+    picture.lines.push_back(Line::of(indent, _post.roomText(), _post.room() < 0 ? Ink::warning : Ink::faint));
     picture.add({});
     _buttonLine = picture.lines.size();
-    picture.lines.push_back(_buttons.compose(textHasFocus() ? std::nullopt : std::optional(_focus)));
+    picture.lines.push_back(
+        _buttons.compose(_focus.button(), _post.obstacle() ? std::optional<std::size_t>(postButton) : std::nullopt));
     picture.add({});
     for (const std::string& line :
          _text.lines("Post opens the network's own page with this text in your browser.", size.width - 2 * indent)) {
@@ -46,41 +50,42 @@ std::vector<KeyHint> PostSheet::hints() const {
         {"Tab", textHasFocus() ? "Buttons" : "Next"}, {"Enter", textHasFocus() ? "Done" : "Press"}, {"Esc", "Cancel"}};
 }
 
-void PostSheet::moveFocus(std::size_t by) {
-    _focus = (_focus + by) % (_buttons.count() + 1);
-}
-
 void PostSheet::handle(const Event& event) {
-    if (textHasFocus() && _editor.handle(event)) return;
-    switch (event.key) {
-        case Key::tab:
-        case Key::down:
-        case Key::right:
-            return moveFocus(1);
-        case Key::backTab:
-        case Key::up:
-        case Key::left:
-            return moveFocus(_buttons.count());
-        case Key::enter:
-            return textHasFocus() ? moveFocus(1) : press(_focus);
-        case Key::escape:
-            return press(cancelButton);
-        case Key::click:
-            return click(event);
-        default:
-            if (event.is(' ')) press(_focus);
-    }
+    if (textHasFocus() && _editor.handle(event)) return _post.setText(_editor.text());
+    if (_focus.handle(event)) return;
+    if (event.key == Key::escape) return cancel();
+    if (event.key == Key::click) return click(event);
+    if (event.key != Key::enter && !event.is(' ')) return;
+    if (const auto button = _focus.button()) return press(*button);
+    _focus.moveOn();
 }
 
 void PostSheet::click(const Event& event) {
-    if (event.line < _buttonLine) _focus = _buttons.count();
+    if (event.line < _buttonLine) _focus.moveToTop();
     const auto button = _buttons.buttonAt(event.column);
     if (button && event.line == _buttonLine) press(*button);
 }
 
 void PostSheet::press(std::size_t button) {
-    if (button == cancelButton) return _composer->finish(platform::SLComposeViewControllerResult::cancelled);
-    _notices.tell(post(*_composer, _editor.text(), _handOver));
+    button == postButton ? post() : cancel();
+}
+
+void PostSheet::post() {
+    _notices.tell(_post.post());
+}
+
+void PostSheet::cancel() {
+    if (!_post.isChanged()) return _post.cancel();
+    askToDrop([this] { _post.cancel(); });
+}
+
+void PostSheet::askToDrop(const std::function<void()>& agreed) {
+    Question::Wording wording{.title = "Discard the Post?",
+                              .text = "What you have written is kept nowhere else.",
+                              .yes = "Discard",
+                              .no = "Keep writing"};
+    _overlay.show(
+        std::make_shared<Question>(std::move(wording), _text, _overlay, [agreed](const std::string&) { agreed(); }));
 }
 
 }  // namespace hosts::terminal::screen

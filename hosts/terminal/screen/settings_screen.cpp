@@ -19,6 +19,7 @@ constexpr std::size_t titleBarHeight = 1;
 constexpr std::size_t mostBodyWidth = 100;
 constexpr std::size_t mostNoticeLines = 5;
 constexpr std::ptrdiff_t wheelLines = 3;
+constexpr const char* beginAgainKey = "b";
 
 std::string text(const Size& size, const Glyphs& glyphs) {
     return std::to_string(size.width) + std::string(glyphs.times) + std::to_string(size.height);
@@ -68,10 +69,12 @@ bool SettingsScreen::noteFilesChanged(std::span<const std::string> paths) {
 
 std::shared_ptr<Sheet> SettingsScreen::sheetFor(const std::shared_ptr<platform::UIViewController>& presented) {
     if (auto mail = std::dynamic_pointer_cast<platform::MFMailComposeViewController>(presented)) {
-        return std::make_shared<MailSheet>(std::move(mail), _services.handOver, _notices, _text);
+        return std::make_shared<MailSheet>(ComposedMail(std::move(mail), _services.handOver), _notices, _overlay,
+                                           _text);
     }
     if (auto post = std::dynamic_pointer_cast<platform::SLComposeViewController>(presented)) {
-        return std::make_shared<PostSheet>(std::move(post), _services.handOver, _notices, _text);
+        return std::make_shared<PostSheet>(ComposedPost(std::move(post), _services.handOver), _notices, _overlay,
+                                           _text);
     }
     return nullptr;
 }
@@ -95,7 +98,8 @@ bool SettingsScreen::noticeOutcomes() {
 
 Picture SettingsScreen::composeTooSmall(Size size) const {
     const std::string wanted = "Too small: " + text(size, _text.glyphs()) + "; at least " +
-                               text(leastSize, _text.glyphs()) + " is needed (q quits)";
+                               text(leastSize, _text.glyphs()) + " is needed (" +
+                               (holdsTypedText() ? "Q quits and discards the post" : "q quits") + ")";
     Picture picture;
     for (std::string& line : _text.lines(wanted, size.width))
         picture.add(std::move(line));
@@ -144,6 +148,8 @@ Picture SettingsScreen::composeBottom(std::size_t width) {
     if (const auto& notice = _notices.current()) {
         for (const std::string& line : _text.firstLines(notice->text, width - 2, mostNoticeLines))
             bottom.add(" " + line, notice->isWarning ? Ink::warning : Ink::strong);
+        if (notice->beginAgain)
+            bottom.lines.push_back(keyLine({{beginAgainKey, "Begin again with this e-mail"}}, width));
         return bottom;
     }
     const std::shared_ptr<Sheet> sheet = shownSheet();
@@ -170,13 +176,16 @@ std::vector<KeyHint> SettingsScreen::pageHints() const {
 }
 
 void SettingsScreen::handle(const Event& event) {
+    const auto beginAgain = _notices.current() ? _notices.current()->beginAgain : nullptr;
     _notices.clear();
     // What cannot be seen is not changed.
     if (isTooSmall()) {
-        _isOver = event.is('q');
+        _isOver = event.is(holdsTypedText() ? 'Q' : 'q');
         return;
     }
-    if (const std::shared_ptr<Sheet> sheet = shownSheet()) {
+    if (beginAgain && event.character == beginAgainKey) {
+        beginAgain();
+    } else if (const std::shared_ptr<Sheet> sheet = shownSheet()) {
         Event within = event;
         within.line -= std::min(within.line, titleBarHeight);
         within.column -= std::min(within.column, margin());
@@ -236,7 +245,12 @@ void SettingsScreen::command(const Event& event) {
     if (event.is('/')) return _find.open(_host.top());
     if (event.is('n') || event.is('N')) return findAgain(event.is('N'));
     if (event.is('?')) return openHelp();
-    if (event.is('q')) _isOver = true;
+    if (event.is('q')) quit();
+}
+
+void SettingsScreen::quit() {
+    const auto leave = [this] { _isOver = true; };
+    holdsTypedText() ? _host.sheet()->askToDrop(leave) : leave();
 }
 
 void SettingsScreen::useRow() {
@@ -296,7 +310,7 @@ void SettingsScreen::findAgain(bool upwards) {
 }
 
 void SettingsScreen::openHelp() {
-    _help = std::make_shared<HelpSheet>(_text, [this] { _help.reset(); });
+    _overlay.show(std::make_shared<HelpSheet>(_text, [this] { _overlay.close(); }));
 }
 
 void SettingsScreen::click(const Event& event) {

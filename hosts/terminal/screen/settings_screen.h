@@ -59,13 +59,17 @@ public:
     /// The phone is there no more. What is seen stays as it is; `why` is the event's.
     void notePhoneGone(const std::string& why) { _notices.warn(phoneGoneText(why)); }
 
+    /// The user wants to quit: at once, or once they have agreed that what they have typed goes too.
+    void quit();
+
     /// Whether the user has had enough.
     bool isOver() const { return _isOver; }
 
 private:
     std::shared_ptr<Sheet> sheetFor(const std::shared_ptr<platform::UIViewController>& presented);
-    std::shared_ptr<Sheet> shownSheet() const { return _help ? _help : _host.sheet(); }
+    std::shared_ptr<Sheet> shownSheet() const { return _overlay.sheet() ? _overlay.sheet() : _host.sheet(); }
 
+    bool holdsTypedText() const { return _host.sheet() && _host.sheet()->holdsTypedText(); }
     bool isTooSmall() const { return _size.width < leastSize.width || _size.height < leastSize.height; }
     bool noticeOutcomes();
     Picture composeAll(Size size);
@@ -94,13 +98,13 @@ private:
 
     ScreenText _text;
     Notices _notices;
+    Overlay _overlay;
     OpenedPhone& _phone;
     LiveServices _services;
     NoticingApplication _application;
     std::unique_ptr<SettingsSession> _session;
     ScreenHost _host;
     FindPrompt _find;
-    std::shared_ptr<Sheet> _help;
     Size _size;
     bool _isOver = false;
     std::vector<std::string> _observedFiles;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -16,6 +18,8 @@ namespace hosts::terminal::screen {
 struct Notice {
     std::string text;
     bool isWarning = false;
+    /// Takes up again what the notice is about, where that can be done; else null.
+    std::function<void()> beginAgain = nullptr;
 };
 
 /// The one notice that is shown, until the user does something else.
@@ -25,7 +29,8 @@ public:
     void warn(std::string text) { _notice = Notice{std::move(text), true}; }
     /// A terminal shows nothing of what has opened elsewhere, so even that is told.
     void tell(ComposerOutcome outcome) {
-        _notice = Notice{std::move(outcome.text), outcome.weight == ComposerOutcome::Weight::problem};
+        _notice = Notice{std::move(outcome.text), outcome.weight == ComposerOutcome::Weight::problem,
+                         std::move(outcome.beginAgain)};
     }
     void clear() { _notice.reset(); }
     const std::optional<Notice>& current() const { return _notice; }
@@ -53,6 +58,23 @@ public:
     /// A click's place counts from the top left corner of the sheet. The sheet may be gone from the
     /// screen afterwards.
     virtual void handle(const Event& event) = 0;
+
+    /// Whether the user has typed something here that would be lost with the sheet.
+    virtual bool holdsTypedText() const { return false; }
+    /// Asks the user whether that may be, and calls `agreed` if so.
+    virtual void askToDrop(const std::function<void()>& agreed) { agreed(); }
+};
+
+/// A sheet over all others: the help, or a question. It takes itself off.
+class Overlay {
+public:
+    void show(std::shared_ptr<Sheet> sheet) { _sheet = std::move(sheet); }
+    void close() { _sheet.reset(); }
+    /// Null when there is none.
+    const std::shared_ptr<Sheet>& sheet() const { return _sheet; }
+
+private:
+    std::shared_ptr<Sheet> _sheet;
 };
 
 }  // namespace hosts::terminal::screen

@@ -1,0 +1,156 @@
+// SPDX-License-Identifier: MIT
+#include <signal.h>
+
+#include <QDir>
+#include <QLibraryInfo>
+#include <QTest>
+#include <fstream>
+
+#include "hosts/desktop/program/window_memory.h"
+#include "tests/desktop/desktop_portal.h"
+#include "tests/desktop/patches.h"
+#include "tests/desktop/real_program.h"
+#include "tests/desktop/virtual_compositor.h"
+#include "tests/kit/private_mounts.h"
+
+namespace desktop_tests {
+namespace {
+
+constexpr const char* schemeGroup = "org.freedesktop.appearance";
+
+QString pluginFolder() {
+    return QLibraryInfo::path(QLibraryInfo::PluginsPath) + "/platforms";
+}
+
+}  // namespace
+
+/// The real program where Wayland is all that there is.
+class Wayland : public RealProgram {
+protected:
+    void SetUp() override {
+        environment.erase("QT_QPA_PLATFORM");
+        environment.erase("DISPLAY");
+        environment["WAYLAND_DISPLAY"] = VirtualCompositor::name;
+    }
+
+    void TearDown() override {
+        if (HasFailure() && !display.name().isEmpty()) {
+            QDir().mkpath(TEST_PICTURES);
+            const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+            display.picture().save(QString(TEST_PICTURES "/wayland-%1.png").arg(test->name()));
+        }
+        if (program && !program->hasEnded()) {
+            program->signal(SIGTERM);
+            EXPECT_EQ(program->finish().status, 0);
+        }
+    }
+
+    std::string runtimeFolder() const { return folder / "run"; }
+
+    void startDesktop() {
+        if (!VirtualCompositor::isInstalled()) GTEST_SKIP() << "there is no weston on this machine";
+        ASSERT_TRUE(display.start()) << "no display could be started";
+        if (!compositor.startOn(display, runtimeFolder())) GTEST_SKIP() << "weston does not run on this machine";
+        const bool isPainted = waitFor([this] { return display.pixel({400, 40}) == VirtualCompositor::background; });
+        ASSERT_TRUE(isPainted) << "the desktop does not come";
+    }
+
+    void start(const QStringList& options = {}) {
+        program.emplace(command(QStringList{"--phone", phone} + options), environment);
+    }
+
+    static bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, patience); }
+
+    // The frame has the colour of the bar, and is all around the window.
+    bool frameBecomes(QRgb colour) {
+        return waitFor([&] {
+            const QRect frame = extent(display.picture(), colour);
+            return frame.width() > windowSize.width() && frame.height() > windowSize.height();
+        });
+    }
+
+    const QSize windowSize{320, 568};
+    VirtualDisplay display;
+    VirtualCompositor compositor;
+    std::optional<kit::ChildProcess> program;
+};
+
+TEST_F(Wayland, frameIsOfTheWindowsColour) {
+    startDesktop();
+    if (IsSkipped()) return;
+    start({"--appearance", "dark"});
+    EXPECT_TRUE(frameBecomes(qRgb(0x16, 0x16, 0x18)));
+    end(*program);
+    start({"--appearance", "light"});
+    EXPECT_TRUE(frameBecomes(qRgb(0xf8, 0xf8, 0xf8)));
+}
+
+TEST_F(Wayland, frameFollowsTheDesktopsTaste) {
+    startDesktop();
+    if (IsSkipped()) return;
+    DesktopPortal portal(bus.address(), {{schemeGroup, {{"color-scheme", 0U}}}});
+    start();
+    ASSERT_TRUE(frameBecomes(qRgb(0xf8, 0xf8, 0xf8)));
+    portal.change(schemeGroup, "color-scheme", 1U);
+    EXPECT_TRUE(frameBecomes(qRgb(0x16, 0x16, 0x18)));
+    portal.change(schemeGroup, "color-scheme", 0U);
+    EXPECT_TRUE(frameBecomes(qRgb(0xf8, 0xf8, 0xf8)));
+}
+
+TEST_F(Wayland, everyPageIsDrawnWhereThereIsNoSeat) {
+    if (!VirtualCompositor::isInstalled()) GTEST_SKIP() << "there is no weston on this machine";
+    if (!compositor.startWithoutSeat(runtimeFolder())) GTEST_SKIP() << "weston does not run on this machine";
+    // Of what goes between program and desktop, the picture is what matters.
+    environment["WAYLAND_DEBUG"] = "1";
+    const QString key = hosts::desktop::folderKey(phone.toStdString());
+    const std::vector<QString> paths = {"", "The Creators", "Advanced Options", "Advanced Options, Slider Actions",
+                                        "Advanced Options, Disable in Applications"};
+    for (const QString& path : paths) {
+        std::filesystem::create_directories(folder.path() / "config/trivel3");
+        std::ofstream(folder.path() / "config/trivel3/trivel3-settings.ini")
+            << '[' << key.toStdString() << "]\npath=" << path.toStdString() << '\n';
+        start();
+        bool isDrawn = false;
+        while (const auto line = program->readErrorLine()) {
+            isDrawn = line->find("attach(wl_buffer") != std::string::npos;
+            if (isDrawn) break;
+        }
+        EXPECT_TRUE(isDrawn) << path.toStdString();
+        program->signal(SIGTERM);
+        EXPECT_EQ(program->finish().status, 0) << path.toStdString();
+    }
+}
+
+TEST_F(Wayland, missingPluginIsNamedInOneLine) {
+    if (!kit::mayMount()) GTEST_SKIP() << kit::noMounts;
+    // What Qt finds in an empty folder is nothing.
+    const std::string hidden = "mount -t tmpfs none \"$1\" && shift && exec \"$@\"";
+    std::vector<std::string> words{
+        "/usr/bin/unshare",          "--user", "--map-root-user", "--mount", "/bin/sh", "-c", hidden, "sh",
+        pluginFolder().toStdString()};
+    for (const std::string& word : command({"--phone", phone}))
+        words.push_back(word);
+    const kit::Outcome outcome = kit::ChildProcess(words, environment).finish();
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(kit::linesOf(outcome.errors).size(), 1U) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("qt6-wayland"), std::string::npos) << outcome.errors;
+}
+
+TEST_F(Wayland, displayThatCannotBeReachedIsNamedInOneLine) {
+    environment["WAYLAND_DISPLAY"] = "not-there";
+    const kit::Outcome outcome = kit::ChildProcess(command({"--phone", phone}), environment).finish();
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(kit::linesOf(outcome.errors).size(), 1U) << outcome.errors;
+    EXPECT_NE(outcome.errors.find("WAYLAND_DISPLAY=not-there"), std::string::npos) << outcome.errors;
+}
+
+TEST_F(Wayland, missingDisplayIsToldInOneLine) {
+    environment.erase("WAYLAND_DISPLAY");
+    const kit::Outcome outcome = kit::ChildProcess(command({"--phone", phone}), environment).finish();
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(
+        outcome.errors,
+        "trivel3-settings: there is no display to open a window on: neither WAYLAND_DISPLAY nor DISPLAY is set\n");
+}
+
+}  // namespace desktop_tests
