@@ -115,6 +115,28 @@ TEST_F(FileChange, runsThePagesOwnRulesAndWritesNothing) {
     EXPECT_EQ(kit::readText(hostPath()), written);
 }
 
+TEST_F(FileChange, ofOurOwnIsUndoneAndDoneAgainByKeys) {
+    open();
+    session->watchFiles();
+    clickSwitch("Quick Switcher");
+    ASSERT_TRUE(waitFor([this] { return settingIs("QuickSwitcher", "<false/>"); }));
+    settle();
+    clickSwitch("Hot Corners");
+    ASSERT_TRUE(waitFor([this] { return settingIs("HotCorners", "<false/>"); }));
+    settle();
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(waitFor([this] { return isOn("Hot Corners"); }));
+    EXPECT_EQ(bannerText(), "Undone: HotCorners");
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(waitFor([this] { return isOn("Quick Switcher"); }));
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(bannerText(), "Not undone: there is nothing to undo");
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(waitFor([this] { return !isOn("Quick Switcher"); }));
+    EXPECT_TRUE(isOn("Hot Corners"));
+    EXPECT_EQ(bannerText(), "Done again: QuickSwitcher");
+}
+
 TEST_F(FileChange, ofOurOwnIsNotTakenForAnothers) {
     open();
     session->watchFiles();

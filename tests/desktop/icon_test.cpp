@@ -37,8 +37,8 @@ TEST_F(Icons, orPlaceholdersLetTheNamesOfApplicationsLineUp) {
         open();
         openPage({"Advanced Options", page});
         std::set<double> starts;
-        for (const char* application : {"App Store", "Maps", "Camera", "Phone", "Photos", "Ledger", "Zulu"})
-            starts.insert(labelStart(row(application)));
+        for (const char* name : {"App Store", "Maps", "Camera", "Phone", "Photos", "Ledger", "Zulu"})
+            starts.insert(labelStart(row(name)));
         EXPECT_EQ(starts, std::set<double>{59}) << page;
     }
 }
