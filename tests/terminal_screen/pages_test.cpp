@@ -163,6 +163,36 @@ TEST(Screen, showsWhatFollowsFromAnotherProgramsChangeAndWritesNothing) {
     EXPECT_EQ(screen.phone.stored("PeopleInToday"), Value(true));
 }
 
+// Each has a repair for what a third program sets.
+TEST(Screen, leavesTheFileToWhoeverChangesItWhereTwoLook) {
+    Dictionary settings;
+    settings.set("AccessAppSwitcher", Value(false));
+    settings.set("PeopleInToday", Value(true));
+    const TmuxTerminal::Setup tall{.height = 60};
+    OpenedScreen one(tall, settings);
+    ASSERT_TRUE(one.open("Advanced Options"));
+    TmuxTerminal other(program(one.phone), tall);
+    ASSERT_TRUE(other.waitFor("Quit"));
+    other.press({"/"});
+    other.type("Advanced Options");
+    other.press({"Enter", "Enter"});
+    ASSERT_TRUE(other.waitFor("Minimal Display"));
+    const auto content = [&] { return kit::readText(one.phone.machinePath(settingsFile)); };
+    for (const bool multiCenter : {false, true, false, true}) {
+        one.phone.store("MultiCenter", Value(multiCenter));
+        const std::string written = content();
+        const auto shows = [multiCenter](const TmuxTerminal& terminal) {
+            return multiCenter ? terminal.waitForRow("Minimal Display", "━━●")
+                               : terminal.waitForRow("Minimal Display", "greyed");
+        };
+        EXPECT_TRUE(shows(one.terminal));
+        EXPECT_TRUE(shows(other));
+        EXPECT_EQ(content(), written);
+    }
+    other.press({"q"});
+    EXPECT_EQ(other.waitForEnd(), 0);
+}
+
 TEST(Screen, ticksApplications) {
     OpenedScreen screen;
     ASSERT_TRUE(screen.open("Advanced Options"));
