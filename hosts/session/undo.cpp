@@ -183,6 +183,7 @@ Result<std::vector<HistoryEntry>> changesNamed(const History::Reading& history,
         named.emplace(number, *entry->second);
     }
     std::vector<HistoryEntry> changes;
+    changes.reserve(named.size());
     for (auto& [number, entry] : named)
         changes.push_back(std::move(entry));
     return changes;
