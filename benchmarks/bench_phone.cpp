@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "hosts/phones/phone_mark.h"
 #include "hosts/system/file_calls.h"
 #include "store/preference_store.h"
 
@@ -49,8 +50,8 @@ void CountingFileSystem::noteRead(std::string_view path, std::string_view conten
     last = contents;
 }
 
-BenchPhone::BenchPhone(std::string_view settings, Durability durability)
-    : BenchPhone(std::make_unique<TemporaryFolder>(durability), durability) {
+BenchPhone::BenchPhone(std::string_view settings, Durability durability, Changes changes)
+    : BenchPhone(std::make_unique<TemporaryFolder>(durability), durability, changes) {
     if (settings.empty()) return;
     const auto made = _files->changeFile(trivel3::PreferenceStore::settingsFile,
                                          [settings = std::string(settings)](std::optional<std::string_view>) {
@@ -59,12 +60,12 @@ BenchPhone::BenchPhone(std::string_view settings, Durability durability)
     if (!made) throw std::runtime_error(made.error().text());
 }
 
-BenchPhone::BenchPhone(std::unique_ptr<TemporaryFolder> made, Durability durability)
-    : BenchPhone(Existing{made->path()}, durability) {
+BenchPhone::BenchPhone(std::unique_ptr<TemporaryFolder> made, Durability durability, Changes changes)
+    : BenchPhone(Existing{made->path()}, durability, changes) {
     _made = std::move(made);
 }
 
-BenchPhone::BenchPhone(const Existing& phone, Durability durability) : _folder(phone.folder) {
+BenchPhone::BenchPhone(const Existing& phone, Durability durability, Changes changes) : _folder(phone.folder) {
     _calls = durability == Durability::flushed ? std::make_unique<hosts::FileCalls>()
                                                : std::make_unique<UnflushedFileCalls>();
     auto files = hosts::PhoneFileSystem::open(_folder, *_calls);
@@ -72,8 +73,14 @@ BenchPhone::BenchPhone(const Existing& phone, Durability durability) : _folder(p
     _files = std::make_unique<hosts::PhoneFileSystem>(*std::move(files));
     _counting = std::make_unique<CountingFileSystem>(*_files);
     _device = std::make_unique<hosts::DeviceInformation>(*_counting, _folder);
-    auto session = hosts::SettingsSession::load({*_counting, _notifications, _application, *_device},
-                                                TRIVEL3_STAGING "/lib/trivel3/system", hosts::usualDeviceShape());
+    if (changes == Changes::areKept) {
+        hosts::History history(_folder + "/state/history", _folder,
+                               [this] { return hosts::phoneMark(_files->root(), *_device); });
+        _history = std::make_unique<hosts::PhoneHistory>(std::move(history), _outcomes);
+    }
+    auto session = hosts::SettingsSession::load(
+        {*_counting, _notifications, _application, *_device, _history ? &_history->recorder : nullptr, _history.get()},
+        TRIVEL3_STAGING "/lib/trivel3/system", hosts::usualDeviceShape());
     if (!session) throw std::runtime_error(session.error().text());
     _session = *std::move(session);
 }

@@ -52,17 +52,21 @@ private:
     mutable std::map<std::string, std::string, std::less<>> _lastRead;
 };
 
+/// Whether what is changed on a phone is kept, as the programs keep it.
+enum class Changes { areForgotten, areKept };
+
 /// A phone and a platform to run pages on it. Nobody listens to its notifications.
 class BenchPhone {
 public:
     /// In a temporary folder of its own, with one settings file.
-    explicit BenchPhone(std::string_view settings, Durability durability = Durability::flushed);
+    explicit BenchPhone(std::string_view settings, Durability durability = Durability::flushed,
+                        Changes changes = Changes::areForgotten);
 
     /// On a phone that is there, as a program that has just been started.
     struct Existing {
         std::string folder;
     };
-    explicit BenchPhone(const Existing& phone, Durability durability);
+    explicit BenchPhone(const Existing& phone, Durability durability, Changes changes = Changes::areForgotten);
 
     const std::string& folder() const { return _folder; }
     /// The machine's path of the settings file.
@@ -76,7 +80,7 @@ public:
     void drawn() { _session->drawn(); }
 
 private:
-    BenchPhone(std::unique_ptr<TemporaryFolder> made, Durability durability);
+    BenchPhone(std::unique_ptr<TemporaryFolder> made, Durability durability, Changes changes);
 
     std::unique_ptr<TemporaryFolder> _made;  ///< null when the phone is not ours
     std::string _folder;
@@ -86,6 +90,8 @@ private:
     hosts::QuietNotifyCenter _notifications;
     hosts::QuietApplication _application;
     std::unique_ptr<hosts::DeviceInformation> _device;
+    hosts::Outcomes _outcomes{"benchmarks", false};
+    std::unique_ptr<hosts::PhoneHistory> _history;
     std::unique_ptr<hosts::SettingsSession> _session;
 };
 

@@ -69,8 +69,9 @@ void readLibplist(benchmark::State& state, const std::string& content) {
         benchmark::DoNotOptimize(readWithLibplist(path));
 }
 
-void writeOurs(benchmark::State& state, const std::string& content, Durability durability) {
-    BenchPhone phone(content, durability);
+void writeOurs(benchmark::State& state, const std::string& content, Durability durability,
+               Changes changes = Changes::areForgotten) {
+    BenchPhone phone(content, durability, changes);
     trivel3::PreferenceStore store(phone.platform());
     bool flag = false;
     for (auto _ : state)
@@ -121,6 +122,18 @@ void addWrites(const SampleSettings& settings, const char* encoding, const std::
         [&settings](benchmark::State& state) { writeBare(state, settings.xml, Flush::nothing); });
 }
 
+void addKeptChanges(const SampleSettings& settings) {
+    const std::string job = std::string("change one key and keep the change, ") + settings.name;
+    const auto write = [&settings](Changes changes) {
+        return [&settings, changes](benchmark::State& state) {
+            writeOurs(state, settings.xml, Durability::flushed, changes);
+        };
+    };
+    add(job + "/ours", write(Changes::areKept));
+    add(job + "/without history", write(Changes::areForgotten));
+    reaches().push_back({job, "without history", 1.2});
+}
+
 }  // namespace
 
 void addSettingsBenchmarks() {
@@ -132,6 +145,8 @@ void addSettingsBenchmarks() {
     addWrites(smallSettings(), "binary", smallSettings().binary);
     addWrites(largeSettings(), "XML", largeSettings().xml);
     addWrites(largeSettings(), "binary", largeSettings().binary);
+    addKeptChanges(smallSettings());
+    addKeptChanges(largeSettings());
 }
 
 }  // namespace benchmarks

@@ -4,16 +4,14 @@
 #include <fcntl.h>
 
 #include <cerrno>
-#include <chrono>
-#include <thread>
 #include <utility>
 
 #include "hosts/phones/confined_open.h"
 #include "hosts/phones/file_attributes.h"
 #include "hosts/phones/file_reading.h"
+#include "hosts/phones/folder_turn.h"
 #include "hosts/phones/kept_files.h"
 #include "hosts/phones/temporary_file.h"
-#include "hosts/system/deadline.h"
 #include "hosts/system/error_text.h"
 
 namespace hosts {
@@ -29,19 +27,6 @@ constexpr mode_t permissionBits = 0777;
 
 // A program that changes the file without pause may win some of these, but not all.
 constexpr int mostTries = 50;
-
-constexpr std::chrono::seconds longestTurn{2};
-// Short beside a write: whoever has just given the lock back may ask for it again at once.
-constexpr std::chrono::microseconds turnPeriod{100};
-
-// The lock goes with the folder's descriptor.
-void waitForTurn(FileCalls& calls, const Descriptor& folder) {
-    const Deadline deadline{longestTurn};
-    while (uninterrupted([&] { return calls.lock(folder.get()); }) != 0) {
-        if (errno != EWOULDBLOCK || deadline.left() == 0) return;
-        std::this_thread::sleep_for(turnPeriod);
-    }
-}
 
 // As file systems answer that replace nothing by renaming. A folder that may not be changed answers so too, but does
 // not let the old file be moved either.
@@ -122,8 +107,9 @@ bool AtomicChange::putInPlace(TemporaryFile& temporary, const Held& held) {
         return false;
     }
     if (!_movedTo.empty()) {
-        remark(_path + " was not understood and is written anew; what it was is now " +
-               _path.substr(0, _path.rfind('/') + 1) + _movedTo);
+        const std::string moved = _path.substr(0, _path.rfind('/') + 1) + _movedTo;
+        remark(_path + " was not understood and is written anew; what it was is now " + moved);
+        if (_listener) _listener->kept(_path, {moved, true});
     }
     const Given name = synchroniseFolder(_calls, _place->folder);
     const int error = errno;
@@ -204,6 +190,7 @@ bool AtomicChange::keepOld(const Held& held) {
         const auto kept = keepFile(machinePath(_root), _path, *held.bytes);
         if (kept) {
             remark(_path + " was not understood and is written anew; what it held is kept in " + *kept);
+            if (_listener) _listener->kept(_path, {*kept, false});
             return true;
         }
     }

@@ -8,22 +8,24 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "hosts/phones/confined_open.h"
 #include "hosts/phones/file_reading.h"
+#include "hosts/system/state_folder.h"
 
 namespace hosts {
 namespace {
 
-constexpr long lookPeriod = 250'000'000;  // nanoseconds
+constexpr std::chrono::seconds lookPeriod{1};
 
 constexpr unsigned folderEvents = IN_CREATE | IN_MOVED_TO | IN_MOVED_FROM | IN_DELETE | IN_DELETE_SELF | IN_MOVE_SELF;
 constexpr unsigned fileEvents = IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB;
 
 Descriptor startTimer() {
     Descriptor timer{::timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK)};
-    const itimerspec period{{0, lookPeriod}, {0, lookPeriod}};
+    const itimerspec period{{lookPeriod.count(), 0}, {lookPeriod.count(), 0}};
     ::timerfd_settime(timer.get(), 0, &period, nullptr);
     return timer;
 }
@@ -42,14 +44,14 @@ bool drain(const Descriptor& from) {
 FileWatch::FileWatch(PhoneFileSystem& files, std::vector<std::string> paths)
     : _files(files), _waiting(::epoll_create1(EPOLL_CLOEXEC)), _gone(files.root(), _waiting.get()) {
     for (std::string& path : paths)
-        _watched.push_back({std::move(path), std::nullopt});
+        _watched.push_back({std::move(path), {}, {}});
     if (isFileSystemOfKernel(_files.root())) _told = Descriptor{::inotify_init1(IN_CLOEXEC | IN_NONBLOCK)};
     if (!_told.isOpen() || !_gone.isTold()) _timer = startTimer();
     for (const Descriptor* descriptor : {&_told, &_timer}) {
         if (descriptor->isOpen()) waitFor(descriptor->get());
     }
     watchAll();
-    look(false);
+    lookAtAll(false);
     for (File& file : _watched)
         file.isChanged = false;
 }
@@ -82,7 +84,7 @@ std::optional<std::string> FileWatch::nextChange() {
     const bool wasTold = drain(_told);
     if (drain(_timer) || wasTold) {
         watchAll();
-        look(wasTold);
+        lookAtAll(wasTold);
     }
     const auto changed = std::ranges::find(_watched, true, &File::isChanged);
     if (changed == _watched.end()) return std::nullopt;
@@ -116,14 +118,22 @@ bool FileWatch::watch(const std::string& path, int flags, unsigned events) {
 }
 
 // A second change within a tick of the file system's clock leaves no other stamp, but the kernel tells of it.
-void FileWatch::look(bool wasTold) {
+void FileWatch::lookAtAll(bool wasTold) {
     for (File& file : _watched) {
-        const auto found = _files.look(file.path);
-        const auto now = found ? std::optional(*found) : std::nullopt;
-        const bool isSame = now && file.stamp ? now->isSameAs(*file.stamp) : !now && !file.stamp;
-        if (!isSame || (wasTold && now)) file.isChanged = true;
-        file.stamp = now;
+        if (isOtherThanSeen(file) || (wasTold && file.stamp)) file.isChanged = true;
     }
+}
+
+bool FileWatch::isOtherThanSeen(File& file) const {
+    if (!_told.isOpen()) {
+        std::string contents;
+        const bool isRead = _files.readFile(file.path, contents).has_value();
+        const auto before = std::exchange(file.number, isRead ? std::optional(textNumber(contents)) : std::nullopt);
+        return file.number != before;
+    }
+    const auto found = _files.look(file.path);
+    const auto before = std::exchange(file.stamp, found ? std::optional(*found) : std::nullopt);
+    return file.stamp && before ? !file.stamp->isSameAs(*before) : file.stamp.has_value() != before.has_value();
 }
 
 }  // namespace hosts

@@ -13,8 +13,8 @@
 namespace hosts {
 
 /// Keeps an eye on files of a phone that any process may change, and that may not be there yet, and on the phone
-/// itself. The kernel is asked to tell; on file systems that are elsewhere, whose changes it does not learn of, they
-/// are looked at four times a second.
+/// itself. The kernel is asked to tell; on file systems that are elsewhere, whose changes it does not learn of, the
+/// files are opened and read every second, since what is asked of a path may be answered from a mount's memory.
 class FileWatch {
 public:
     /// `files` outlives the object; `paths` are the phone's own.
@@ -38,6 +38,8 @@ private:
     struct File {
         std::string path;
         std::optional<platform::Stamp> stamp;
+        /// What stands for its content, where that is read; nothing for a file that is not there.
+        std::optional<std::string> number;
         bool isChanged = false;
     };
 
@@ -45,7 +47,8 @@ private:
     void watchAll();
     void watchFolderOf(std::string path);
     bool watch(const std::string& path, int flags, unsigned events);
-    void look(bool wasTold);
+    void lookAtAll(bool wasTold);
+    bool isOtherThanSeen(File& file) const;
 
     PhoneFileSystem& _files;
     std::vector<File> _watched;

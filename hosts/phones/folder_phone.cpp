@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "hosts/phones/file_watch.h"
+#include "hosts/phones/phone_mark.h"
 
 namespace hosts {
 namespace {
@@ -74,9 +75,19 @@ platform::Result<std::unique_ptr<Phone>> FolderPhone::open(const std::string& fo
     return std::unique_ptr<Phone>(new FolderPhone(*std::move(files), folder, busModule, std::move(identity)));
 }
 
-FolderPhone::FolderPhone(PhoneFileSystem files, const std::string& folder, const std::string& busModule,
+FolderPhone::FolderPhone(PhoneFileSystem files, std::string folder, const std::string& busModule,
                          PhoneIdentity identity)
-    : _files(std::move(files)), _notifications(busModule), _device(_files, folder), _identity(std::move(identity)) {}
+    : _folder(std::move(folder)),
+      _files(std::move(files)),
+      _notifications(busModule),
+      _device(_files, _folder),
+      _identity(std::move(identity)) {}
+
+// The phone's own answers, whichever the user has named in their place.
+std::string FolderPhone::mark() {
+    DeviceInformation own(_files, _folder);
+    return phoneMark(_files.root(), own);
+}
 
 std::unique_ptr<PhoneEvents> FolderPhone::observe(std::span<const std::string> paths) {
     return std::make_unique<FolderEvents>(FileWatch(_files, {paths.begin(), paths.end()}), _notifications,

@@ -32,10 +32,12 @@ public:
     void tell(PhoneListener* listener, bool tellsPassedOver) override { _files.tell(listener, tellsPassedOver); }
     std::unique_ptr<PhoneEvents> observe(std::span<const std::string> paths) override;
     const PhoneIdentity& identity() const override { return _identity; }
+    std::string mark() override;
 
 private:
-    FolderPhone(PhoneFileSystem files, const std::string& folder, const std::string& busModule, PhoneIdentity identity);
+    FolderPhone(PhoneFileSystem files, std::string folder, const std::string& busModule, PhoneIdentity identity);
 
+    std::string _folder;
     PhoneFileSystem _files;
     SessionNotifyCenter _notifications;
     DeviceInformation _device;

@@ -68,6 +68,9 @@ public:
     virtual std::unique_ptr<PhoneEvents> observe(std::span<const std::string> paths) = 0;
 
     virtual const PhoneIdentity& identity() const = 0;
+
+    /// What tells it from another phone that was or will be in the same place, found out anew.
+    virtual std::string mark() = 0;
 };
 
 }  // namespace hosts

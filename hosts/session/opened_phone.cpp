@@ -29,6 +29,12 @@ std::optional<MountMemory> mountMemory() {
     return MountMemory(*std::move(folder) + "/mounts");
 }
 
+History historyOf(Phone& opened) {
+    auto folder = stateFolder();
+    if (folder) *folder += "/history";
+    return {std::move(folder), opened.identity().place, [&opened] { return opened.mark(); }};
+}
+
 }  // namespace
 
 Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string program) {
@@ -42,10 +48,11 @@ Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string p
     auto phone = FolderPhone::open(*folder, installation->sessionBusModule(), mounts);
     if (!phone) return std::move(phone).error();
     auto outcomes = std::make_unique<Outcomes>(std::move(program), options.verbose);
-    (*phone)->tell(outcomes.get(), options.verbose);
+    auto history = std::make_unique<PhoneHistory>(historyOf(**phone), *outcomes);
+    (*phone)->tell(&history->recorder, options.verbose);
     if (std::filesystem::is_empty(*folder, ignored)) outcomes->remark(*folder + " is empty: it held no phone");
-    return OpenedPhone{*std::move(installation), *std::move(phone), std::move(outcomes), *options.device,
-                       options.deviceInformation};
+    return OpenedPhone{*std::move(installation), *std::move(phone), std::move(outcomes),
+                       std::move(history),       *options.device,   options.deviceInformation};
 }
 
 }  // namespace hosts

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "hosts/phones/phone.h"
+#include "hosts/session/change_recorder.h"
 #include "hosts/session/installation.h"
 #include "hosts/session/outcomes.h"
 #include "hosts/session/phone_options.h"
@@ -16,6 +17,8 @@ struct OpenedPhone {
     std::unique_ptr<Phone> phone;
     /// Told of what cannot be used on the phone.
     std::unique_ptr<Outcomes> outcomes;
+    /// What is changed on the phone.
+    std::unique_ptr<PhoneHistory> history;
     const DeviceShape& shape;
     /// The file of answers about the device that the user has named; empty for the phone's own.
     std::string deviceInformation;

@@ -70,6 +70,7 @@ public:
     void notRead(const platform::Problem& problem) override;
     void notChanged(const platform::Problem& problem, bool wasTried) override;
     void remark(const std::string& sentence) override;
+    void kept(std::string_view, const KeptCopy&) override {}
 
 private:
     std::string takeProblemText(Notice& notice);

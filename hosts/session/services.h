@@ -26,6 +26,8 @@ struct SessionServices {
     platform::DeviceQuery& device;
     /// Null when nobody wants to know what becomes of the files.
     platform::FileListener* listener = nullptr;
+    /// What the phone's own files are changed by, turn by turn; null for a session whose changes are not kept.
+    PhoneHistory* history = nullptr;
 };
 
 /// The phone's own files and notifications, and the user's programs. Nothing is loaded or started before it is needed.
@@ -34,14 +36,18 @@ struct LiveServices {
     explicit LiveServices(OpenedPhone& opened)
         : phone(*opened.phone),
           outcomes(*opened.outcomes),
+          history(*opened.history),
           desktop(opened.installation.desktopModule()),
           opener(desktop, programs),
           handOver(opened.installation.mailModule(), desktop, programs, opener) {}
 
-    SessionServices forSession() { return {phone.files(), phone.notifications(), opener, phone.device(), &outcomes}; }
+    SessionServices forSession() {
+        return {phone.files(), phone.notifications(), opener, phone.device(), &history.recorder, &history};
+    }
 
     Phone& phone;
     Outcomes& outcomes;
+    PhoneHistory& history;
     Desktop desktop;
     XdgPrograms programs;
     UrlOpener opener;

@@ -2,10 +2,13 @@
 #include "hosts/session/settings_session.h"
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "hosts/phones/fault_place.h"
+#include "hosts/session/printable.h"
+#include "hosts/session/undo.h"
 
 namespace hosts {
 namespace {
@@ -15,6 +18,18 @@ using platform::Result;
 
 constexpr std::string_view panePath = "/Library/PreferenceBundles/Trivel3Preferences.bundle";
 constexpr const char* advice = "; install the program again";
+
+// Each once.
+std::string namesOf(const std::vector<HistoryEntry>& changes) {
+    std::vector<std::string> names;
+    for (const HistoryEntry& change : changes) {
+        if (std::ranges::find(names, change.name()) == names.end()) names.push_back(change.name());
+    }
+    std::string text;
+    for (const std::string& name : names)
+        text += (text.empty() ? "" : ", ") + printable(name);
+    return text;
+}
 
 }  // namespace
 
@@ -31,10 +46,20 @@ Result<std::unique_ptr<SettingsSession>> SettingsSession::load(const SessionServ
 
 SettingsSession::SettingsSession(const SessionServices& services, const std::string& systemImage,
                                  const DeviceShape& shape)
-    : _system(systemImage, _classes),
-      _platform{services.files,       services.notifications, _classes,         _system,
-                services.application, services.device,        _composers,       _composers,
-                shape.device,         shape.screen,           services.listener} {}
+    : _services(services),
+      _system(systemImage, _classes),
+      _platform{_services.files(),
+                _services.notifications(),
+                _classes,
+                _system,
+                services.application,
+                services.device,
+                _composers,
+                _composers,
+                shape.device,
+                shape.screen,
+                &_services.listener()},
+      _history(services.history) {}
 
 Result<std::shared_ptr<platform::PSViewController>> SettingsSession::makeRootPage() {
     const std::string name = _pane->infoString("NSPrincipalClass");
@@ -57,7 +82,40 @@ bool SettingsSession::drawn() {
     auto contents = _platform.dictionaries.forget();
     for (auto& [path, content] : contents)
         _drawn.insert_or_assign(path, std::move(content));
+    if (_history) _history->recorder.endTurn();
     return !contents.empty();
+}
+
+// What has been read of the layer is no content of the files.
+void SettingsSession::bringUpToDate(platform::UIViewController& page) {
+    drawn();
+    {
+        const PageServices::Layer dropped(_services);
+        page.viewWillAppear(false);
+    }
+    _platform.dictionaries.forget();
+}
+
+Result<std::string> SettingsSession::undo() {
+    return takeBack(turnToUndo, "Undone: ", "there is nothing to undo");
+}
+
+Result<std::string> SettingsSession::redo() {
+    return takeBack(turnToRedo, "Done again: ", "there is nothing to do again");
+}
+
+Result<std::string> SettingsSession::takeBack(ChooseTurn choose, const char* told, const char* nothing) {
+    if (!_history) return Problem{.reason = nothing};
+    const auto history = _history->history.read();
+    if (!history) return history.error();
+    const auto changes = choose(*history);
+    if (changes.empty()) return Problem{.reason = nothing};
+    const auto access = preferenceAccess();
+    if (!access) return access.error();
+    Undo undo(_platform.files, _platform.notifications, _history->recorder, (*access)->observedFiles());
+    const auto steps = undo.takeBack(changes, Undo::Newer::stays);
+    if (!steps) return steps.error();
+    return told + namesOf(*steps);
 }
 
 std::vector<std::string> SettingsSession::observedFiles() {

@@ -9,6 +9,7 @@
 
 #include "hosts/session/composers.h"
 #include "hosts/session/device_shape.h"
+#include "hosts/session/page_services.h"
 #include "hosts/session/services.h"
 #include "platform/list/page_controller.h"
 #include "platform/services/platform.h"
@@ -45,6 +46,17 @@ public:
     /// The paths of the files that the pane keeps; none for a pane that does not tell.
     std::vector<std::string> observedFiles();
 
+    /// Lets a page see what other programs have changed, by its own rules for appearing: rows are greyed, come and go.
+    /// What it would repair, it repairs in memory alone, so that two programs that look never answer each other's
+    /// changes. Rows that show a value are the host's to produce again.
+    void bringUpToDate(platform::UIViewController& page);
+
+    /// Takes back the last turn that is neither an undo nor undone, and posts the notifications that follow; `redo`
+    /// takes back the last undo that nothing new has followed. Each is a turn of its own, whichever program made the
+    /// one that it is about, and gives a sentence for the user. Pages know nothing of it.
+    platform::Result<std::string> undo();
+    platform::Result<std::string> redo();
+
     /// Whether one of the files holds something else than what was drawn of it last. A file of which nothing has been
     /// drawn does not count: no row depends on it.
     bool hasChangedSinceDrawn(std::span<const std::string> paths);
@@ -57,11 +69,15 @@ private:
     SettingsSession(const SessionServices& services, const std::string& systemImage, const DeviceShape& shape);
     bool isOtherThanDrawn(const std::string& path);
     std::optional<platform::Problem> whyNothing(const std::string& path);
+    using ChooseTurn = std::vector<HistoryEntry> (*)(const History::Reading&);
+    platform::Result<std::string> takeBack(ChooseTurn choose, const char* told, const char* nothing);
 
+    PageServices _services;
     platform::ClassRegistry _classes;
     platform::SystemImage _system;
     Composers _composers;
     platform::Platform _platform;
+    PhoneHistory* _history;
     platform::DictionaryFiles::Contents _drawn;
     std::unique_ptr<platform::NSBundle> _pane;
 };

@@ -38,6 +38,7 @@ private:
 
     void addPageCommands();
     void addSettingCommands();
+    void addHistoryCommands();
     void addPlistCommands();
     std::string helpCommand() const;
     std::string unknownSubcommand() const;
@@ -51,6 +52,8 @@ private:
     SetOptions _set;
     ListOptions _list;
     ResetOptions _reset;
+    HistoryOptions _history;
+    UndoOptions _undo;
     MonitorOptions _monitor;
     DriveOptions _drive;
     std::vector<std::string> _openableSchemes;
@@ -73,6 +76,7 @@ CommandLine::CommandLine() {
     _common.addTo(_app);
     addPageCommands();
     addSettingCommands();
+    addHistoryCommands();
     addPlistCommands();
 }
 
@@ -119,6 +123,21 @@ void CommandLine::addSettingCommands() {
     CLI::App* monitor =
         addPhoneCommand("monitor", "Print changes as they are announced, until interrupted", runMonitor, _monitor);
     monitor->add_flag("--json", _monitor.json, "Print one JSON object a line");
+    monitor->add_flag("--unannounced", _monitor.unannounced, "Print, too, changes that nobody has announced");
+}
+
+void CommandLine::addHistoryCommands() {
+    CLI::App* history =
+        addPhoneCommand("history", "Print what has been changed on the phone, newest first", runHistory, _history);
+    CLI::Option* json = history->add_flag("--json", _history.json, "Print it as JSON");
+    CLI::Option* bytes =
+        history->add_option("--bytes", _history.bytesOf, "Print what the file held that this change has written over");
+    bytes->type_name("CHANGE")->excludes(json);
+    history->add_flag("--forget", _history.forget, "Delete the history of this phone")->excludes(json)->excludes(bytes);
+
+    CLI::App* undo = addPhoneCommand("undo", "Take the last turn back, or the changes that are named", runUndo, _undo);
+    undo->add_option("CHANGE", _undo.changes, "Numbers of changes, as 'trivel3ctl history' prints them");
+    undo->add_flag("--force", _undo.force, "Take back what has been changed since, too");
 }
 
 void CommandLine::addPlistCommands() {

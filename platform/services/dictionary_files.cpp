@@ -48,7 +48,7 @@ Problem notAfter(const Problem& unread, const std::string& path) {
 }  // namespace
 
 /// What a change has come to, on the file on which it was made last.
-struct DictionaryFiles::Edit {
+struct DictionaryFiles::Attempt {
     std::shared_ptr<const Dictionary> before;
     std::shared_ptr<const Dictionary> after;
     bool isDoubtful = false;  ///< the file was no property list, and that has not been seen twice
@@ -113,14 +113,14 @@ void DictionaryFiles::tellUnread(Problem problem) {
     _unread = std::move(problem);
 }
 
-void DictionaryFiles::edit(std::string_view path, const std::function<Dictionary(Dictionary held)>& change) {
+void DictionaryFiles::edit(std::string_view path, const Edit& edit) {
     const std::string file(path);
-    const auto edit = std::make_shared<Edit>();
+    const auto attempt = std::make_shared<Attempt>();
     Result<Stamp> outcome = Problem{};
     try {
-        for (int attempt = 0; attempt < mostEdits; ++attempt) {
-            outcome = _unread ? Result<Stamp>(notAfter(*_unread, file)) : tryEdit(file, change, edit);
-            if (!edit->isDoubtful || _unread) break;
+        for (int tries = 0; tries < mostEdits; ++tries) {
+            outcome = _unread ? Result<Stamp>(notAfter(*_unread, file)) : tryEdit(file, edit, attempt);
+            if (!attempt->isDoubtful || _unread) break;
             (void)read(path);
         }
     } catch (const std::bad_alloc&) {
@@ -129,36 +129,37 @@ void DictionaryFiles::edit(std::string_view path, const std::function<Dictionary
     if (!outcome && outcome.error().isPassing) _unread = outcome.error();
     if (!_listener) return;
     if (outcome) {
-        _listener->changed(path, *edit->before, *edit->after);
+        _listener->changed(path, *attempt->before, *attempt->after);
     } else {
-        _listener->notChanged(outcome.error(), edit->hasForm);
+        _listener->notChanged(outcome.error(), attempt->hasForm);
     }
 }
 
-Result<Stamp> DictionaryFiles::tryEdit(const std::string& path,
-                                       const std::function<Dictionary(Dictionary held)>& change,
-                                       const std::shared_ptr<Edit>& edit) {
+Result<Stamp> DictionaryFiles::tryEdit(const std::string& path, const Edit& edit,
+                                       const std::shared_ptr<Attempt>& attempt) {
     const auto found = _known.find(path);
     const Known known =
         found == _known.end() ? Known{std::make_shared<const std::string>(), {}, Content()} : found->second;
-    const Change write = [known, edit, change, path](std::optional<std::string_view> held) -> Result<NewContent> {
+    const Change write = [known, attempt, edit, path](std::optional<std::string_view> held) -> Result<NewContent> {
         const bool isKnown = held && known.content && *held == *known.bytes;
         const Content content = isKnown ? *known.content : held ? parse(*held) : nullptr;
-        edit->isDoubtful = held && !content && !isKnown;
-        if (edit->isDoubtful) return Problem{path, "cannot write", "another program keeps writing it", true};
-        edit->before = content ? content : std::make_shared<const Dictionary>();
-        edit->after = std::make_shared<const Dictionary>(change(*edit->before));
-        PropertyListWriting writing = writeXmlPropertyList(Value(edit->after));
-        edit->hasForm = static_cast<bool>(writing);
+        attempt->isDoubtful = held && !content && !isKnown;
+        if (attempt->isDoubtful) return Problem{path, "cannot write", "another program keeps writing it", true};
+        attempt->before = content ? content : std::make_shared<const Dictionary>();
+        auto edited = edit(*attempt->before);
+        if (!edited) return std::move(edited).error();
+        attempt->after = std::make_shared<const Dictionary>(*std::move(edited));
+        PropertyListWriting writing = writeXmlPropertyList(Value(attempt->after));
+        attempt->hasForm = static_cast<bool>(writing);
         if (!writing) return withoutForm(path, writing.reason);
         if (writing.bytes->size() > FileSystem::usualReadLimit) return tooLarge(path, writing.bytes->size());
-        edit->bytes = std::make_shared<const std::string>(*std::move(writing.bytes));
-        return NewContent{*edit->bytes, !content};
+        attempt->bytes = std::make_shared<const std::string>(*std::move(writing.bytes));
+        return NewContent{*attempt->bytes, !content};
     };
     Result<Stamp> outcome = _files.changeFile(path, write);
     if (outcome) {
-        const bool isAsBefore = known.content && *known.bytes == *edit->bytes;
-        _known.insert_or_assign(path, Known{edit->bytes, *outcome, isAsBefore ? known.content : std::nullopt});
+        const bool isAsBefore = known.content && *known.bytes == *attempt->bytes;
+        _known.insert_or_assign(path, Known{attempt->bytes, *outcome, isAsBefore ? known.content : std::nullopt});
     }
     return outcome;
 }

@@ -37,10 +37,13 @@ public:
     /// on until `forget`: whoever asks for one has taken defaults for what the file may hold.
     std::shared_ptr<const Dictionary> read(std::string_view path);
 
-    /// Replaces the file by what `change` makes of its content, as XML; a file that reads as nothing counts as empty.
-    /// `change` captures by value, and may be called again on a newer file. What became of it is told to the listener
-    /// alone.
-    void edit(std::string_view path, const std::function<Dictionary(Dictionary held)>& change);
+    /// What is to become of a file's content, or the problem for which the file stays as it is. It captures by value,
+    /// and may be called again on a newer file.
+    using Edit = std::function<Result<Dictionary>(Dictionary held)>;
+
+    /// Replaces the file by what `edit` makes of its content, as XML; a file that reads as nothing counts as empty.
+    /// What became of it is told to the listener alone.
+    void edit(std::string_view path, const Edit& edit);
 
     /// What was read last of each file, null for what reads as nothing.
     using Contents = std::map<std::string, std::shared_ptr<const Dictionary>, std::less<>>;
@@ -50,7 +53,7 @@ public:
 
 private:
     using Content = std::shared_ptr<const Dictionary>;
-    struct Edit;
+    struct Attempt;
 
     /// A file as it was last read or written.
     struct Known {
@@ -65,8 +68,7 @@ private:
     /// Reads on until the file is a property list, or is known to be none.
     void settle(std::string_view path, Known& known);
     void tellUnread(Problem problem);
-    Result<Stamp> tryEdit(const std::string& path, const std::function<Dictionary(Dictionary held)>& change,
-                          const std::shared_ptr<Edit>& edit);
+    Result<Stamp> tryEdit(const std::string& path, const Edit& edit, const std::shared_ptr<Attempt>& attempt);
 
     FileSystem& _files;
     FileListener* _listener;

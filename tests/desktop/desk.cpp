@@ -70,7 +70,8 @@ void Desk::open(bool lessMotion, const char* device) {
     const hosts::DeviceShape* shape = hosts::findDeviceShape(device);
     session = std::make_unique<hosts::desktop::DesktopSession>(hosts::desktop::DesktopSession::Outside{
         *phone,
-        {phone->phone->files(), _notifications, *application, phone->phone->device(), phone->outcomes.get()},
+        {phone->phone->files(), _notifications, *application, phone->phone->device(), &phone->history->recorder,
+         phone->history.get()},
         handOver,
         *shape});
     const platform::CGSize size = shape->screen.bounds.size();

@@ -13,6 +13,7 @@
 
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/session/services.h"
+#include "tests/kit/changed_variable.h"
 #include "tests/kit/temporary_folder.h"
 
 namespace desktop_tests {
@@ -93,6 +94,8 @@ protected:
     QString bannerText() { return navigation().banners().text(); }
 
     kit::TemporaryFolder folder;
+    /// What is kept of the phone goes with it.
+    kit::ChangedVariable keptState{"XDG_STATE_HOME", (folder / "state").c_str()};
     std::string phoneFolder;
     std::optional<hosts::OpenedPhone> phone;
     NotedHandOver handOver;

@@ -101,15 +101,40 @@ TEST_F(FileChange, isWatchedForOnThePhoneAlone) {
     EXPECT_FALSE(watched.contains(inodeOf(file)));
 }
 
-TEST_F(FileChange, leavesThePagesOwnRulesAlone) {
+// The page in view has a repair for what the file holds then.
+TEST_F(FileChange, runsThePagesOwnRulesAndWritesNothing) {
     open();
     openPage({"Advanced Options"});
     session->watchFiles();
     ASSERT_TRUE(waitFor([this] { return shows("Always"); }));
-    // The page would take the conditions away, were it asked.
-    writeSettings("<key>MinimalControlCenterEnabled</key><false/>");
-    ASSERT_TRUE(waitFor([this] { return !isOn("Minimal Display"); }));
-    EXPECT_TRUE(shows("Always"));
+    writeSettings(
+        "<key>MinimalControlCenterEnabled</key><false/><key>MultiCenter</key><false/>"
+        "<key>PeopleInToday</key><true/>");
+    const std::string written = kit::readText(hostPath());
+    EXPECT_TRUE(waitFor([this] { return !isOn("Minimal Display") && !shows("Always"); }));
+    EXPECT_EQ(kit::readText(hostPath()), written);
+}
+
+TEST_F(FileChange, ofOurOwnIsUndoneAndDoneAgainByKeys) {
+    open();
+    session->watchFiles();
+    clickSwitch("Quick Switcher");
+    ASSERT_TRUE(waitFor([this] { return settingIs("QuickSwitcher", "<false/>"); }));
+    settle();
+    clickSwitch("Hot Corners");
+    ASSERT_TRUE(waitFor([this] { return settingIs("HotCorners", "<false/>"); }));
+    settle();
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(waitFor([this] { return isOn("Hot Corners"); }));
+    EXPECT_EQ(bannerText(), "Undone: HotCorners");
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(waitFor([this] { return isOn("Quick Switcher"); }));
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_EQ(bannerText(), "Not undone: there is nothing to undo");
+    press(Qt::Key_Z, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(waitFor([this] { return !isOn("Quick Switcher"); }));
+    EXPECT_TRUE(isOn("Hot Corners"));
+    EXPECT_EQ(bannerText(), "Done again: QuickSwitcher");
 }
 
 TEST_F(FileChange, ofOurOwnIsNotTakenForAnothers) {

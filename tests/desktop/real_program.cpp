@@ -16,6 +16,7 @@ RealProgram::RealProgram() : phone(pathOf("phone")) {
     environment["HOME"] = folder.path();
     environment["XDG_RUNTIME_DIR"] = folder / "run";
     environment["XDG_CONFIG_HOME"] = folder / "config";
+    environment["XDG_STATE_HOME"] = folder / "state";
     environment["QT_QPA_PLATFORM"] = "offscreen";
     environment["QT_QUICK_BACKEND"] = "software";
     environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address();

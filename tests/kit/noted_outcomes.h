@@ -22,6 +22,7 @@ public:
         tried.push_back(wasTried);
     }
     void remark(const std::string& sentence) override { remarks.push_back(sentence); }
+    void kept(std::string_view, const hosts::KeptCopy& copy) override { copies.push_back(copy); }
 
     struct Change {
         std::string path;
@@ -33,6 +34,7 @@ public:
     std::vector<std::string> problems;
     std::vector<bool> tried;
     std::vector<std::string> remarks;
+    std::vector<hosts::KeptCopy> copies;
 };
 
 }  // namespace kit

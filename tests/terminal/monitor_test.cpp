@@ -158,6 +158,41 @@ TEST_F(Monitor, keysAndValuesCannotSteerATerminal) {
     EXPECT_EQ(monitor->readLine(), "a\uFFFD]0;b\uFFFD: (nothing) -> c\uFFFD[2J\uFFFDd");
 }
 
+TEST_F(Monitor, tellsWhatNobodyHasAnnouncedWhereThatIsAskedFor) {
+    const auto monitor = listen({"--unannounced"});
+    writeSettings(phone, settingsOf({{"HotCorners", "<false/>"}}));
+    EXPECT_EQ(monitor->readLine(), "unannounced");
+    EXPECT_EQ(monitor->readLine(), "HotCorners: (nothing) -> false");
+    expectDone(ctl.run({"set", "HotCorners", "on"}));
+    EXPECT_EQ(monitor->readLine(), changed);
+    EXPECT_EQ(monitor->readLine(), "HotCorners: false -> true");
+    // What has been announced is told once.
+    std::filesystem::remove(phone.settingsFile());
+    EXPECT_EQ(monitor->readLine(), "unannounced");
+    EXPECT_EQ(monitor->readLine(), "HotCorners: true -> (nothing)");
+}
+
+TEST_F(Monitor, tellsWhatNobodyHasAnnouncedAsJsonWithoutANotification) {
+    const auto monitor = listen({"--unannounced", "--json"});
+    writeSettings(phone, settingsOf({{"HotCorners", "<false/>"}}));
+    const auto line = monitor->readLine();
+    ASSERT_TRUE(line);
+    EXPECT_EQ(json::parse(*line), json::parse(R"({"notification":null,"changes":[
+                                                 {"key":"HotCorners","old":null,"new":false}]})"));
+}
+
+TEST_F(Monitor, keepsToNotificationsUnlessAskedForMore) {
+    const auto monitor = listen();
+    writeSettings(phone, settingsOf({{"HotCorners", "<false/>"}}));
+    // A monitor that is asked for more has told by the time at which it says so.
+    const auto other = listen({"--unannounced"});
+    writeSettings(phone, settingsOf({{"HotCorners", "<true/>"}}));
+    ASSERT_EQ(other->readLine(), "unannounced");
+    expectDone(ctl.run({"set", "SliderActionsVolume", "1"}));
+    EXPECT_EQ(monitor->readLine(), changed);
+    EXPECT_EQ(monitor->readLine(), "HotCorners: (nothing) -> true");
+}
+
 TEST_F(Monitor, interruptEndsItInGoodOrder) {
     for (const int number : {SIGINT, SIGTERM}) {
         const auto monitor = listen();

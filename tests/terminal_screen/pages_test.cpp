@@ -121,6 +121,78 @@ TEST(Screen, movesTheCheckmarkToTheChosenRow) {
     EXPECT_EQ(screen.phone.stored("SliderActionsBrightness"), Value(0));
 }
 
+TEST(Screen, undoesTurnByTurnAndDoesThemAgain) {
+    OpenedScreen screen;
+    screen.terminal.press({"Space"});
+    ASSERT_TRUE(screen.terminal.waitForRow("Multi-Center  ", "off ●──"));
+    screen.find("Hot Corners");
+    screen.terminal.press({"Space"});
+    ASSERT_TRUE(screen.terminal.waitForRow("Hot Corners  ", "off ●──"));
+    screen.terminal.press({"u"});
+    EXPECT_TRUE(screen.terminal.waitFor("Undone: HotCorners"));
+    EXPECT_TRUE(screen.terminal.waitForRow("Hot Corners  ", "on ━━●"));
+    screen.terminal.press({"u"});
+    EXPECT_TRUE(screen.terminal.waitFor("Undone: MultiCenter"));
+    EXPECT_TRUE(screen.terminal.waitForRow("Multi-Center  ", "on ━━●"));
+    EXPECT_EQ(screen.phone.stored("MultiCenter"), std::nullopt);
+    EXPECT_THAT(screen.terminal.text(), Not(HasSubstr("pull up further"))) << "the footer follows the switch";
+    screen.terminal.press({"u"});
+    EXPECT_TRUE(screen.terminal.waitFor("Not undone: there is nothing to undo"));
+    screen.terminal.press({"U"});
+    EXPECT_TRUE(screen.terminal.waitFor("Done again: MultiCenter"));
+    screen.terminal.press({"U"});
+    EXPECT_TRUE(screen.terminal.waitFor("Done again: HotCorners"));
+    EXPECT_TRUE(screen.terminal.waitForRow("Hot Corners  ", "off ●──"));
+    EXPECT_EQ(screen.phone.stored("HotCorners"), Value(false));
+}
+
+// A page in view, which has a repair for what another program has set.
+TEST(Screen, showsWhatFollowsFromAnotherProgramsChangeAndWritesNothing) {
+    Dictionary settings;
+    settings.set("AccessAppSwitcher", Value(false));
+    settings.set("PeopleInToday", Value(true));
+    OpenedScreen screen({.height = 60}, settings);
+    ASSERT_TRUE(screen.open("Advanced Options"));
+    ASSERT_THAT(screen.terminal.rowWith("Minimal Display"), Not(HasSubstr("(greyed)")));
+    screen.phone.store("MultiCenter", Value(false));
+    EXPECT_TRUE(screen.terminal.waitForRow("Minimal Display", "(greyed)"));
+    EXPECT_EQ(screen.phone.stored("PeopleInToday"), Value(true));
+    screen.phone.store("MultiCenter", Value(true));
+    EXPECT_TRUE(
+        screen.terminal.waitUntilGone("Minimal Display                                                      (greyed)"));
+    EXPECT_EQ(screen.phone.stored("PeopleInToday"), Value(true));
+}
+
+// Each has a repair for what a third program sets.
+TEST(Screen, leavesTheFileToWhoeverChangesItWhereTwoLook) {
+    Dictionary settings;
+    settings.set("AccessAppSwitcher", Value(false));
+    settings.set("PeopleInToday", Value(true));
+    const TmuxTerminal::Setup tall{.height = 60};
+    OpenedScreen one(tall, settings);
+    ASSERT_TRUE(one.open("Advanced Options"));
+    TmuxTerminal other(program(one.phone), tall);
+    ASSERT_TRUE(other.waitFor("Quit"));
+    other.press({"/"});
+    other.type("Advanced Options");
+    other.press({"Enter", "Enter"});
+    ASSERT_TRUE(other.waitFor("Minimal Display"));
+    const auto content = [&] { return kit::readText(one.phone.machinePath(settingsFile)); };
+    for (const bool multiCenter : {false, true, false, true}) {
+        one.phone.store("MultiCenter", Value(multiCenter));
+        const std::string written = content();
+        const auto shows = [multiCenter](const TmuxTerminal& terminal) {
+            return multiCenter ? terminal.waitForRow("Minimal Display", "━━●")
+                               : terminal.waitForRow("Minimal Display", "greyed");
+        };
+        EXPECT_TRUE(shows(one.terminal));
+        EXPECT_TRUE(shows(other));
+        EXPECT_EQ(content(), written);
+    }
+    other.press({"q"});
+    EXPECT_EQ(other.waitForEnd(), 0);
+}
+
 TEST(Screen, ticksApplications) {
     OpenedScreen screen;
     ASSERT_TRUE(screen.open("Advanced Options"));
@@ -172,16 +244,6 @@ TEST(Screen, showsChangesOfOtherProcessesInTheRowsThatAreSeen) {
     ASSERT_THAT(screen.terminal.rowWith("Reachable Display"), HasSubstr("on ━━●"));
     screen.phone.store("ReachabilityMode", Value(false));
     EXPECT_TRUE(screen.terminal.waitForRow("Reachable Display", "off ●──"));
-}
-
-TEST(Screen, leavesThePagesOwnRulesAloneWhenAFileChanges) {
-    OpenedScreen screen;
-    screen.phone.store("MultiCenter", Value(false));
-    ASSERT_TRUE(screen.terminal.waitForRow("Multi-Center  ", "off ●──"));
-    // The footers are the page's to change, when it appears again.
-    EXPECT_THAT(screen.terminal.text(), Not(HasSubstr("pull up further")));
-    screen.terminal.press({"r"});
-    EXPECT_TRUE(screen.terminal.waitFor("pull up further"));
 }
 
 TEST(Screen, saysWhenASettingCouldNotBeSaved) {

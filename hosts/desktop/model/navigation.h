@@ -88,6 +88,9 @@ public:
 signals:
     /// The user has done something to a row.
     void acted();
+    /// The user wants the last turn back, or what was undone last done again.
+    void undoAsked();
+    void redoAsked();
     void currentChanged();
     void composerChanged();
     void composerShownChanged();

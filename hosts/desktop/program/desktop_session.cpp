@@ -32,6 +32,8 @@ platform::Result<platform::Done> DesktopSession::open(QSize size) {
     QObject::connect(&_window->view(), &QQuickWindow::afterAnimating, &_navigation, [this] { closeTurn(); });
     // Rows that look as before need no picture, but what has become of the act may have to be told.
     QObject::connect(&_navigation, &Navigation::acted, &_window->view(), [this] { _window->view().update(); });
+    QObject::connect(&_navigation, &Navigation::undoAsked, &_navigation, [this] { tellTakenBack(_session->undo()); });
+    QObject::connect(&_navigation, &Navigation::redoAsked, &_navigation, [this] { tellTakenBack(_session->redo()); });
     _navigation.open(*std::move(root));
     return platform::Done();
 }
@@ -107,8 +109,20 @@ void DesktopSession::notePhoneGone(const std::string& why) {
 void DesktopSession::lookAtFiles() {
     tellDefaults(_session->whyDefaults(_observedFiles));
     if (!_session->hasChangedSinceDrawn(_observedFiles)) return;
+    showFilesAnew();
+}
+
+void DesktopSession::showFilesAnew() {
+    if (Page* const page = _navigation.current()) _session->bringUpToDate(page->controller());
     _navigation.redrawVisibleRows();
     _window->view().update();
+}
+
+void DesktopSession::tellTakenBack(const platform::Result<std::string>& outcome) {
+    if (outcome) showFilesAnew();
+    _navigation.tell({.about = Banner::About::undo,
+                      .text = shownText(outcome ? *outcome : "Not undone: " + outcome.error().text()),
+                      .isProblem = !outcome});
 }
 
 }  // namespace hosts::desktop

@@ -44,6 +44,8 @@ private:
     void takePhoneEvents();
     void notePhoneGone(const std::string& why);
     void lookAtFiles();
+    void showFilesAnew();
+    void tellTakenBack(const platform::Result<std::string>& outcome);
 
     Outside _outside;
     std::unique_ptr<SettingsSession> _session;

@@ -122,6 +122,16 @@ FocusScope {
         onActivated: shell.navigation.back()
     }
     Shortcut {
+        sequences: [StandardKey.Undo]
+        enabled: !shell.navigation.composerShown
+        onActivated: shell.navigation.undoAsked()
+    }
+    Shortcut {
+        sequences: [StandardKey.Redo]
+        enabled: !shell.navigation.composerShown
+        onActivated: shell.navigation.redoAsked()
+    }
+    Shortcut {
         sequences: [StandardKey.Quit, StandardKey.Close]
         onActivated: Qt.quit()
     }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <set>
 #include <string>
@@ -45,8 +46,22 @@ struct ResetOptions {
 };
 int runReset(OpenedPhone& context, const ResetOptions& options);
 
+struct HistoryOptions {
+    bool json = false;
+    std::optional<std::uint64_t> bytesOf;  ///< the change whose file's former content is to be printed
+    bool forget = false;
+};
+int runHistory(OpenedPhone& context, const HistoryOptions& options);
+
+struct UndoOptions {
+    std::vector<std::uint64_t> changes;  ///< none for the last turn
+    bool force = false;                  ///< whether what has been changed since is overwritten
+};
+int runUndo(OpenedPhone& context, const UndoOptions& options);
+
 struct MonitorOptions {
     bool json = false;
+    bool unannounced = false;  ///< whether to tell, too, what no notification came for
 };
 int runMonitor(OpenedPhone& context, const MonitorOptions& options);
 

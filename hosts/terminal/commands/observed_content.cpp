@@ -9,36 +9,19 @@
 namespace hosts::terminal {
 namespace {
 
-std::vector<Change> differences(const platform::Dictionary& before, const platform::Dictionary& after) {
-    std::vector<Change> changes;
-    for (const auto& [key, value] : before) {
-        auto now = after.valueForKey(key);
-        if (now != value) changes.push_back({key, value, std::move(now)});
-    }
-    for (const auto& [key, value] : after) {
-        if (!before.contains(key)) changes.push_back({key, std::nullopt, value});
-    }
-    return changes;
-}
-
-std::string changeLine(const Change& change) {
+std::string changeLine(const KeyChange& change) {
     return printable(change.key) + ": " + valueSummary(change.before) + " -> " + valueSummary(change.after) + "\n";
-}
-
-platform::Dictionary dictionaryOf(const std::optional<platform::Value>& value) {
-    const platform::Dictionary* content = value ? value->dictionary() : nullptr;
-    return content ? *content : platform::Dictionary();
 }
 
 }  // namespace
 
-nlohmann::json changeJson(const Change& change, AnswerValues& values) {
+nlohmann::json changeJson(const KeyChange& change, AnswerValues& values) {
     return {{"key", change.key}, {"old", values.jsonOf(change.before)}, {"new", values.jsonOf(change.after)}};
 }
 
-std::string changeText(const Change& change) {
+std::string changeText(const KeyChange& change) {
     std::string text = changeLine(change);
-    for (const Change& entry : differences(dictionaryOf(change.before), dictionaryOf(change.after)))
+    for (const KeyChange& entry : differences(change.before, change.after))
         text += "  " + changeLine(entry);
     return text;
 }
@@ -52,9 +35,9 @@ platform::Dictionary ObservedContent::read() const {
     return content ? *content : platform::Dictionary();
 }
 
-std::vector<Change> ObservedContent::takeChanges() {
+std::vector<KeyChange> ObservedContent::takeChanges() {
     platform::Dictionary now = read();
-    std::vector<Change> changes = differences(_content, now);
+    std::vector<KeyChange> changes = differences(_content, now);
     _content = std::move(now);
     return changes;
 }

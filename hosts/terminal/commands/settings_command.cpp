@@ -37,6 +37,11 @@ platform::Result<platform::Done> SettingsCommand::write(std::string_view key, co
     return outcome();
 }
 
+Undo SettingsCommand::undo() const {
+    platform::Platform& platform = _session->platform();
+    return {platform.files, platform.notifications, _services->history.recorder, _access->observedFiles()};
+}
+
 platform::Result<platform::Done> SettingsCommand::outcome() {
     if (auto problem = _services->outcomes.takeProblem()) return *std::move(problem);
     return platform::Done();

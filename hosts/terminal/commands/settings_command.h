@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "hosts/session/settings_session.h"
+#include "hosts/session/undo.h"
 
 namespace hosts::terminal {
 
@@ -29,6 +30,9 @@ public:
 
     /// Runs the pane's write rule. A problem when the file was not written.
     platform::Result<platform::Done> write(std::string_view key, const platform::Value& value);
+
+    /// What takes changes of this phone back.
+    Undo undo() const;
 
     /// What the pane's files hold now.
     platform::DictionaryFiles& dictionaries() { return _session->platform().dictionaries; }

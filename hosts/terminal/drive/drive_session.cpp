@@ -49,8 +49,8 @@ DriveSession::DriveSession(const SessionServices& outside, std::set<std::string>
       _navigation(_recorder) {}
 
 platform::Result<platform::Done> DriveSession::start(const std::string& systemImage, const DeviceShape& shape) {
-    auto session = SettingsSession::load({_outside.files, _notifications, _application, _outside.device, &_files},
-                                         systemImage, shape);
+    auto session = SettingsSession::load(
+        {_outside.files, _notifications, _application, _outside.device, &_files, _outside.history}, systemImage, shape);
     if (!session) return std::move(session).error();
     _session = *std::move(session);
     auto access = _session->preferenceAccess();

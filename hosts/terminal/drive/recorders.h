@@ -21,8 +21,10 @@ public:
     void passedOver(const platform::Problem& problem) override {
         if (_other) _other->passedOver(problem);
     }
-    void changed(std::string_view path, const platform::Dictionary&, const platform::Dictionary&) override {
+    void changed(std::string_view path, const platform::Dictionary& before,
+                 const platform::Dictionary& after) override {
         _events.add({{"event", "write"}, {"path", path}, {"ok", true}});
+        if (_other) _other->changed(path, before, after);
     }
     void notRead(const platform::Problem& problem) override {
         if (_other) _other->notRead(problem);

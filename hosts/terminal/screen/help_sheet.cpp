@@ -21,6 +21,7 @@ constexpr Topic topics[] = {
     {"/", "Find a row by its label; n finds the next one, N the one before"},
     {"h", "Tap the heart, where the page has one"},
     {"r", "Load the page's rows again"},
+    {"u, U", "Undo the last change; do it again"},
     {"Mouse", "A click taps, the wheel scrolls"},
     {"?", "This help"},
     {"q", "Quit; all changes are already saved"},

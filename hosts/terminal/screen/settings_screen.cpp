@@ -49,8 +49,9 @@ platform::Result<platform::Done> SettingsScreen::start() {
     const auto informed = _phone.phone->useDeviceInformation(_phone.deviceInformation);
     if (!informed) _notices.warn(informed.error().text());
     const SessionServices live = _services.forSession();
-    auto session = SettingsSession::load({live.files, live.notifications, _application, live.device, live.listener},
-                                         _phone.installation.systemImage, _phone.shape);
+    auto session =
+        SettingsSession::load({live.files, live.notifications, _application, live.device, live.listener, live.history},
+                              _phone.installation.systemImage, _phone.shape);
     if (!session) return std::move(session).error();
     _session = *std::move(session);
     auto root = _session->makeRootPage();
@@ -62,7 +63,7 @@ platform::Result<platform::Done> SettingsScreen::start() {
 
 bool SettingsScreen::noteFilesChanged(std::span<const std::string> paths) {
     const bool isChanged = _session->hasChangedSinceDrawn(paths);
-    if (isChanged) _host.top().noteCellsOld();
+    if (isChanged) showFilesAnew();
     return isChanged;
 }
 
@@ -239,6 +240,8 @@ void SettingsScreen::command(const Event& event) {
     if (event.key == Key::click) return click(event);
     if (event.is('h')) return touchRightButton();
     if (event.is('r')) return reload();
+    if (event.is('u')) return takeBack(_session->undo());
+    if (event.is('U')) return takeBack(_session->redo());
     if (event.is('/')) return _find.open(_host.top());
     if (event.is('n') || event.is('N')) return findAgain(event.is('N'));
     if (event.is('?')) return openHelp();
@@ -288,6 +291,17 @@ void SettingsScreen::reload() {
     if (auto* list = dynamic_cast<platform::PSListController*>(&_host.top().page())) list->reloadSpecifiers();
     _host.top().noteRowsMoved();
     _notices.say("Loaded again");
+}
+
+void SettingsScreen::takeBack(const platform::Result<std::string>& outcome) {
+    if (!outcome) return _notices.warn("Not undone: " + outcome.error().text());
+    _notices.say(*outcome);
+    showFilesAnew();
+}
+
+void SettingsScreen::showFilesAnew() {
+    _session->bringUpToDate(_host.top().page());
+    _host.top().noteCellsOld();
 }
 
 void SettingsScreen::findAgain(bool upwards) {

@@ -90,6 +90,8 @@ private:
     void goBack();
     void touchRightButton();
     void reload();
+    void takeBack(const platform::Result<std::string>& outcome);
+    void showFilesAnew();
     void findAgain(bool upwards);
     void openHelp();
     bool hasRightButton() const;
