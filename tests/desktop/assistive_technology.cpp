@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "tests/desktop/assistive_technology.h"
 
+#include <signal.h>
+
 #include <QDBusArgument>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusReply>
@@ -118,10 +121,13 @@ AssistiveTechnology::AssistiveTechnology(const kit::Environment& environment)
     QDBusConnection::disconnectFromBus(sessionName);
 }
 
-// The bus and its registry, which the launcher has started, end with it.
+// The launcher leaves the bus that it has started alone when it ends; the registry ends with the bus.
 AssistiveTechnology::~AssistiveTechnology() {
+    const QString daemon = QStringLiteral("org.freedesktop.DBus");
+    const QDBusReply<uint> process = _bus->interface()->servicePid(daemon);
     _bus.reset();
     QDBusConnection::disconnectFromBus(_name);
+    if (process.isValid()) ::kill(static_cast<pid_t>(process.value()), SIGTERM);
 }
 
 std::optional<Accessible> AssistiveTechnology::window() const {
