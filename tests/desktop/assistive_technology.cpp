@@ -78,6 +78,7 @@ QStringList Accessible::actions() const {
         answer.endStructure();
         names.append(name);
     }
+    answer.endArray();
     return names;
 }
 
@@ -94,6 +95,7 @@ QList<Accessible> Accessible::children() const {
         answer.endStructure();
         found.append(Accessible(_bus, program, path.path()));
     }
+    answer.endArray();
     return found;
 }
 

@@ -21,6 +21,9 @@ RealProgram::RealProgram() : phone(pathOf("phone")) {
     environment["QT_QUICK_BACKEND"] = "software";
     environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address();
     environment.erase("TRIVEL3_PHONE");
+    // A window that is ended from outside leaves what Qt's thread for the bus has not delivered by then, and Wayland's
+    // plug-in what it holds for the display. Where a program comes to its own end, all that it leaves is told.
+    environment["ASAN_OPTIONS"] += ":detect_leaks=0";
 }
 
 std::vector<std::string> RealProgram::command(const QStringList& arguments) {
@@ -31,7 +34,9 @@ std::vector<std::string> RealProgram::command(const QStringList& arguments) {
 }
 
 RealProgram::Result RealProgram::run(const QStringList& arguments) {
-    const kit::Outcome outcome = kit::ChildProcess(command(arguments), environment).finish();
+    kit::Environment telling = environment;
+    telling["ASAN_OPTIONS"] += ":detect_leaks=1";
+    const kit::Outcome outcome = kit::ChildProcess(command(arguments), telling).finish();
     const Result result{outcome.status, QString::fromStdString(outcome.output), QString::fromStdString(outcome.errors)};
     const bool maySpeak = result.status != 0 || arguments.contains("--verbose");
     EXPECT_TRUE(maySpeak || result.errors.isEmpty()) << outcome.errors;
