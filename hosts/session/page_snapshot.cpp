@@ -12,31 +12,40 @@ namespace {
 constexpr const char* choiceKey = "identifier";
 constexpr const char* choiceValue = "value";
 
+// What a view is about: the parts that it says tell it, or else all of them.
+std::vector<std::shared_ptr<platform::UIView>> tellingParts(const platform::UIView& view) {
+    auto telling = view.accessibilityElements();
+    return telling.empty() ? view.subviews() : telling;
+}
+
 void collectTexts(const platform::UIView& view, std::vector<std::string>& texts) {
     if (auto* label = dynamic_cast<const platform::UILabel*>(&view)) {
         if (auto text = label->text()) texts.push_back(*std::move(text));
     }
-    const auto telling = view.accessibilityElements();
-    for (const auto& part : telling.empty() ? view.subviews() : telling)
+    for (const auto& part : tellingParts(view))
         collectTexts(*part, texts);
 }
 
 std::shared_ptr<const platform::UIImage> firstImage(const platform::UIView& view) {
     if (auto* picture = dynamic_cast<const platform::UIImageView*>(&view)) return picture->image;
-    const auto telling = view.accessibilityElements();
-    for (const auto& part : telling.empty() ? view.subviews() : telling) {
+    for (const auto& part : tellingParts(view)) {
         if (auto image = firstImage(*part)) return image;
     }
     return nullptr;
 }
 
+// Null for a row that carries none.
+const platform::Dictionary* choiceInfo(const platform::PSSpecifier& row) {
+    return row.userInfo() ? row.userInfo()->dictionary() : nullptr;
+}
+
 bool isSingleValue(const platform::PSSpecifier& row) {
-    const platform::Dictionary* info = row.userInfo() ? row.userInfo()->dictionary() : nullptr;
+    const platform::Dictionary* info = choiceInfo(row);
     return info && info->find(choiceKey) && !row.propertyForKey(platform::PSPropertyKey::isFlag);
 }
 
 void describeChoice(RowSnapshot& row, const platform::PSSpecifier& specifier) {
-    const platform::Dictionary* info = specifier.userInfo() ? specifier.userInfo()->dictionary() : nullptr;
+    const platform::Dictionary* info = choiceInfo(specifier);
     if (!info) return;
     const platform::Value* key = info->find(choiceKey);
     const platform::Value* value = info->find(choiceValue);
