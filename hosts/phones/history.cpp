@@ -137,9 +137,7 @@ struct History::Tail {
 
 History::History(Result<std::string> folder, std::string place, std::function<std::string()> mark)
     : _folder(std::move(folder)), _place(std::move(place)), _mark(std::move(mark)) {
-    if (!_folder) return;
-    const std::string name = fileNameFrom(fs::path(_place).filename().string(), "phone").substr(0, 60);
-    _path = *_folder + "/" + name + "-" + textNumber(_place);
+    if (_folder) _path = *_folder + "/" + phoneFileName(_place);
 }
 
 Problem History::problem(const char* what, std::string reason) const {

@@ -67,9 +67,9 @@ Result<std::string> keepFile(const std::string& phone, std::string_view path, st
     const auto state = stateFolder();
     if (!state) return state.error();
     const std::string folder = *state + "/kept";
-    // Two phones' folders may have one name.
-    const std::string owner = fileNameFrom(fs::path{phone}.filename().string(), "phone").substr(0, 60) + "-" +
-                              textNumber(phone).substr(0, 8) + " ";
+    // Half of the number's digits are enough among the names of one folder.
+    const std::string named = phoneFileName(phone);
+    const std::string owner = named.substr(0, named.size() - 8) + " ";
     makeRoom(folder, owner, contents.size());
     const std::string name = fileNameFrom(fs::path{path}.filename().string(), "file").substr(0, 100);
     auto file = NewFile::create(folder, owner + name + " " + timeText(), "");

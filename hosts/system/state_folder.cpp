@@ -5,7 +5,10 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <string_view>
+
+#include "hosts/system/new_file.h"
 
 namespace hosts {
 
@@ -46,6 +49,12 @@ std::string textNumber(std::string_view text) {
     std::array<char, 17> digits{};
     std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(number));
     return digits.data();
+}
+
+std::string phoneFileName(const std::string& place) {
+    constexpr std::size_t longestName = 60;
+    const std::string name = fileNameFrom(std::filesystem::path{place}.filename().string(), "phone");
+    return name.substr(0, longestName) + "-" + textNumber(place);
 }
 
 }  // namespace hosts

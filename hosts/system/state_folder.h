@@ -20,4 +20,7 @@ platform::Result<std::string> dataFolder();
 /// program. Two texts may have the same.
 std::string textNumber(std::string_view text);
 
+/// What files about the phone in this place are called: by its folder's name and, since two may have one, a number.
+std::string phoneFileName(const std::string& place);
+
 }  // namespace hosts
