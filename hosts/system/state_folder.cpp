@@ -2,6 +2,7 @@
 #include "hosts/system/state_folder.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -16,6 +17,8 @@ namespace {
 
 using platform::Problem;
 using platform::Result;
+
+constexpr std::size_t longestPhoneName = 60;
 
 std::string_view absolutePathIn(const char* variable) {
     const char* const value = std::getenv(variable);
@@ -52,9 +55,8 @@ std::string textNumber(std::string_view text) {
 }
 
 std::string phoneFileName(const std::string& place) {
-    constexpr std::size_t longestName = 60;
     const std::string name = fileNameFrom(std::filesystem::path{place}.filename().string(), "phone");
-    return name.substr(0, longestName) + "-" + textNumber(place);
+    return name.substr(0, longestPhoneName) + "-" + textNumber(place);
 }
 
 }  // namespace hosts
