@@ -78,7 +78,7 @@ bool AtomicChange::find(const platform::Change& change) {
 
 AtomicChange::Step AtomicChange::tryOn(const platform::Change& change) {
     Held held;
-    if (!read(held)) return Step::failed;
+    if (const Step step = read(held); step != Step::done) return step;
     auto wanted = change(held.bytes ? std::optional<std::string_view>(*held.bytes) : std::nullopt);
     if (!wanted) {
         _problem = std::move(wanted).error();
@@ -126,11 +126,12 @@ Descriptor AtomicChange::openOld(const std::string& name) {
     return openToRead([&] { return openEntry(_calls, _place->folder, name, readingFlags() | O_NOFOLLOW); });
 }
 
-// False when the file cannot be read just now, so that nobody knows what a change of it would be.
-bool AtomicChange::read(Held& held) {
-    if (_place->old && !_place->holds(S_IFREG)) return true;
+// Fails when the file cannot be read just now, so that nobody knows what a change of it would be.
+AtomicChange::Step AtomicChange::read(Held& held) {
+    if (_place->old && !_place->holds(S_IFREG)) return Step::done;
     held.file = openOld(_place->old ? _place->name : asideNameOf(_place->name));
-    if (!held.file.isOpen() && errno == ENOENT) return true;
+    // One that was there a moment ago is being replaced, and is no file that holds nothing.
+    if (!held.file.isOpen() && errno == ENOENT) return _place->old ? Step::again : Step::done;
     held.isAside = !_place->old;
     std::string bytes;
     Problem problem = readingProblem(_path, errno);
@@ -138,13 +139,14 @@ bool AtomicChange::read(Held& held) {
         const auto stamp = readOpened(_calls, held.file, _path, bytes, FileSystem::usualReadLimit, &held.status);
         if (stamp) {
             held.bytes = std::move(bytes);
-            return true;
+            return Step::done;
         }
         problem = stamp.error();
     }
     held.isUnreadable = !problem.isPassing && !held.isAside;
-    if (problem.isPassing) _problem = std::move(problem);
-    return !_problem;
+    if (!problem.isPassing) return Step::done;
+    _problem = std::move(problem);
+    return Step::failed;
 }
 
 bool AtomicChange::fill(TemporaryFile& temporary, Held& held, std::string_view contents) {

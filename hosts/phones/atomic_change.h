@@ -49,7 +49,7 @@ private:
 
     bool find(const platform::Change& change);
     Step tryOn(const platform::Change& change);
-    bool read(Held& held);
+    Step read(Held& held);
     Descriptor openOld(const std::string& name);
     bool fill(TemporaryFile& temporary, Held& held, std::string_view contents);
     // Whether the old file is still what was read; nothing when that cannot be told.

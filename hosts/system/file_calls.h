@@ -43,12 +43,14 @@ public:
     virtual int close(int file);
 };
 
-/// What the call gives once no signal interrupts it. Any call can be interrupted on a file system that
-/// is itself a program, as that of a mounted phone often is. Not for close: what it was given is gone.
+/// What the call gives once no signal interrupts it, and, as long as that does not go on, no name stands for a file
+/// that is being replaced (ESTALE). Either may happen to any call on a file system that is itself a program, as that of
+/// a mounted phone often is. Not for close: what it was given is gone.
 template <typename Call>
 auto uninterrupted(Call call) {
+    int namesLeft = 20;
     auto result = call();
-    while (result < 0 && errno == EINTR)
+    while (result < 0 && (errno == EINTR || (errno == ESTALE && --namesLeft > 0)))
         result = call();
     return result;
 }

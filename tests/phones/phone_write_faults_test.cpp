@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <utility>
 
 #include "tests/kit/forked.h"
 #include "tests/kit/phone.h"
@@ -52,6 +53,44 @@ TEST(PhoneWriteFaults, areToldByFileStepAndReason) {
         EXPECT_EQ(kit::replaceFile(files, "/file", "new"), "cannot write /file: " + text);
         EXPECT_EQ(readText(phone / "file"), "old");
         EXPECT_THAT(kit::namesIn(phone.folder), ElementsAre("file"));
+    }
+}
+
+// On a file system that is a program, one that another program's renaming replaces is not there for a moment.
+TEST(PhoneWriteFaults, takeNoFileThatIsBeingReplacedForOneThatIsMissing) {
+    const Phone phone;
+    makeOldFile(phone);
+    bool missing = false;
+    WatchedCalls calls{[&](const std::string& call, std::size_t) {
+        return call == "inspect" && std::exchange(missing, false) ? ENOENT : 0;
+    }};
+    auto files = openPhone(phone.folder, calls);
+    missing = true;
+    const auto changed = files.changeFile(settingsPath, [](std::optional<std::string_view> old) {
+        return platform::NewContent{std::string(old.value_or("nothing")) + ", and new"};
+    });
+    EXPECT_TRUE(changed);
+    EXPECT_FALSE(missing);
+    EXPECT_EQ(readText(phone.settingsFile()), "old, and new");
+}
+
+// A mount answers so when another program's renaming comes between the finding of a name and its use.
+TEST(PhoneWriteFaults, areNotMadeOfNamesThatAreStaleForAMoment) {
+    for (const std::string stale : {"openInRoot", "statusIn", "inspect", "openIn", "rename"}) {
+        SCOPED_TRACE(stale);
+        const Phone phone;
+        makeOldFile(phone);
+        std::size_t times = 0;
+        WatchedCalls calls{[&](const std::string& call, std::size_t) {
+            return call == stale && times > 0 && times-- > 0 ? ESTALE : 0;
+        }};
+        auto files = openPhone(phone.folder, calls);
+        times = 3;
+        EXPECT_EQ(kit::replaceFile(files, settingsPath, "new"), "");
+        EXPECT_EQ(readText(phone.settingsFile()), "new");
+        times = 1000;
+        EXPECT_THAT(kit::replaceFile(files, settingsPath, "newer"), HasSubstr("Stale file handle"));
+        EXPECT_EQ(readText(phone.settingsFile()), "new");
     }
 }
 
