@@ -27,12 +27,16 @@ using platform::Problem;
 using platform::Result;
 using platform::Stamp;
 
+constexpr std::string_view propertyListEnding = ".plist";
+
 // A program that writes a file in place is done with it, or one write further, by then.
 constexpr std::chrono::milliseconds pauseBetweenReadings{100};
 
+constexpr std::chrono::milliseconds longerThanAnyRenaming{20};
+
 // Every property list that is read from a phone is to hold a dictionary.
 std::optional<std::string> faultOf(std::string_view path, std::string_view contents) {
-    if (!path.ends_with(".plist")) return std::nullopt;
+    if (!path.ends_with(propertyListEnding)) return std::nullopt;
     return dictionaryFault(contents);
 }
 
@@ -67,7 +71,17 @@ Descriptor PhoneFileSystem::openPath(std::string_view path, int flags) const {
     return openConfined(*_calls, _root.get(), path, flags);
 }
 
+// A file system that is a program may answer that nothing is there where a file is replaced between the finding of its
+// name and its opening.
 Descriptor PhoneFileSystem::openFile(std::string_view path, int flags) const {
+    Descriptor file = openByEitherName(path, flags);
+    const bool mayBeThere = path.ends_with(propertyListEnding) && _lookingFlags != O_PATH;
+    if (file.isOpen() || errno != ENOENT || !mayBeThere) return file;
+    std::this_thread::sleep_for(longerThanAnyRenaming);
+    return openByEitherName(path, flags);
+}
+
+Descriptor PhoneFileSystem::openByEitherName(std::string_view path, int flags) const {
     Descriptor file = openToRead([&] { return openPath(path, flags); });
     if (file.isOpen() || errno != ENOENT) return file;
     const std::size_t name = path.rfind('/') + 1;

@@ -46,6 +46,7 @@ private:
     PhoneFileSystem(Descriptor root, FileCalls& calls);
     Descriptor openPath(std::string_view path, int flags) const;
     Descriptor openFile(std::string_view path, int flags) const;
+    Descriptor openByEitherName(std::string_view path, int flags) const;
     std::optional<std::string> whyUnread(std::string_view path, std::size_t limit) const;
     std::optional<std::string> whyUnlisted(std::string_view path) const;
     std::optional<std::string> whyUnreached(std::string_view path) const;

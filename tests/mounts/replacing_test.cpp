@@ -47,6 +47,24 @@ int writeAndDieBefore(const std::string& folder, std::size_t fatal) {
     return kit::replaceFile(files, settingsPath, changed).empty() ? 0 : 1;
 }
 
+// A mount has no name for a file between the finding of the name and its opening when it is replaced just then.
+TEST_F(Replacing, hidesNoSettingsFromThoseWhoReadJustThen) {
+    mountLesser({});
+    int missing = 0;
+    WatchedCalls calls{[&](const std::string& call, std::size_t) {
+        return call == "openInRoot" && missing > 0 && missing-- > 0 ? ENOENT : 0;
+    }};
+    auto files = openPhone(mount->folder(), calls);
+    const int byEitherName = 2;
+    missing = byEitherName;
+    std::string found;
+    EXPECT_TRUE(files.readFile(settingsPath, found));
+    EXPECT_EQ(found, manySettings());
+    missing = byEitherName;
+    EXPECT_TRUE(files.look(settingsPath));
+    EXPECT_EQ(missing, 0);
+}
+
 TEST_F(Replacing, withoutRenamingOverLeavesTheOldOrTheNewFileToReadersWhereverItStops) {
     int status = -SIGKILL;
     for (std::size_t fatal = 0; status == -SIGKILL; ++fatal) {

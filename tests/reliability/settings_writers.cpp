@@ -2,6 +2,7 @@
 #include "settings_writers.h"
 
 #include <cstdio>
+#include <iostream>
 #include <utility>
 
 #include "platform/foundation/property_list.h"
@@ -13,6 +14,11 @@ namespace reliability_test {
 using platform::Dictionary;
 using platform::Value;
 using trivel3::PreferenceStore;
+
+void SettingsWriter::countFailure(const std::string& why) {
+    ++_failures;
+    std::cerr << "a writer: " << why << '\n';
+}
 
 PaneWriter::PaneWriter(const std::string& phone)
     : _files(kit::openPhone(phone, _calls)),
@@ -46,7 +52,7 @@ LocklessWriter::LocklessWriter(std::string settingsFile, const std::string& name
 Dictionary LocklessWriter::read() {
     const auto reading = platform::readPropertyList(kit::readText(_file));
     if (reading && reading.value->dictionary()) return *reading.value->dictionary();
-    countFailure();
+    countFailure("cannot read the settings");
     return {};
 }
 
@@ -54,7 +60,7 @@ void LocklessWriter::set(const std::string& key, std::int64_t value) {
     Dictionary content = read();
     content.set(key, value);
     kit::writeText(_temporary, *platform::writeXmlPropertyList(Value(content)).bytes);
-    if (std::rename(_temporary.c_str(), _file.c_str()) != 0) countFailure();
+    if (std::rename(_temporary.c_str(), _file.c_str()) != 0) countFailure("cannot rename");
 }
 
 std::int64_t LocklessWriter::stored(const std::string& key) {

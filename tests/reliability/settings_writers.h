@@ -24,11 +24,11 @@ public:
     /// What the file holds under the key; 0 where it holds none.
     virtual std::int64_t stored(const std::string& key) = 0;
 
-    /// How often the file could not be read or replaced.
+    /// How often the file could not be read or replaced; why stands on standard error.
     std::size_t failures() const { return _failures; }
 
 protected:
-    void countFailure() { ++_failures; }
+    void countFailure(const std::string& why);
 
 private:
     std::size_t _failures = 0;
@@ -50,8 +50,8 @@ private:
 
     void passedOver(const platform::Problem&) override {}
     void changed(std::string_view, const platform::Dictionary&, const platform::Dictionary&) override {}
-    void notRead(const platform::Problem&) override { countFailure(); }
-    void notChanged(const platform::Problem&, bool) override { countFailure(); }
+    void notRead(const platform::Problem& problem) override { countFailure(problem.text()); }
+    void notChanged(const platform::Problem& problem, bool) override { countFailure(problem.text()); }
 
     UnflushedCalls _calls;
     hosts::PhoneFileSystem _files;
