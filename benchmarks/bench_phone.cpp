@@ -80,7 +80,7 @@ BenchPhone::BenchPhone(const Existing& phone, Durability durability, Changes cha
     }
     auto session = hosts::SettingsSession::load(
         {*_counting, _notifications, _application, *_device, _history ? &_history->recorder : nullptr, _history.get()},
-        TRIVEL3_STAGING "/lib/trivel3/system", hosts::usualDeviceShape());
+        TRIVEL3_SYSTEM_IMAGE, hosts::usualDeviceShape());
     if (!session) throw std::runtime_error(session.error().text());
     _session = *std::move(session);
 }

@@ -54,7 +54,6 @@ set(TRIVEL3_APART
     pages/features
     hosts/phones/temporary_file.cpp
     hosts/terminal/commands/list.cpp
-    hosts/terminal/screen/curses_terminal.cpp
     hosts/terminal/screen/page_view.cpp
     hosts/terminal/screen/post_sheet.cpp
     platform/foundation/property_list/binary_writer.cpp)

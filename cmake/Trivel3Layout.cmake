@@ -28,7 +28,7 @@ function(trivel3_installed_in target folder)
         RUNTIME_OUTPUT_DIRECTORY ${TRIVEL3_STAGING}/${folder}
         LIBRARY_OUTPUT_DIRECTORY ${TRIVEL3_STAGING}/${folder}
         INSTALL_RPATH "$ORIGIN/${libraries}")
-    install(TARGETS ${target} RUNTIME DESTINATION ${folder} LIBRARY DESTINATION ${folder})
+    install(TARGETS ${target} RUNTIME DESTINATION ${folder} LIBRARY DESTINATION ${folder} NAMELINK_SKIP)
 endfunction()
 
 # trivel3_not_installed(TARGET FOLDER): TARGET is put into FOLDER of the build tree.

@@ -17,6 +17,7 @@ struct Installation {
     std::string sessionBusModule() const { return modules + "/libtrivel3dbus.so"; }
     std::string desktopModule() const { return modules + "/libtrivel3gio.so"; }
     std::string mailModule() const { return modules + "/libtrivel3mail.so"; }
+    std::string terminalModule() const { return modules + "/libtrivel3curses.so"; }
     std::string samplePhone() const { return data + "/sample-phone"; }
 };
 

@@ -12,21 +12,21 @@ namespace fs = std::filesystem;
 
 TEST(Installation, liesAroundTheProgramsFolder) {
     const auto installation = hosts::installationAround("/usr/local/bin/trivel3ctl");
-    EXPECT_EQ(installation.systemImage, "/usr/local/lib/trivel3/system");
-    EXPECT_EQ(installation.modules, "/usr/local/lib/trivel3");
+    EXPECT_EQ(installation.systemImage, "/usr/local/" TEST_MODULES_FOLDER "/system");
+    EXPECT_EQ(installation.modules, "/usr/local/" TEST_MODULES_FOLDER);
     EXPECT_EQ(installation.data, "/usr/local/share/trivel3");
-    EXPECT_EQ(installation.sessionBusModule(), "/usr/local/lib/trivel3/libtrivel3dbus.so");
+    EXPECT_EQ(installation.sessionBusModule(), "/usr/local/" TEST_MODULES_FOLDER "/libtrivel3dbus.so");
     EXPECT_EQ(installation.samplePhone(), "/usr/local/share/trivel3/sample-phone");
 }
 
 TEST(Installation, mayBeThatOfTheRoot) {
-    EXPECT_EQ(hosts::installationAround("/bin/trivel3ctl").modules, "/lib/trivel3");
+    EXPECT_EQ(hosts::installationAround("/bin/trivel3ctl").modules, "/" TEST_MODULES_FOLDER);
 }
 
 TEST(Installation, takesAnotherSystemImageAlone) {
     const auto installation = hosts::installationAround("/usr/bin/trivel3ctl", "/home/me/image");
     EXPECT_EQ(installation.systemImage, "/home/me/image");
-    EXPECT_EQ(installation.modules, "/usr/lib/trivel3");
+    EXPECT_EQ(installation.modules, "/usr/" TEST_MODULES_FOLDER);
     EXPECT_EQ(hosts::installationAround("/usr/bin/trivel3ctl", "image").systemImage,
               (fs::current_path() / "image").string());
 }
@@ -36,7 +36,7 @@ TEST(Installation, ofTheRunningProgramIsFound) {
     ::unsetenv("TRIVEL3_SYSTEM_IMAGE");
     auto installation = hosts::findInstallation();
     ASSERT_TRUE(installation) << installation.error().text();
-    EXPECT_EQ(installation->modules, (program.parent_path().parent_path() / "lib/trivel3").string());
+    EXPECT_EQ(installation->modules, (program.parent_path().parent_path() / TEST_MODULES_FOLDER).string());
     EXPECT_EQ(installation->systemImage, installation->modules + "/system");
 
     ::setenv("TRIVEL3_SYSTEM_IMAGE", "/home/me/image", 1);

@@ -38,7 +38,7 @@ TEST(Dependencies, platformNeedsTheLanguagesRunTimeAlone) {
 #ifdef TRIVEL3_SANITIZED
     GTEST_SKIP() << "sanitizers bring libraries of their own";
 #endif
-    for (const std::string& name : librariesOf(TRIVEL3_STAGING "/lib/libtrivel3platform.so"))
+    for (const std::string& name : librariesOf(TRIVEL3_PLATFORM))
         EXPECT_TRUE(isOfTheRunTime(name)) << name;
 }
 
@@ -48,8 +48,15 @@ TEST(Dependencies, paneNeedsThePlatformAndTheLanguagesRunTimeAlone) {
 #endif
     const auto names = librariesOf(TRIVEL3_BUNDLE "/Trivel3Preferences");
     for (const std::string& name : names)
-        EXPECT_TRUE(isOfTheRunTime(name) || name == "libtrivel3platform.so") << name;
+        EXPECT_TRUE(isOfTheRunTime(name) || name == TRIVEL3_PLATFORM_NAME) << name;
     EXPECT_TRUE(std::ranges::count(names, "libc.so.6") > 0);
+}
+
+TEST(Dependencies, commandThatOpensNoScreenLoadsNoLibraryForOne) {
+    const auto names = librariesOf(TRIVEL3_PROGRAM);
+    EXPECT_TRUE(std::ranges::count(names, TRIVEL3_PLATFORM_NAME) > 0);
+    for (const std::string& name : names)
+        EXPECT_FALSE(name.starts_with("libncurses") || name.starts_with("libtinfo")) << name;
 }
 
 }  // namespace

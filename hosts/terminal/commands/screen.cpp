@@ -2,12 +2,13 @@
 #include <unistd.h>
 
 #include "hosts/session/exit_status.h"
+#include "hosts/system/module_function.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/render/page_text.h"
-#include "hosts/terminal/screen/curses_terminal.h"
 #include "hosts/terminal/screen/event_loop.h"
 #include "hosts/terminal/screen/screen_signals.h"
 #include "hosts/terminal/screen/settings_screen.h"
+#include "hosts/terminal/screen/terminal.h"
 
 namespace hosts::terminal {
 namespace {
@@ -26,7 +27,12 @@ int runScreen(OpenedPhone& context) {
     if (::isatty(STDIN_FILENO) != 1 || ::isatty(STDOUT_FILENO) != 1) {
         return showInstead(context, "no terminal for the interactive screen");
     }
-    if (const auto possible = canShowScreen(); !possible) return showInstead(context, possible.error().reason);
+    ModuleObject<TerminalLibrary> module(context.installation.terminalModule(), makeTerminalLibrarySymbol,
+                                         "the terminal module");
+    const auto library = module.get();
+    if (!library) return fail(failed, library.error());
+    if (const auto possible = (*library)->canShowScreen(); !possible)
+        return showInstead(context, possible.error().reason);
     const TextStyle style = styleForStandardOutput();
     SettingsScreen screen(context, {style.colour, style.unicode});
     const auto started = screen.start();
@@ -35,7 +41,7 @@ int runScreen(OpenedPhone& context) {
     // Written by the terminal's end, after it has been put back.
     const Outcomes::Hold held(*context.outcomes);
     ScreenSignals signals;
-    const auto terminal = CursesTerminal::open(style.colour);
+    const auto terminal = (*library)->open(style.colour);
     if (!terminal) return fail(failed, terminal.error());
     EventLoop({screen, **terminal, signals, *events}).run();
     return done;

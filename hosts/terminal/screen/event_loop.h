@@ -2,9 +2,9 @@
 #pragma once
 
 #include "hosts/phones/phone.h"
-#include "hosts/terminal/screen/curses_terminal.h"
 #include "hosts/terminal/screen/screen_signals.h"
 #include "hosts/terminal/screen/settings_screen.h"
+#include "hosts/terminal/screen/terminal.h"
 
 namespace hosts::terminal::screen {
 
@@ -14,7 +14,7 @@ public:
     /// All outlive the loop.
     struct Parts {
         SettingsScreen& screen;
-        CursesTerminal& terminal;
+        Terminal& terminal;
         ScreenSignals& signals;
         PhoneEvents& events;
     };

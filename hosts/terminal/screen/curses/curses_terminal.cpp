@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/terminal/screen/curses_terminal.h"
-
 #define NCURSES_NOMACROS 1
 #include <curses.h>
 #include <sys/ioctl.h>
@@ -16,7 +14,8 @@
 #include <iterator>
 #include <utility>
 
-#include "hosts/terminal/screen/screen_signals.h"
+#include "hosts/terminal/screen/curses/last_resort.h"
+#include "hosts/terminal/screen/terminal.h"
 
 namespace hosts::terminal::screen {
 namespace {
@@ -135,73 +134,53 @@ Event decodeKey(int status, wint_t key) {
     return isControl ? Event{} : decodeCharacter(key);
 }
 
-}  // namespace
-
-platform::Result<platform::Done> canShowScreen() {
-    const char* const name = std::getenv("TERM");
-    if (!name || !*name) return platform::Problem{.reason = "TERM is not set"};
-    const std::string terminal = "the terminal TERM=" + std::string(name);
-    if (::tgetent(nullptr, name) != 1) return platform::Problem{.reason = "nothing is known of " + terminal};
-    if (!::tgetstr("cm", nullptr)) return platform::Problem{.reason = terminal + " cannot show a screen"};
-    return platform::Done{};
-}
-
-class CursesTerminal::State {
+// Stands while curses has the terminal.
+class CursesTerminal final : public Terminal {
 public:
-    State() = default;
-    State(const State&) = delete;
-    State& operator=(const State&) = delete;
-    ~State() {
-        if (!_screen) return;
-        ::endwin();
-        ::delscreen(_screen);
-    }
+    CursesTerminal() = default;
+    CursesTerminal(const CursesTerminal&) = delete;
+    CursesTerminal& operator=(const CursesTerminal&) = delete;
+    ~CursesTerminal() override;
 
-    bool open() {
-        _screen = ::newterm(nullptr, stdout, stdin);
-        return _screen != nullptr;
-    }
+    platform::Result<platform::Done> open(bool wantsColour);
 
-    void setUp(bool wantsColour) {
-        ::cbreak();
-        ::noecho();
-        ::nonl();
-        ::intrflush(stdscr, FALSE);
-        ::keypad(stdscr, TRUE);
-        ::nodelay(stdscr, TRUE);
-        if (!std::getenv("ESCDELAY")) ::set_escdelay(escapeDelay);
-        ::mouseinterval(0);
-        ::mousemask(BUTTON1_PRESSED | BUTTON4_PRESSED | BUTTON5_PRESSED, nullptr);
-        colour = wantsColour && ::has_colors();
-        if (colour) startColours();
-        _lastResort.arm();
-    }
-
-    void paintLine(int number, const Line& line) const {
-        ::wmove(stdscr, number, static_cast<int>(line.indent));
-        for (const Span& span : line.spans) {
-            ::wattrset(stdscr, static_cast<int>(attributesOf(span.ink, line.selected, colour)));
-            ::waddstr(stdscr, span.text.c_str());
-        }
-        ::wattrset(stdscr, A_NORMAL);
-    }
-
-    bool colour = false;
+    Size size() const override;
+    void paint(const Picture& picture) override;
+    std::optional<Event> nextEvent() override;
+    void adoptSize() override;
+    void suspend() override { ::endwin(); }
+    void resume() override;
 
 private:
+    void paintLine(int number, const Line& line) const;
+
     LastResort _lastResort;
     SCREEN* _screen = nullptr;
+    bool _colour = false;
 };
 
-CursesTerminal::CursesTerminal(std::unique_ptr<State> state) : _state(std::move(state)) {}
+CursesTerminal::~CursesTerminal() {
+    if (!_screen) return;
+    ::endwin();
+    ::delscreen(_screen);
+}
 
-CursesTerminal::~CursesTerminal() = default;
-
-platform::Result<std::unique_ptr<CursesTerminal>> CursesTerminal::open(bool wantsColour) {
-    auto state = std::make_unique<State>();
-    if (!state->open()) return platform::Problem{.reason = "the terminal cannot be opened"};
-    state->setUp(wantsColour);
-    return std::unique_ptr<CursesTerminal>(new CursesTerminal(std::move(state)));
+platform::Result<platform::Done> CursesTerminal::open(bool wantsColour) {
+    _screen = ::newterm(nullptr, stdout, stdin);
+    if (!_screen) return platform::Problem{.reason = "the terminal cannot be opened"};
+    ::cbreak();
+    ::noecho();
+    ::nonl();
+    ::intrflush(stdscr, FALSE);
+    ::keypad(stdscr, TRUE);
+    ::nodelay(stdscr, TRUE);
+    if (!std::getenv("ESCDELAY")) ::set_escdelay(escapeDelay);
+    ::mouseinterval(0);
+    ::mousemask(BUTTON1_PRESSED | BUTTON4_PRESSED | BUTTON5_PRESSED, nullptr);
+    _colour = wantsColour && ::has_colors();
+    if (_colour) startColours();
+    _lastResort.arm();
+    return platform::Done();
 }
 
 Size CursesTerminal::size() const {
@@ -212,12 +191,21 @@ void CursesTerminal::paint(const Picture& picture) {
     ::werase(stdscr);
     int number = 0;
     for (const Line& line : picture.lines)
-        _state->paintLine(number++, line);
+        paintLine(number++, line);
     ::curs_set(picture.caret ? 1 : 0);
     if (picture.caret) {
         ::wmove(stdscr, static_cast<int>(picture.caret->line), static_cast<int>(picture.caret->column));
     }
     ::wrefresh(stdscr);
+}
+
+void CursesTerminal::paintLine(int number, const Line& line) const {
+    ::wmove(stdscr, number, static_cast<int>(line.indent));
+    for (const Span& span : line.spans) {
+        ::wattrset(stdscr, static_cast<int>(attributesOf(span.ink, line.selected, _colour)));
+        ::waddstr(stdscr, span.text.c_str());
+    }
+    ::wattrset(stdscr, A_NORMAL);
 }
 
 std::optional<Event> CursesTerminal::nextEvent() {
@@ -234,10 +222,6 @@ void CursesTerminal::adoptSize() {
     ::clearok(stdscr, TRUE);
 }
 
-void CursesTerminal::suspend() {
-    ::endwin();
-}
-
 void CursesTerminal::resume() {
     ::reset_prog_mode();
     adoptSize();
@@ -245,4 +229,30 @@ void CursesTerminal::resume() {
     ::wrefresh(stdscr);
 }
 
+class CursesLibrary final : public TerminalLibrary {
+public:
+    platform::Result<platform::Done> canShowScreen() override {
+        const char* const name = std::getenv("TERM");
+        if (!name || !*name) return platform::Problem{.reason = "TERM is not set"};
+        const std::string terminal = "the terminal TERM=" + std::string(name);
+        if (::tgetent(nullptr, name) != 1) return platform::Problem{.reason = "nothing is known of " + terminal};
+        if (!::tgetstr("cm", nullptr)) return platform::Problem{.reason = terminal + " cannot show a screen"};
+        return platform::Done{};
+    }
+
+    platform::Result<std::unique_ptr<Terminal>> open(bool wantsColour) override {
+        auto terminal = std::make_unique<CursesTerminal>();
+        auto opened = terminal->open(wantsColour);
+        if (!opened) return std::move(opened).error();
+        return std::unique_ptr<Terminal>(std::move(terminal));
+    }
+};
+
+}  // namespace
+
 }  // namespace hosts::terminal::screen
+
+extern "C" __attribute__((visibility("default"))) void trivel3MakeTerminalLibrary(
+    std::unique_ptr<hosts::terminal::screen::TerminalLibrary>& library) {
+    library = std::make_unique<hosts::terminal::screen::CursesLibrary>();
+}
