@@ -64,6 +64,8 @@ class Packaging(unittest.TestCase):
         for section in entry.sections():
             program, *arguments = shlex.split(entry[section]["Exec"])
             self.assertEqual(program, "trivel3-settings")
+            if "%U" in arguments:
+                self.assertIn("Positionals:", offered)
             for option in (argument for argument in arguments if argument.startswith("--")):
                 self.assertRegex(offered, rf"(?m)(^|[\s,]){re.escape(option.split('=')[0])}([\s,]|$)")
 
