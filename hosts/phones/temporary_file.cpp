@@ -21,7 +21,7 @@ constexpr std::string_view suffix = ".tmp";
 constexpr std::size_t randomLength = 6;
 // 32 of them, so that the low five bits of a random byte choose evenly.
 constexpr std::string_view randomLetters = "abcdefghijklmnopqrstuvwxyz234567";
-constexpr int mostAttempts = 100;
+constexpr int mostNames = 100;
 
 // A name near the longest that a folder takes is cut short, to leave room for the rest.
 std::string hiddenPrefix(std::string_view name, std::size_t rest) {
@@ -77,7 +77,7 @@ void TemporaryFile::discard() {
 
 bool TemporaryFile::create(mode_t mode) {
     constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW;
-    for (int attempt = 0; attempt < mostAttempts; ++attempt) {
+    for (int attempt = 0; attempt < mostNames; ++attempt) {
         const auto random = randomText();
         if (!random) return false;
         _temporaryName = temporaryPrefix(_name) + *random + std::string{suffix};

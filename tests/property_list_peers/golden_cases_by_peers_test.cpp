@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/foundation/property_list.h"
 #include "plistlib_peer.h"
@@ -37,7 +40,7 @@ constexpr KnownDifference byLibplist[] = {
     {"bin-root-null", knowsNoNull},
     {"bin-null-in-dict", knowsNoNull},
     {"bin-null-in-array", knowsNoNull},
-    {"bin-null-as-key", knowsNoNull},
+    {"bin-null-as-key", "wants texts as keys"},
     {"bin-root-set-empty", knowsNoSet},
     {"bin-set-in-dict", knowsNoSet},
     {"bin-set-duplicates", knowsNoSet},
@@ -75,8 +78,8 @@ constexpr KnownDifference byPlistlib[] = {
 };
 
 /// Of all cases that can be read, exactly those of the table are read otherwise, or not.
-template <class Read, std::size_t count>
-void expectAgreement(Read read, const KnownDifference (&table)[count]) {
+template <class Read>
+void expectAgreement(Read read, std::span<const KnownDifference> table) {
     std::size_t met = 0;
     for (const golden::Case& golden : golden::cases()) {
         if (golden.isRejected()) continue;
@@ -84,15 +87,17 @@ void expectAgreement(Read read, const KnownDifference (&table)[count]) {
         const std::string bytes = golden::input(golden);
         const PropertyListReading ours = readPropertyList(bytes);
         const auto known = std::ranges::find(table, golden.name, &KnownDifference::name);
-        const bool isKnown = known != std::end(table);
+        const bool isKnown = known != table.end();
         met += isKnown ? 1u : 0u;
         EXPECT_EQ(read(bytes, ours.format).value == ours.value, !isKnown) << (isKnown ? known->reason : "");
     }
-    EXPECT_EQ(met, count);
+    EXPECT_EQ(met, table.size());
 }
 
 TEST(GoldenCasesByLibplist, areReadAlikeButForKnownOnes) {
-    expectAgreement(peers::readByLibplist, byLibplist);
+    std::vector<KnownDifference> table(std::begin(byLibplist), std::end(byLibplist));
+    if (peers::libplistHasNull) std::erase_if(table, [](const auto& known) { return known.reason == knowsNoNull; });
+    expectAgreement(peers::readByLibplist, table);
 }
 
 TEST(GoldenCasesByPlistlib, areReadAlikeButForKnownOnes) {

@@ -11,6 +11,7 @@
 
 #include "tests/property_lists/binary_file.h"
 #include "tests/property_lists/golden_cases.h"
+#include "tests/property_lists/libplist_peer.h"
 #include "tests/property_lists/random_value.h"
 
 namespace {
@@ -34,9 +35,10 @@ TEST(LibplistAgreement, isFoundInMostGoldenCasesThatCanBeRead) {
     for (const golden::Case& golden : golden::cases()) {
         if (!golden.isRejected()) ++counts[compared(golden::input(golden)).verdict];
     }
-    EXPECT_EQ(counts[Verdict::agreed], 118u);
+    const std::size_t withNull = peers::libplistHasNull ? 3 : 0;
+    EXPECT_EQ(counts[Verdict::agreed], 118u + withNull);
     EXPECT_EQ(counts[Verdict::excused], 10u);
-    EXPECT_EQ(counts[Verdict::notCompared], 9u);
+    EXPECT_EQ(counts[Verdict::notCompared], 9u - withNull);
     EXPECT_EQ(counts[Verdict::differed], 0u);
 }
 

@@ -8,6 +8,13 @@
 
 namespace peers {
 
+/// Debian 12's libplist has no null object, Debian 13's has.
+#ifdef TRIVEL3_LIBPLIST_HAS_NULL
+inline constexpr bool libplistHasNull = true;
+#else
+inline constexpr bool libplistHasNull = false;
+#endif
+
 /// Reads with libplist. It reads each object anew wherever it is referred to, so that a small file
 /// can take any time and memory: see `unfoldsWithin`. Its own safety on hostile bytes is not ours to judge,
 /// so it is given only what our reader has accepted.

@@ -303,11 +303,11 @@ std::size_t roomFor(const std::vector<Object>& objects, std::size_t referenceSiz
 
 std::string assembled(const std::vector<Object>& objects) {
     constexpr std::string_view header = "bplist00";
-    constexpr std::size_t trailerSize = 32;
+    constexpr std::size_t trailerLength = 32;
     const std::size_t referenceSize = sizeOf(objects.size());
     const std::size_t room = header.size() + roomFor(objects, referenceSize);
     std::string bytes;
-    bytes.reserve(room + objects.size() * sizeOf(room) + trailerSize);
+    bytes.reserve(room + objects.size() * sizeOf(room) + trailerLength);
     bytes += header;
     std::vector<std::size_t> offsets;
     offsets.reserve(objects.size());
