@@ -110,7 +110,7 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
     WindowMemory memory(key, QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
     const SessionServices live = services.forSession();
     DesktopSession session({phone,
-                            {live.files, live.notifications, links, live.device, live.listener},
+                            {live.files, live.notifications, links, live.device, live.listener, live.history},
                             services.handOver,
                             shapeForScreen(*options.device)});
     links.tell(session.navigation().banners());
