@@ -298,7 +298,7 @@ std::vector<SearchedHit> applicationsThatFit(const OpenedPage& open, const Query
 
 }  // namespace
 
-Finder::Finder(OpenedPhone& phone) : _phone(phone) {}
+Finder::Finder(OpenedPhone& opened) : _phone(opened) {}
 
 Finder::~Finder() = default;
 

@@ -50,7 +50,7 @@ struct SearchedHit;
 class Finder {
 public:
     /// The phone outlives the finder. Nothing is looked at yet.
-    explicit Finder(OpenedPhone& phone);
+    explicit Finder(OpenedPhone& opened);
     ~Finder();
 
     /// At most so many hits, the best first: what bears the text as its setting's name, then what begins with it, what
