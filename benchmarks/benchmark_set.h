@@ -23,6 +23,7 @@ inline benchmark::internal::Benchmark* addByProcessorTime(const std::string& nam
 void addSettingsBenchmarks();
 void addPageBenchmarks();
 void addApplicationBenchmarks();
+void addFindBenchmarks();
 void addProcessBenchmarks();
 /// Nothing where the window is not built.
 void addWindowBenchmarks();

@@ -17,6 +17,7 @@ int main(int argumentCount, char** arguments) {
     benchmarks::addSettingsBenchmarks();
     benchmarks::addPageBenchmarks();
     benchmarks::addApplicationBenchmarks();
+    benchmarks::addFindBenchmarks();
     benchmarks::addProcessBenchmarks();
     benchmarks::addWindowBenchmarks();
     benchmarks::RatioReporter reporter;

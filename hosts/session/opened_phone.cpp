@@ -23,6 +23,12 @@ Result<std::string> usablePhone(const std::string& named, const Installation& in
     return made ? std::move(usual) : Result<std::string>(made.error());
 }
 
+bool isDefaultPhone(const std::string& folder) {
+    const auto usual = defaultPhonePath();
+    std::error_code ignored;
+    return usual && std::filesystem::equivalent(folder, *usual, ignored);
+}
+
 std::optional<MountMemory> mountMemory() {
     auto folder = stateFolder();
     if (!folder) return std::nullopt;
@@ -51,8 +57,18 @@ Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string p
     auto history = std::make_unique<PhoneHistory>(historyOf(**phone), *outcomes);
     (*phone)->tell(&history->recorder, options.verbose);
     if (std::filesystem::is_empty(*folder, ignored)) outcomes->remark(*folder + " is empty: it held no phone");
-    return OpenedPhone{*std::move(installation), *std::move(phone), std::move(outcomes),
-                       std::move(history),       *options.device,   options.deviceInformation};
+    return OpenedPhone{*std::move(installation), *std::move(phone),         std::move(outcomes),    std::move(history),
+                       *options.device,          options.deviceInformation, isDefaultPhone(*folder)};
+}
+
+std::string nameOf(OpenedPhone& opened) {
+    if (opened.isSample) return "Sample Phone";
+    for (const char* key : {"UserAssignedDeviceName", "DeviceName"}) {
+        const auto answer = opened.phone->device().copyAnswer(key);
+        if (answer && answer->string() && !answer->string()->empty()) return *answer->string();
+    }
+    const PhoneIdentity& identity = opened.phone->identity();
+    return identity.name.empty() ? identity.place : identity.name;
 }
 
 }  // namespace hosts

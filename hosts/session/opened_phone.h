@@ -22,11 +22,16 @@ struct OpenedPhone {
     const DeviceShape& shape;
     /// The file of answers about the device that the user has named; empty for the phone's own.
     std::string deviceInformation;
+    /// Whether it is the default one, a copy of the sample phone: no device is affected by what is changed there.
+    bool isSample = false;
 
     /// Opens the phone that the options name, or makes the default one on its first use. A folder that was a mount when
     /// it was last opened, and is none now, is a problem unless the options say otherwise. `program` is the name that
     /// lines on standard error begin with.
     static platform::Result<OpenedPhone> open(const PhoneOptions& options, std::string program);
 };
+
+/// What people call the phone: the device's own name, where it tells one, else its folder's. It may hold any bytes.
+std::string nameOf(OpenedPhone& opened);
 
 }  // namespace hosts

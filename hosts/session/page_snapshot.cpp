@@ -47,9 +47,8 @@ bool isSingleValue(const platform::PSSpecifier& row) {
 void describeChoice(RowSnapshot& row, const platform::PSSpecifier& specifier) {
     const platform::Dictionary* info = choiceInfo(specifier);
     if (!info) return;
-    const platform::Value* key = info->find(choiceKey);
     const platform::Value* value = info->find(choiceValue);
-    if (key && key->string()) row.key = *key->string();
+    row.key = choiceKeyOf(specifier);
     if (value && value->integer()) row.value = platform::integerValue(*value);
 }
 
@@ -68,6 +67,12 @@ SectionSnapshot describeSection(platform::UITableView& table, std::size_t sectio
 }
 
 }  // namespace
+
+std::optional<std::string> choiceKeyOf(const platform::PSSpecifier& row) {
+    const platform::Dictionary* info = choiceInfo(row);
+    const platform::Value* key = info ? info->find(choiceKey) : nullptr;
+    return key && key->string() ? std::optional(*key->string()) : std::nullopt;
+}
 
 RowLook::Kind rowKind(const platform::PSSpecifier& row) {
     switch (row.cellType()) {

@@ -48,6 +48,8 @@ struct RowLook {
 };
 
 RowLook::Kind rowKind(const platform::PSSpecifier& row);
+/// The setting that the row stands for a value of; nothing for a row that is no choice.
+std::optional<std::string> choiceKeyOf(const platform::PSSpecifier& row);
 /// "switch", "link" or "item".
 const char* kindName(RowLook::Kind kind);
 

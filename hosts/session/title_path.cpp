@@ -16,11 +16,6 @@ namespace {
 using platform::PSListController;
 using platform::UIViewController;
 
-// Whether all that a tap on the row does is to open a page.
-bool isPageLink(const platform::PSSpecifier& row) {
-    return row.cellType() == platform::PSCellType::link && !row.action;
-}
-
 // The longest title at the start of the path that a row bears, or else the first title.
 std::string_view firstTitle(UIViewController& page, std::string_view path) {
     std::string_view title = path;
@@ -53,6 +48,10 @@ std::string_view withoutSlashesAround(std::string_view path) {
 
 }  // namespace
 
+bool isPageLink(const platform::PSSpecifier& row) {
+    return row.cellType() == platform::PSCellType::link && !row.action;
+}
+
 bool openPageTitled(UIViewController& page, std::string_view title, GreyedLinks greyed) {
     auto* list = dynamic_cast<PSListController*>(&page);
     if (!list) return false;
@@ -63,12 +62,18 @@ bool openPageTitled(UIViewController& page, std::string_view title, GreyedLinks 
     });
 }
 
+platform::Result<platform::Done> openPage(platform::UINavigationController& navigation, std::string_view title) {
+    UIViewController& page = *navigation.topViewController();
+    if (!openPageTitled(page, title, GreyedLinks::followed)) return noSuchPage(page, title);
+    return platform::Done();
+}
+
 platform::Result<platform::Done> followTitlePath(platform::UINavigationController& navigation, std::string_view path) {
     path = withoutSlashesAround(path);
     while (!path.empty()) {
-        UIViewController& page = *navigation.topViewController();
-        const std::string_view title = firstTitle(page, path);
-        if (!openPageTitled(page, title, GreyedLinks::followed)) return noSuchPage(page, title);
+        const std::string_view title = firstTitle(*navigation.topViewController(), path);
+        const auto opened = openPage(navigation, title);
+        if (!opened) return opened;
         path.remove_prefix(std::min(path.size(), title.size() + 1));
     }
     return platform::Done();

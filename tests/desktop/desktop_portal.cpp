@@ -38,12 +38,29 @@ Q_DECLARE_METATYPE(desktop_tests::Accent)
 
 namespace desktop_tests {
 
+QDBusObjectPath ChooserPortal::OpenFile(const QString&, const QString&, const QVariantMap& options,
+                                        const QDBusMessage& call) {
+    asked = options;
+    QString sender = call.service().mid(1);
+    sender.replace(u'.', u'_');
+    const QString request =
+        "/org/freedesktop/portal/desktop/request/" + sender + u'/' + options.value("handle_token").toString();
+    QDBusMessage response = QDBusMessage::createSignal(request, "org.freedesktop.portal.Request", "Response");
+    QVariantMap results;
+    if (!address.isEmpty()) results["uris"] = QStringList(address);
+    response << (address.isEmpty() ? 1U : 0U) << results;
+    _bus.send(response);
+    return QDBusObjectPath(request);
+}
+
 DesktopPortal::DesktopPortal(const std::string& busAddress, Settings settings)
     : _bus(QDBusConnection::connectToBus(QString::fromStdString(busAddress), connectionName)),
-      _settings(std::move(settings)) {
+      _settings(std::move(settings)),
+      _chooser(new ChooserPortal(*this, _bus)) {
     qDBusRegisterMetaType<Settings>();
     const bool isThere = _bus.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), this,
-                                             QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals) &&
+                                             QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals |
+                                                 QDBusConnection::ExportAdaptors) &&
                          _bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop"));
     if (!isThere) throw std::runtime_error("the portal cannot be had: " + _bus.lastError().message().toStdString());
 }

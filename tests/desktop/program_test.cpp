@@ -67,8 +67,9 @@ TEST_F(Program, drawsEveryPageInTheDevicesSize) {
     for (const char* name :
          {"trivel-3.png", "trivel-3-mail.png", "trivel-3-post.png", "trivel-3-the-creators.png",
           "trivel-3-advanced-options.png", "trivel-3-advanced-options-slider-actions.png",
-          "trivel-3-advanced-options-quick-launcher.png", "trivel-3-advanced-options-album-artwork.png",
-          "trivel-3-advanced-options-close-all-apps.png", "trivel-3-advanced-options-disable-in-applications.png"})
+          "trivel-3-advanced-options-quick-launcher.png", "trivel-3-advanced-options-album-artwork.png", "find.png",
+          "phones.png", "trivel-3-advanced-options-close-all-apps.png",
+          "trivel-3-advanced-options-disable-in-applications.png"})
         EXPECT_TRUE(files.contains(name)) << name << " of " << files.join(u' ').toStdString();
     for (const QString& file : files) {
         const QImage image(pictures + u'/' + file);

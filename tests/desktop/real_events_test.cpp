@@ -6,6 +6,7 @@
 #include <QTest>
 #include <functional>
 
+#include "tests/desktop/desktop_portal.h"
 #include "tests/desktop/patches.h"
 #include "tests/desktop/real_program.h"
 #include "tests/desktop/settings_text.h"
@@ -65,6 +66,21 @@ protected:
     QByteArray settings() {
         QFile file(phone + "/var/mobile/Library/Preferences/com.fenwary.trivel3.plist");
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+
+    // What a program says in a dialog, and then, with this status, on standard error.
+    QString messageOf(const QStringList& arguments, int status = 1) {
+        const QRect before = display.window();
+        kit::ChildProcess failing(command(arguments), environment);
+        const bool isShown =
+            waitFor([&] { return (!display.window().isEmpty() && display.window() != before) || failing.hasEnded(); });
+        EXPECT_TRUE(isShown && !failing.hasEnded()) << "there is no dialog";
+        display.focusWindow();
+        display.press(Display::Escape);
+        const kit::Outcome outcome = failing.finish();
+        EXPECT_EQ(outcome.status, status);
+        EXPECT_EQ(kit::linesOf(outcome.errors).size(), 1U) << outcome.errors;
+        return QString::fromStdString(outcome.errors);
     }
 
     bool settingBecomes(const char* key, const char* element) {
@@ -222,16 +238,79 @@ TEST_F(RealEvents, windowOfAPhoneThatIsOpenIsTheOnlyOne) {
     open();
     // Reached by another path, it is the same phone.
     EXPECT_EQ(run({"--phone", phone + "/../phone/"}).status, 0);
+    EXPECT_EQ(run({"file://" + phone}).status, 0) << "an address of the same folder";
     EXPECT_FALSE(program->hasEnded());
     EXPECT_TRUE(showsSwitchesOn(onAtFirst));
+    // A page can be asked of it.
+    EXPECT_EQ(run({phone, "--page", "Advanced Options"}).status, 0);
+    ASSERT_TRUE(waitFor([this] { return switchesOn(display.picture()).size() != onAtFirst; }));
+    display.press(Display::Home);
+    display.press(Display::Space);
+    EXPECT_TRUE(settingBecomes("ReachabilityMode", "<false/>")) << settings().toStdString();
 }
 
 TEST_F(RealEvents, openWindowTakesNoOtherOptionsAndSaysSo) {
     open();
-    const Result second = run({"--phone", phone, "--appearance", "dark"});
-    EXPECT_EQ(second.status, 1);
-    EXPECT_TRUE(second.errors.contains("this phone's window is open already")) << second.errors.toStdString();
+    EXPECT_TRUE(messageOf({"--phone", phone, "--appearance", "dark"}).contains("this phone's window is open already"));
     EXPECT_TRUE(showsSwitchesOn(onAtFirst));
+    EXPECT_TRUE(messageOf({"--phone", phone, "--page", "Nowhere"}).contains("leads to no page 'Nowhere'"));
+    EXPECT_TRUE(showsSwitchesOn(onAtFirst));
+}
+
+// Whoever has started a program by its icon reads no line on standard error.
+TEST_F(RealEvents, errorsAreDialogsWhereThereIsNoTerminal) {
+    EXPECT_TRUE(messageOf({phone + "-not"}).contains(phone + "-not"));
+    EXPECT_TRUE(messageOf({"--nonsense"}, 2).contains("--nonsense"));
+    EXPECT_TRUE(messageOf({"sftp://elsewhere/phone"}, 2).contains("sftp://elsewhere/phone"));
+    EXPECT_TRUE(messageOf({phone, "--page", "Advanced Options/Nowhere"}).contains("leads to no page 'Nowhere'"));
+}
+
+TEST_F(RealEvents, findGoesToARowOfAnotherPageAndUndoTakesBackWhatIsDoneThere) {
+    open();
+    display.press(Display::LetterF, {Display::Control});
+    ASSERT_TRUE(showsSwitchesOn(0)) << "what is found lies over the page";
+    display.type("hud");
+    display.press(Display::Return);
+    display.press(Display::Space);
+    ASSERT_TRUE(settingBecomes("SliderActionsDisableHUD", "<true/>")) << settings().toStdString();
+    ASSERT_TRUE(showsSwitchesOn(1));
+    display.press(Display::LetterZ, {Display::Control});
+    EXPECT_TRUE(showsSwitchesOn(0));
+    EXPECT_TRUE(waitFor([this] { return !settings().contains("SliderActionsDisableHUD"); }))
+        << settings().toStdString();
+    display.type("hot");
+    display.press(Display::Escape);
+    display.press(Display::Escape);
+    display.press(Display::Escape);
+    EXPECT_TRUE(waitFor([this] { return !switchesOn(display.picture()).empty(); })) << "the page before is seen";
+}
+
+TEST_F(RealEvents, anotherPhoneIsOpenedInAWindowOfItsOwn) {
+    DesktopPortal portal(bus.address(), {});
+    const QString other = pathOf("Bob's Phone");
+    ASSERT_TRUE(QDir().mkpath(other + "/var"));
+    portal.chooser().address = QUrl::fromLocalFile(other).toString(QUrl::FullyEncoded);
+    open();
+    EXPECT_EQ(display.windowTitle(), "phone – Trivel 3");
+    display.press(Display::LetterO, {Display::Control});
+    ASSERT_TRUE(waitFor([this] { return display.windowTitle() == "Bob's Phone – Trivel 3"; }))
+        << display.windowTitle().toStdString();
+    EXPECT_EQ(portal.chooser().asked.value("directory"), true);
+    ASSERT_TRUE(waitFor([this] { return namesOnBus().filter("com.fenwary.trivel3.Settings.").size() == 2; }));
+    display.focusWindow();
+    display.press(Display::LetterQ, {Display::Control});
+    ASSERT_TRUE(waitFor([this] { return display.windowTitle() == "phone – Trivel 3"; }));
+    ASSERT_TRUE(waitFor([this] { return namesOnBus().filter("com.fenwary.trivel3.Settings.").size() == 1; }));
+    end(*program);
+    // The sample phone's window says what it is, and the page of phones has both that were open.
+    phone.clear();
+    environment["XDG_DATA_HOME"] = folder / "data";
+    program.emplace(command({"--appearance", "light"}), environment);
+    waitForWindow();
+    EXPECT_EQ(display.windowTitle(), "Sample Phone – Trivel 3");
+    QFile memory(pathOf("config/trivel3/trivel3-settings.ini"));
+    ASSERT_TRUE(memory.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(memory.readAll().contains("Bob's Phone"));
 }
 
 TEST_F(RealEvents, windowThatDoesNotAnswerKeepsNobodyFromTheSettings) {

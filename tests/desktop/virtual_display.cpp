@@ -96,6 +96,19 @@ QRect VirtualDisplay::window() const {
     return place ? QRect(place->x, place->y, place->width, place->height) : QRect();
 }
 
+QString VirtualDisplay::windowTitle() const {
+    xcb_connection_t* x = _connection.get();
+    constexpr char name[] = "_NET_WM_NAME";
+    const auto atom = answer(xcb_intern_atom_reply(x, xcb_intern_atom(x, 1, sizeof name - 1, name), nullptr));
+    if (!atom) return {};
+    constexpr quint32 longest = 256;
+    const auto title = answer(xcb_get_property_reply(
+        x, xcb_get_property(x, 0, topWindow(), atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, longest), nullptr));
+    if (!title) return {};
+    return QString::fromUtf8(static_cast<const char*>(xcb_get_property_value(title.get())),
+                             xcb_get_property_value_length(title.get()));
+}
+
 void VirtualDisplay::focusWindow() {
     xcb_set_input_focus(_connection.get(), XCB_INPUT_FOCUS_PARENT, topWindow(), XCB_CURRENT_TIME);
     xcb_flush(_connection.get());
@@ -143,6 +156,11 @@ void VirtualDisplay::press(Key key, std::vector<Key> modifiers) {
     send(XCB_KEY_RELEASE, codeOf(key));
     for (Key modifier : modifiers)
         send(XCB_KEY_RELEASE, codeOf(modifier));
+}
+
+void VirtualDisplay::type(const char* letters) {
+    for (const char* each = letters; *each; ++each)
+        press(static_cast<Key>(*each));
 }
 
 }  // namespace desktop_tests

@@ -22,7 +22,10 @@ public:
     /// The keys that tests press, by their X names' values.
     enum Key : quint32 {
         Space = 0x20,
+        LetterF = 0x66,
+        LetterO = 0x6f,
         LetterQ = 0x71,
+        LetterZ = 0x7a,
         Home = 0xff50,
         Up = 0xff52,
         Down = 0xff54,
@@ -49,6 +52,8 @@ public:
     QRgb pixel(QPoint at) const;
     /// Where the one window is; empty while there is none.
     QRect window() const;
+    /// What the topmost window is called.
+    QString windowTitle() const;
     /// Gives the window the keyboard, as a window manager would.
     void focusWindow();
 
@@ -56,6 +61,8 @@ public:
     /// Moves the mouse with its button down.
     void drag(QPoint from, QPoint to);
     void press(Key key, std::vector<Key> modifiers = {});
+    /// Small letters of ASCII.
+    void type(const char* letters);
 
 private:
     struct Closer {

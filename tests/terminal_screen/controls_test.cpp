@@ -30,32 +30,30 @@ TEST(ScreenControls, moveFromRowToRowAndFromEndToEnd) {
     EXPECT_TRUE(screen.terminal.waitForRow("▸", "Multi-Center"));
 }
 
-TEST(ScreenControls, findRowsAsTheirLabelsAreTyped) {
+TEST(ScreenControls, findRowsOnAllPagesAsTheirLabelsAreTyped) {
     OpenedScreen screen;
-    screen.terminal.type("/switch");
-    EXPECT_TRUE(screen.terminal.waitForRow("▸", "Quick Switcher"));
-    EXPECT_THAT(screen.terminal.lines().back(), HasSubstr("Find: switch"));
+    screen.terminal.type("/set volume");
+    EXPECT_TRUE(screen.terminal.waitForRow("▸", "Set Volume to Minimum"));
+    EXPECT_TRUE(screen.terminal.waitFor("Trivel 3 › Advanced Options › Slider Actions › Tap Volume Icon to:"));
     screen.terminal.press({"Escape"});
-    EXPECT_TRUE(screen.terminal.waitForRow("▸", "Multi-Center"));
+    ASSERT_TRUE(screen.terminal.waitFor("it is looked for on all pages"));
+    screen.terminal.press({"Escape"});
+    ASSERT_TRUE(screen.terminal.waitForRow("▸", "Multi-Center"));
 
-    screen.terminal.type("/cr");
-    screen.terminal.press({"Enter"});
-    EXPECT_TRUE(screen.terminal.waitForRow("▸", "The Creators"));
-    screen.terminal.type("/nothing like it");
-    EXPECT_TRUE(screen.terminal.waitFor("no such row"));
-}
-
-TEST(ScreenControls, findTheNextRowAndTheOneBefore) {
-    OpenedScreen screen;
-    screen.terminal.type("/corner");
+    screen.terminal.type("/set volume");
+    screen.terminal.press({"Down", "Enter"});
+    ASSERT_TRUE(screen.terminal.waitForRow("▸", "Set Volume to Maximum"));
+    EXPECT_THAT(screen.terminal.lines().front(), HasSubstr("Slider Actions"));
+    screen.terminal.press({"N"});
+    EXPECT_TRUE(screen.terminal.waitForRow("▸", "Set Volume to Minimum"));
+    screen.terminal.press({"n"});
+    EXPECT_TRUE(screen.terminal.waitForRow("▸", "Set Volume to Maximum"));
+    screen.terminal.type("/HotCorners");
     screen.terminal.press({"Enter"});
     ASSERT_TRUE(screen.terminal.waitForRow("▸", "Hot Corners"));
-    screen.terminal.type("/c");
-    screen.terminal.press({"Enter"});
-    screen.terminal.press({"n"});
-    EXPECT_TRUE(screen.terminal.waitForRow("▸", "Advanced Options"));
-    screen.terminal.press({"N"});
-    EXPECT_TRUE(screen.terminal.waitForRow("▸", "Hot Corners"));
+    EXPECT_THAT(screen.terminal.lines().front(), Not(HasSubstr("‹"))) << "back on the first page";
+    screen.terminal.type("/nothing like it");
+    EXPECT_TRUE(screen.terminal.waitFor("Found on no page"));
 }
 
 TEST(ScreenControls, helpTellsTheKeys) {

@@ -5,15 +5,13 @@
 #include "hosts/terminal/render/page_layout.h"
 #include "hosts/terminal/screen/bars.h"
 #include "hosts/terminal/screen/controls.h"
-#include "hosts/terminal/screen/find_prompt.h"
-#include "tests/terminal_screen/long_page.h"
+#include "hosts/terminal/screen/find_sheet.h"
 
 namespace terminal_screen_test {
 namespace {
 
 using namespace hosts::terminal;
 using namespace hosts::terminal::screen;
-using platform::NSIndexPath;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -166,15 +164,75 @@ TEST(RowLines, sayGreyedInWordsAndCutLongLabels) {
     EXPECT_EQ(lines[0].columns(), 29u);
 }
 
-TEST(RowSearch, goesRoundThePage) {
-    LongScreen screen(20);
-    EXPECT_EQ(searchRow(*screen.page, "ROW 1", {0, 0}, SearchFrom::here), (NSIndexPath{0, 1}));
-    EXPECT_EQ(searchRow(*screen.page, "row 1", {0, 1}, SearchFrom::here), (NSIndexPath{0, 1}));
-    EXPECT_EQ(searchRow(*screen.page, "row 1", {0, 1}, SearchFrom::next), (NSIndexPath{0, 10}));
-    EXPECT_EQ(searchRow(*screen.page, "row 1", {0, 19}, SearchFrom::next), (NSIndexPath{0, 1}));
-    EXPECT_EQ(searchRow(*screen.page, "row 1", {0, 1}, SearchFrom::before), (NSIndexPath{0, 19}));
-    EXPECT_EQ(searchRow(*screen.page, "no such", {0, 1}, SearchFrom::next), std::nullopt);
-    EXPECT_EQ(searchRow(*screen.page, "", {0, 1}, SearchFrom::here), std::nullopt);
+/// A sheet that finds as many hits as the text has characters.
+struct CountingFindSheet {
+    std::optional<std::size_t> chosen;
+    bool isClosed = false;
+    FindSheet sheet{unicode,
+                    {.search =
+                         [](const std::string& text) {
+                             std::vector<hosts::FindHit> hits;
+                             for (std::size_t i = 0; i < text.size(); ++i)
+                                 hits.push_back({.text = "Hit " + std::to_string(i), .place = "Page"});
+                             return hits;
+                         },
+                     .close = [this] { isClosed = true; },
+                     .choose = [this](const auto&, std::size_t hit) { chosen = hit; }}};
+
+    void type(const std::string& text) {
+        for (const char each : text) {
+            Event event = key(Key::character);
+            event.character = std::string(1, each);
+            sheet.handle(event);
+        }
+    }
+    std::vector<std::string> lines(std::size_t height) {
+        std::vector<std::string> texts;
+        for (const Line& line : sheet.compose({30, height}).lines) {
+            texts.push_back(line.text());
+            texts.back().erase(texts.back().find_last_not_of(' ') + 1);
+        }
+        return texts;
+    }
+};
+
+TEST(FindSheet, showsTheHitsAroundTheChosenOne) {
+    CountingFindSheet find;
+    find.type("abc d");
+    EXPECT_THAT(find.lines(7), ElementsAre("", "  abc d", "", "▸ Hit 0", "    Page", "  Hit 1", "    Page"));
+    for (int i = 0; i < 3; ++i)
+        find.sheet.handle(key(Key::down));
+    EXPECT_THAT(find.lines(7), ElementsAre("", "  abc d", "", "  Hit 2", "    Page", "▸ Hit 3", "    Page"));
+    find.sheet.handle(key(Key::up));
+    EXPECT_THAT(find.lines(5), ElementsAre("", "  abc d", "", "▸ Hit 2", "    Page"));
+    find.sheet.handle(key(Key::enter));
+    EXPECT_EQ(find.chosen, 2u);
+    EXPECT_TRUE(find.isClosed);
+}
+
+TEST(FindSheet, goesToTheHitUnderAClickAndToNoneBelowThem) {
+    CountingFindSheet find;
+    find.type("ab");
+    find.lines(12);
+    Event click = key(Key::click);
+    click.line = 7;
+    find.sheet.handle(click);
+    EXPECT_EQ(find.chosen, std::nullopt);
+    click.line = 6;
+    find.sheet.handle(click);
+    EXPECT_EQ(find.chosen, 1u);
+}
+
+TEST(FindSheet, clearsByEscapeAndThenCloses) {
+    CountingFindSheet find;
+    find.type("a");
+    find.sheet.handle(key(Key::escape));
+    EXPECT_FALSE(find.isClosed);
+    EXPECT_EQ(find.lines(12)[1], "");
+    find.sheet.handle(key(Key::enter));
+    EXPECT_EQ(find.chosen, std::nullopt);
+    find.sheet.handle(key(Key::escape));
+    EXPECT_TRUE(find.isClosed);
 }
 
 }  // namespace

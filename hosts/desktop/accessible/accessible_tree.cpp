@@ -67,9 +67,10 @@ QAccessible::State AccessibleStage::state() const {
 
 // By the names of their QML files: the class is all that is known of an item that is still being made.
 QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
-    constexpr std::array stages{std::pair{"Shell_QML", QAccessible::Pane}, std::pair{"PageItem_QML", QAccessible::Pane},
-                                std::pair{"ComposerSheet_QML", QAccessible::Dialog},
-                                std::pair{"SheetQuestion_QML", QAccessible::Dialog}};
+    constexpr std::array stages{
+        std::pair{"Shell_QML", QAccessible::Pane},           std::pair{"PageItem_QML", QAccessible::Pane},
+        std::pair{"ComposerSheet_QML", QAccessible::Dialog}, std::pair{"FindSheet_QML", QAccessible::Dialog},
+        std::pair{"PhonesSheet_QML", QAccessible::Dialog},   std::pair{"SheetQuestion_QML", QAccessible::Dialog}};
     auto* item = qobject_cast<QQuickItem*>(object);
     if (!item) return nullptr;
     if (className.startsWith(QLatin1String("TablePage_QML"))) return new AccessibleTable(item);

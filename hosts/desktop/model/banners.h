@@ -12,7 +12,7 @@ namespace hosts::desktop {
 /// Something for the user to read in the window, and at most one thing to do about it.
 struct Banner {
     /// What it is about. Of each there is one banner at most, but for remarks: a new one takes the place of the old.
-    enum class About { change, settings, phone, link, composer, undo, remark };
+    enum class About { change, settings, phone, sample, link, composer, undo, remark };
 
     About about = About::remark;
     /// One or more sentences. It may hold no character that steers the text.

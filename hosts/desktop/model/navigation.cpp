@@ -11,6 +11,8 @@
 namespace hosts::desktop {
 Navigation::Navigation(HandOver& handOver) : _handOver(handOver), _controller(*this) {
     QQmlEngine::setObjectOwnership(&_banners, QQmlEngine::CppOwnership);
+    QQmlEngine::setObjectOwnership(&_find, QQmlEngine::CppOwnership);
+    QQmlEngine::setObjectOwnership(&_phones, QQmlEngine::CppOwnership);
 }
 
 Navigation::~Navigation() {
@@ -29,6 +31,40 @@ void Navigation::follow(const QStringList& titles) {
     }
     _isAnimated = false;
     publish();
+}
+
+platform::Result<platform::Done> Navigation::openPath(std::string_view path) {
+    while (_controller.popViewControllerAnimated(false)) {
+    }
+    auto followed = followTitlePath(_controller, path);
+    _isAnimated = false;
+    publish();
+    return followed;
+}
+
+void Navigation::useFinder(Finder& finder) {
+    constexpr std::size_t mostHits = 30;
+    _find.use(
+        [this, &finder](const std::string& text) {
+            return finder.find(text, mostHits, {current()->controller(), titles()});
+        },
+        [this](const FindHit& hit) { goTo(hit); });
+}
+
+void Navigation::goTo(const FindHit& hit) {
+    const auto gone = goToPage(_controller, titles(), hit);
+    _isAnimated = false;
+    publish();
+    if (!gone) return tell({.text = QString::fromStdString(printable(gone.error().text())), .isProblem = true});
+    const auto row = rowOf(current()->controller(), hit);
+    if (row && current()->table()) emit current()->rowWanted(current()->table()->lineOfRow(*row));
+}
+
+std::vector<std::string> Navigation::titles() const {
+    std::vector<std::string> titles;
+    for (std::size_t i = 1; i < _stack.size(); ++i)
+        titles.push_back(_stack[i]->controller().title());
+    return titles;
 }
 
 QStringList Navigation::path() const {

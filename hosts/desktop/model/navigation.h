@@ -12,7 +12,9 @@
 
 #include "hosts/desktop/model/banners.h"
 #include "hosts/desktop/model/composer.h"
+#include "hosts/desktop/model/find.h"
 #include "hosts/desktop/model/page.h"
+#include "hosts/desktop/model/phones.h"
 #include "platform/ui/navigation_controller.h"
 
 namespace hosts::desktop {
@@ -30,6 +32,8 @@ class Navigation : public QAbstractListModel, public platform::NavigationHost {
     Q_PROPERTY(bool composerShown READ isComposerShown NOTIFY composerShownChanged)
     Q_PROPERTY(bool composerAnimated READ isComposerAnimated NOTIFY composerShownChanged)
     Q_PROPERTY(hosts::desktop::Banners* banners READ bannersForQml CONSTANT)
+    Q_PROPERTY(hosts::desktop::Find* find READ findForQml CONSTANT)
+    Q_PROPERTY(hosts::desktop::Phones* phones READ phonesForQml CONSTANT)
 
 public:
     enum Role { PageRole = Qt::UserRole };
@@ -40,6 +44,15 @@ public:
 
     /// Opens the first page.
     void open(std::shared_ptr<platform::UIViewController> root);
+
+    /// Opens the page that titles lead to from the first page, with "/" between them, whichever is open now. The
+    /// problem, where one of them leads to no page, is one line.
+    platform::Result<platform::Done> openPath(std::string_view path);
+
+    /// From here on, what the user looks for is found by the finder, which outlives the navigation.
+    void useFinder(Finder& finder);
+    /// Opens the hit's page, with the keyboard on its row.
+    void goTo(const FindHit& hit);
 
     /// Opens the pages below the first that the titles name, as far as links lead there.
     void follow(const QStringList& titles);
@@ -53,6 +66,8 @@ public:
     bool isComposerShown() const { return _isComposerShown; }
     bool isComposerAnimated() const { return _isComposerAnimated; }
     Banners& banners() { return _banners; }
+    Find& find() { return _find; }
+    Phones& phones() { return _phones; }
 
     /// The room that a page has, in points.
     Q_INVOKABLE void resize(QSizeF size);
@@ -99,6 +114,9 @@ signals:
 
 private:
     Banners* bannersForQml() { return &_banners; }
+    Find* findForQml() { return &_find; }
+    Phones* phonesForQml() { return &_phones; }
+    std::vector<std::string> titles() const;
     void tellOutcome(const ComposerOutcome& outcome);
     void publishLater();
     void publish();
@@ -120,6 +138,8 @@ private:
     bool _isComposerShown = false;
     bool _isComposerAnimated = false;
     Banners _banners;
+    Find _find;
+    Phones _phones;
     /// Last, so that it goes first: pages and composers that it lets go may be drawn until then.
     platform::UINavigationController _controller;
 };

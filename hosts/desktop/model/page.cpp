@@ -73,6 +73,11 @@ void Page::letGo() {
     if (_table) _table->letGo();
 }
 
+void Page::type(const QString& typed) {
+    const int line = _table->type(typed);
+    if (line >= 0) emit rowWanted(line);
+}
+
 void Page::touchRightItem() {
     platform::UIButton* const button = rightButtonOf(*_controller);
     if (button && !_isGone) button->sendActionsForControlEvents(platform::UIControlEventTouchUpInside);

@@ -64,10 +64,14 @@ public:
     void letGo();
 
     Q_INVOKABLE void touchRightItem();
+    /// So much has been typed of an application's name, on a page that lists them.
+    Q_INVOKABLE void type(const QString& typed);
 
 signals:
     void headerChanged();
     void placeChanged();
+    /// The user has been led to the row on this line of the table.
+    void rowWanted(int line);
 
 private:
     std::shared_ptr<platform::UIView> headerView() const;

@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "hosts/desktop/drawing/view_handle.h"
+#include "hosts/session/finder.h"
 #include "platform/list/table_cell.h"
 
 namespace hosts::desktop {
@@ -17,6 +18,22 @@ const char* lineKind(Part part, const platform::PSSpecifier* specifier) {
     if (part == Part::header) return "header";
     if (part == Part::footer) return "footer";
     return specifier ? kindName(rowKind(*specifier)) : "view";
+}
+
+bool isApplication(const TableLine& line) {
+    return line.isRow() && line.specifier && isApplicationRow(*line.specifier);
+}
+
+constexpr int worstFit = 3;
+
+// 0 for a name that begins with what was typed, 1 for one that has a word which does, 2 for one that holds it.
+int fitOfName(const QString& name, const QString& typed) {
+    int best = worstFit;
+    for (qsizetype at = name.indexOf(typed, 0, Qt::CaseInsensitive); at >= 0;
+         at = name.indexOf(typed, at + 1, Qt::CaseInsensitive)) {
+        best = std::min(best, at == 0 ? 0 : name.at(at - 1).isLetterOrNumber() ? 2 : 1);
+    }
+    return best;
 }
 
 std::ptrdiff_t offset(std::size_t position) {
@@ -220,6 +237,43 @@ int TableModel::rowBeside(int line, int step) const {
     while (isLine(beside) && !lineAt(beside).isRow())
         beside += step > 0 ? 1 : -1;
     return isLine(beside) ? beside : -1;
+}
+
+int TableModel::lineOfRow(platform::NSIndexPath path) const {
+    const auto line =
+        std::ranges::find_if(_lines, [path](const TableLine& each) { return each.isRow() && each.path == path; });
+    return line == _lines.end() ? -1 : static_cast<int>(std::distance(_lines.begin(), line));
+}
+
+bool TableModel::listsApplications() const {
+    return std::ranges::any_of(_lines, isApplication);
+}
+
+int TableModel::type(const QString& typed) {
+    const int line = applicationNamed(typed);
+    _typed = typed;
+    _isTypedInVain = line < 0;
+    emit typedChanged();
+    return line;
+}
+
+void TableModel::endTyping() {
+    if (_typed.isEmpty()) return;
+    _typed.clear();
+    emit typedChanged();
+}
+
+int TableModel::applicationNamed(const QString& typed) const {
+    int best = -1;
+    int bestFit = worstFit;
+    for (std::size_t i = 0; i < _lines.size() && bestFit > 0 && !typed.isEmpty(); ++i) {
+        if (!isApplication(_lines[i])) continue;
+        const int fit = fitOfName(QString::fromStdString(_lines[i].specifier->name()), typed);
+        if (fit >= bestFit) continue;
+        best = static_cast<int>(i);
+        bestFit = fit;
+    }
+    return best;
 }
 
 bool TableModel::says(int line) const {

@@ -72,6 +72,10 @@ class TableModel : public QAbstractListModel, public platform::TableHost {
     QML_UNCREATABLE("A page has its table")
     /// Whether lines that come and go are to be seen doing so.
     Q_PROPERTY(bool animating READ isAnimating NOTIFY animatingChanged)
+    /// What has been typed of an application's name, on a page that lists applications.
+    Q_PROPERTY(QString typed READ typed NOTIFY typedChanged)
+    /// Whether there is no application of that name.
+    Q_PROPERTY(bool typedInVain READ isTypedInVain NOTIFY typedChanged)
 
 public:
     enum Role {
@@ -112,11 +116,24 @@ public:
     /// The row nearest to a line, going by the step, which is not the line itself; -1 for none.
     Q_INVOKABLE int rowBeside(int line, int step) const;
 
+    /// The line that the row is on; -1 for none.
+    int lineOfRow(platform::NSIndexPath path) const;
+
     /// What a line says, whether or not it is on the screen; nothing for a number that is no line's.
     SpokenLine spoken(int line) const;
     /// Whether it says anything: there are headers and footers without a text.
     bool says(int line) const;
     int idAt(int line) const { return isLine(line) ? lineAt(line).id : 0; }
+
+    const QString& typed() const { return _typed; }
+    bool isTypedInVain() const { return _isTypedInVain; }
+    /// Whether typing is for the page's applications.
+    Q_INVOKABLE bool listsApplications() const;
+    /// Takes what has been typed, and gives the line of the application that it is best for: whose name begins with it,
+    /// or else has a word that does, or else holds it; -1 for none.
+    Q_INVOKABLE int type(const QString& typed);
+    /// The user goes on in another way.
+    Q_INVOKABLE void endTyping();
 
     /// What Enter, Space and others who have no finger do to the row: its switch is moved where it has one, and else it
     /// is tapped. Nothing on a row that is greyed.
@@ -149,6 +166,7 @@ signals:
     /// The user has done something to a row.
     void acted();
     void animatingChanged();
+    void typedChanged();
     /// Changes so far are to be laid out now: those that follow are of another kind.
     void settle();
 
@@ -168,6 +186,7 @@ private:
     void adoptPlaces(const std::vector<TableLine>& lines);
     void setAnimating(bool animating);
 
+    int applicationNamed(const QString& typed) const;
     bool isLine(int line) const { return line >= 0 && static_cast<std::size_t>(line) < _lines.size(); }
     TableLine& lineAt(int line) const { return _lines[static_cast<std::size_t>(line)]; }
     LiveRow* liveRow(TableLine& line) const;
@@ -193,6 +212,8 @@ private:
     int _lastId = 0;
     bool _isAnimating = false;
     std::optional<RowAct> _act;
+    QString _typed;
+    bool _isTypedInVain = false;
 };
 
 }  // namespace hosts::desktop

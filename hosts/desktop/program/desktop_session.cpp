@@ -27,13 +27,17 @@ platform::Result<platform::Done> DesktopSession::open(QSize size) {
     _window = std::make_unique<SettingsWindow>(_navigation);
     const auto loaded = _window->load(size);
     if (!loaded) return loaded;
-    _window->view().setTitle(QString::fromStdString((*root)->title()));
+    _window->view().setTitle(shownText(nameOf(_outside.phone)) + QStringLiteral(" – ") +
+                             QString::fromStdString((*root)->title()));
     // The cells of a page are produced after the handler of what has changed them has returned, for the next picture.
     QObject::connect(&_window->view(), &QQuickWindow::afterAnimating, &_navigation, [this] { closeTurn(); });
     // Rows that look as before need no picture, but what has become of the act may have to be told.
     QObject::connect(&_navigation, &Navigation::acted, &_window->view(), [this] { _window->view().update(); });
     QObject::connect(&_navigation, &Navigation::undoAsked, &_navigation, [this] { tellTakenBack(_session->undo()); });
     QObject::connect(&_navigation, &Navigation::redoAsked, &_navigation, [this] { tellTakenBack(_session->redo()); });
+    // What the pages say is found out when the user first wants to know, and then once for each search.
+    QObject::connect(&_navigation.find(), &Find::openChanged, &_navigation, [this] { _finder.forget(); });
+    _navigation.useFinder(_finder);
     _navigation.open(*std::move(root));
     return platform::Done();
 }
@@ -115,6 +119,8 @@ void DesktopSession::lookAtFiles() {
 void DesktopSession::showFilesAnew() {
     if (Page* const page = _navigation.current()) _session->bringUpToDate(page->controller());
     _navigation.redrawVisibleRows();
+    _finder.forget();
+    if (_navigation.find().isOpen()) _navigation.find().refresh();
     _window->view().update();
 }
 

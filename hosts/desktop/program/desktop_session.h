@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "hosts/desktop/program/settings_window.h"
+#include "hosts/session/finder.h"
 #include "hosts/session/settings_session.h"
 
 namespace hosts::desktop {
@@ -25,7 +26,8 @@ public:
         DeviceShape shape;
     };
 
-    explicit DesktopSession(const Outside& outside) : _outside(outside), _navigation(outside.handOver) {}
+    explicit DesktopSession(const Outside& outside)
+        : _outside(outside), _finder(outside.phone), _navigation(outside.handOver) {}
     ~DesktopSession();
 
     /// Loads the pane and opens its root page in a window of this size, which is not shown yet.
@@ -49,6 +51,7 @@ private:
 
     Outside _outside;
     std::unique_ptr<SettingsSession> _session;
+    Finder _finder;
     Navigation _navigation;
     std::unique_ptr<SettingsWindow> _window;
     std::vector<std::string> _observedFiles;

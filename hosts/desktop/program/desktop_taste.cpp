@@ -29,10 +29,6 @@ constexpr uint moreContrast = 1;
 constexpr uint reducedMotion = 1;
 constexpr int middleLightness = 128;
 
-bool systemColoursAreDark() {
-    return QGuiApplication::palette().color(QPalette::Window).lightness() < middleLightness;
-}
-
 // Three numbers from 0 to 1. Others mean that there is no such colour.
 std::optional<QColor> accentIn(const QVariant& value) {
     if (!value.canConvert<QDBusArgument>()) return std::nullopt;
@@ -57,6 +53,10 @@ double scaleIn(const QVariant& value) {
 }
 
 }  // namespace
+
+bool systemColoursAreDark() {
+    return QGuiApplication::palette().color(QPalette::Window).lightness() < middleLightness;
+}
 
 DesktopTaste::DesktopTaste() : _taste{.dark = systemColoursAreDark(), .accent = std::nullopt} {
     ask();

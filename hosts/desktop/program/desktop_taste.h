@@ -28,6 +28,9 @@ struct Taste {
     bool operator==(const Taste&) const = default;
 };
 
+/// Whether the colours are dark that Qt has from the system.
+bool systemColoursAreDark();
+
 /// The taste that the desktop knows of. It is asked over its portal without waiting for it, and
 /// listened to from then on; until it has answered, and where there is none, the system's colours
 /// decide.

@@ -4,6 +4,8 @@
 #include <CLI/CLI.hpp>
 #include <string>
 
+#include "hosts/desktop/model/phones.h"
+#include "hosts/desktop/program/message_window.h"
 #include "hosts/session/exit_status.h"
 
 namespace hosts::desktop {
@@ -24,6 +26,18 @@ std::optional<Options> parseOptions(int argumentCount, char** arguments, int& st
     app.set_version_flag("--version", "trivel3-settings " TRIVEL3_VERSION);
     app.set_help_flag("--help,-h", "Print this help and exit");
     options.addTo(app);
+    std::vector<std::string> folders;
+    app.add_option("folders", folders, "Phones to open, in place of --phone: folders, or their addresses (file:///…)")
+        ->type_name("FOLDER")
+        ->check(CLI::Validator(
+            [](const std::string& text) {
+                return folderNamed(QString::fromStdString(text)).isEmpty()
+                           ? "'" + text + "' is no folder of this machine"
+                           : std::string();
+            },
+            ""));
+    app.add_option("--page", options.page, "The page to open: the titles of the links that lead there, with / between")
+        ->type_name("TITLES");
     app.add_option("--appearance", appearanceName, "light or dark, whatever the desktop's is")
         ->check(CLI::IsMember({"light", "dark"}))
         ->type_name("NAME");
@@ -40,8 +54,15 @@ std::optional<Options> parseOptions(int argumentCount, char** arguments, int& st
     } catch (const CLI::ParseError& error) {
         const bool isAnswer = error.get_exit_code() == 0;
         status = isAnswer ? app.exit(error)
-                          : fail(wrongUsage, std::string(error.what()) + " (see 'trivel3-settings --help')");
+                          : failBeforeUser(argumentCount, arguments, wrongUsage,
+                                           std::string(error.what()) + " (see 'trivel3-settings --help')");
         return std::nullopt;
+    }
+    for (std::string& folder : folders)
+        folder = folderNamed(QString::fromStdString(folder)).toStdString();
+    if (!folders.empty()) {
+        options.phone = folders.front();
+        options.further.assign(folders.begin() + 1, folders.end());
     }
     if (!appearanceName.empty()) options.dark = appearanceName == "dark";
     if (!contrastName.empty()) options.highContrast = contrastName == "high";

@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "hosts/desktop/program/desktop_taste.h"
 #include "hosts/session/phone_options.h"
@@ -11,10 +12,15 @@ namespace hosts::desktop {
 
 /// What the command line asks for.
 struct Options : PhoneOptions {
+    /// Further phones to open, each in a window of its own.
+    std::vector<std::string> further;
     /// Nothing follows the desktop.
     std::optional<bool> dark;
     std::optional<bool> highContrast;
     std::optional<double> textScale;
+    /// The titles of the links that lead to the page to open, with "/" between them; empty for the page that was open
+    /// last.
+    std::string page;
     /// Where every page is to be drawn to; empty for a window.
     std::string screenshots;
 

@@ -11,24 +11,23 @@
 #include <cstdlib>
 #include <optional>
 
-#include "hosts/desktop/accessible/accessible_tree.h"
-#include "hosts/desktop/drawing/qt_values.h"
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/desktop/program/desktop_taste.h"
 #include "hosts/desktop/program/display_opening.h"
 #include "hosts/desktop/program/link_opener.h"
+#include "hosts/desktop/program/message_window.h"
 #include "hosts/desktop/program/options.h"
+#include "hosts/desktop/program/phone_opener.h"
 #include "hosts/desktop/program/screenshots.h"
 #include "hosts/desktop/program/single_instance.h"
 #include "hosts/desktop/program/window_memory.h"
 #include "hosts/session/exit_status.h"
+#include "hosts/session/printable.h"
 #include "hosts/session/program_entry.h"
 #include "hosts/system/arriving_signals.h"
 
 namespace hosts::desktop {
 namespace {
-
-constexpr double usualFontSize = 17;
 
 // The library's event loop is not made to be left by an exception.
 class Application : public QGuiApplication {
@@ -43,15 +42,6 @@ public:
         }
     }
 };
-
-void setUpApplication() {
-    QGuiApplication::setApplicationName(QStringLiteral("trivel3-settings"));
-    QGuiApplication::setApplicationVersion(QStringLiteral(TRIVEL3_VERSION));
-    QGuiApplication::setDesktopFileName(QStringLiteral("com.fenwary.trivel3.Settings"));
-    QGuiApplication::setFont(systemFont(usualFontSize));
-    chooseRenderer();
-    installAccessibleTree();
-}
 
 int runScreenshots(OpenedPhone& phone, const Options& options) {
     const auto taken = takeScreenshots(phone, options);
@@ -88,39 +78,84 @@ void comeForward(QQuickView& view, const QByteArray& token) {
 }
 
 // What was asked of a window that is open already, and came to nothing, must not go unnoticed.
-int leaveToOpenWindow(const Options& options) {
+int leaveToOpenWindow(const Options& options, const QString& problem) {
+    if (!problem.isEmpty()) return failBeforeUser(failed, problem.toStdString());
     const bool wantsAnother = options.device != &usualDeviceShape() || options.asksForTaste() ||
                               !options.deviceInformation.empty() || options.verbose;
     if (!wantsAnother) return done;
-    return fail(failed,
-                "this phone's window is open already, and has come to the front as it is; close it first, for other "
-                "options than --phone to count");
+    return failBeforeUser(
+        failed,
+        "this phone's window is open already, and has come to the front as it is; close it first, for other "
+        "options than --phone to count");
+}
+
+platform::Result<platform::Done> openFirstPage(Navigation& navigation, const Options& options,
+                                               const WindowMemory& memory) {
+    if (!options.page.empty()) return navigation.openPath(options.page);
+    navigation.follow(memory.path());
+    return platform::Done();
+}
+
+// For another program, which tells its user.
+QString openPageInWindow(Navigation& navigation, const QString& titles) {
+    if (navigation.isComposerShown()) return QStringLiteral("the window is busy with an e-mail or a post");
+    navigation.find().close();
+    const auto opened = navigation.openPath(titles.toStdString());
+    return opened ? QString() : QString::fromStdString(opened.error().text());
+}
+
+std::vector<std::string> openFurther(PhoneOpener& opener, const Options& options) {
+    std::vector<std::string> problems;
+    for (const std::string& folder : options.further) {
+        const auto opened = opener.open(QString::fromStdString(folder));
+        if (!opened) problems.push_back(opened.error().text());
+    }
+    return problems;
+}
+
+void offerPhones(Navigation& navigation) {
+    navigation.tell({.about = Banner::About::sample,
+                     .text = QStringLiteral("This is the sample phone: no device is affected."),
+                     .action = QStringLiteral("Open Phone…"),
+                     .act = [&navigation] { navigation.phones().begin(); }});
 }
 
 int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone& phone, const Options& options) {
     const QString key = folderKey(phone.phone->identity().place);
+    PhoneOpener opener(options);
+    const std::vector<std::string> unopened = openFurther(opener, options);
     SingleInstance instance(key);
-    if (!instance.claim()) return leaveToOpenWindow(options);
+    if (!instance.claim(QString::fromStdString(options.page))) {
+        return unopened.empty() ? leaveToOpenWindow(options, instance.problem())
+                                : failBeforeUser(failed, unopened.front());
+    }
 
     DesktopTaste taste;
     const auto informed = phone.phone->useDeviceInformation(phone.deviceInformation);
-    if (!informed) return fail(failed, informed.error());
+    if (!informed) return failBeforeUser(failed, informed.error().text());
     LiveServices services(phone);
     LinkOpener links(services.opener);
     WindowMemory memory(key, QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
     const SessionServices live = services.forSession();
     DesktopSession session({phone,
-                            {live.files, live.notifications, links, live.device, live.listener},
+                            {live.files, live.notifications, links, live.device, live.listener, live.history},
                             services.handOver,
                             shapeForScreen(*options.device)});
     links.tell(session.navigation().banners());
     const auto opened = session.open(startingSize(*options.device, memory));
-    if (!opened) return fail(failed, opened.error());
-    session.navigation().follow(memory.path());
+    if (!opened) return failBeforeUser(failed, opened.error().text());
+    const auto page = openFirstPage(session.navigation(), options, memory);
+    // First: a page may be missing only because of what could not be read.
+    if (!page) return failBeforeUser(failed, phone.outcomes->takeProblem().value_or(page.error()).text());
     QQuickView& view = session.window().view();
+    opener.serve(session.navigation().phones(), view, phone);
+    if (phone.isSample) offerPhones(session.navigation());
+    for (const std::string& problem : unopened)
+        session.navigation().tell({.text = QString::fromStdString(printable(problem)), .isProblem = true});
     followTaste(session.window(), taste, options);
     QObject::connect(&instance, &SingleInstance::wanted, &view,
                      [&view](const QByteArray& token) { comeForward(view, token); });
+    instance.openPagesBy([&session](const QString& titles) { return openPageInWindow(session.navigation(), titles); });
     view.show();
     // After the first picture: what comes before it is what the user waits for.
     QTimer::singleShot(0, &view, [&session] {
@@ -142,7 +177,8 @@ int runProgram(int argumentCount, char** arguments) {
     const auto options = parseOptions(argumentCount, arguments, status);
     if (!options) return status;
     auto phone = OpenedPhone::open(*options, "trivel3-settings");
-    if (!phone) return fail(failed, phone.error());
+    if (!phone && !options->screenshots.empty()) return fail(failed, phone.error());
+    if (!phone) return failBeforeUser(argumentCount, arguments, failed, phone.error().text());
     if (!options->screenshots.empty()) {
         prepareForScreenshots(*options->device);
         Application application(argumentCount, arguments);

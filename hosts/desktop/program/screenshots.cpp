@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 
 #include "hosts/desktop/program/desktop_session.h"
+#include "hosts/desktop/program/phone_opener.h"
 #include "hosts/session/page_snapshot.h"
 
 namespace hosts::desktop {
@@ -40,6 +41,12 @@ public:
 
     platform::Result<platform::Done> run() {
         visitPage(fileNameOf(_navigation.current()->title()));
+        _navigation.find().begin(QStringLiteral("display"));
+        draw(QStringLiteral("find"));
+        _navigation.find().close();
+        _navigation.phones().begin();
+        draw(QStringLiteral("phones"));
+        _navigation.phones().close();
         if (_error.isEmpty()) return platform::Done();
         return platform::Problem{.reason = _error.toStdString()};
     }
@@ -150,6 +157,7 @@ platform::Result<platform::Done> takeScreenshots(OpenedPhone& phone, const Optio
     const platform::CGSize size = options.device->screen.bounds.size();
     const auto opened = session.open(QSizeF(size.width, size.height).toSize());
     if (!opened) return opened;
+    session.navigation().phones().use(knownAs(phone), {});
     session.window().setTaste(options.over({.lessMotion = true, .accent = std::nullopt}));
     session.window().view().show();
     return Tour(session.navigation(), session.window().view(), folder).run();

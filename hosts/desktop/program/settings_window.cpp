@@ -10,6 +10,8 @@
 #include <array>
 #include <cmath>
 
+#include "hosts/desktop/accessible/accessible_tree.h"
+#include "hosts/desktop/drawing/qt_values.h"
 #include "hosts/desktop/program/window_frame.h"
 
 // What qmltyperegistrar writes for the module; a static library's initialisers are otherwise dropped.
@@ -20,6 +22,8 @@ namespace {
 
 // Smaller, a label and a switch no longer stand side by side.
 constexpr QSize smallestSize{260, 200};
+
+constexpr double usualFontSize = 17;
 
 constexpr const char* showsFocus = "showsFocus";
 
@@ -62,9 +66,22 @@ void chooseRenderer() {
     }
 }
 
-SettingsWindow::SettingsWindow(Navigation& navigation) : _navigation(navigation) {
+void setUpApplication() {
+    QGuiApplication::setApplicationName(QStringLiteral("trivel3-settings"));
+    QGuiApplication::setApplicationVersion(QStringLiteral(TRIVEL3_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("com.fenwary.trivel3.Settings"));
+    QGuiApplication::setFont(systemFont(usualFontSize));
+    chooseRenderer();
+    installAccessibleTree();
+}
+
+void importSettingsModule(QQmlEngine& engine) {
     qml_register_types_Trivel3_Settings();
-    _view.engine()->addImportPath(QStringLiteral(":/qt/qml"));
+    engine.addImportPath(QStringLiteral(":/qt/qml"));
+}
+
+SettingsWindow::SettingsWindow(Navigation& navigation) : _navigation(navigation) {
+    importSettingsModule(*_view.engine());
     _view.setResizeMode(QQuickView::SizeRootObjectToView);
     _view.setMinimumSize(smallestSize);
     _view.installEventFilter(this);

@@ -22,6 +22,13 @@ bool hasGraphicsProcessor(const std::string& deviceFolder = "/dev");
 /// variables stays.
 void chooseRenderer();
 
+/// Sets up the application object, which has just been made: its names, its font, what draws its windows and what tells
+/// of them.
+void setUpApplication();
+
+/// Lets the engine load what the program's windows are made of.
+void importSettingsModule(QQmlEngine& engine);
+
 /// The window with the pages in it.
 class SettingsWindow : public QObject {
     Q_OBJECT

@@ -13,11 +13,15 @@ QString folderKey(const std::string& folder) {
     return QString::fromLatin1(hash.toHex().left(length));
 }
 
+QSettings windowSettings() {
+    return QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("trivel3"),
+                     QStringLiteral("trivel3-settings"));
+}
+
 WindowMemory::WindowMemory(const QString& key, const QString& device)
     : _sizeKey(key + QStringLiteral("/size-") + device),
       _pathKey(key + QStringLiteral("/path")),
-      _settings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("trivel3"),
-                QStringLiteral("trivel3-settings")) {}
+      _settings(windowSettings()) {}
 
 QSize WindowMemory::size() const {
     return _settings.value(_sizeKey).toSize();

@@ -11,6 +11,9 @@ namespace hosts::desktop {
 /// A short name for a folder, the same by whichever path it is reached.
 QString folderKey(const std::string& folder);
 
+/// Where the windows keep what they remember.
+QSettings windowSettings();
+
 /// What a window of a phone was like when it was last closed.
 class WindowMemory {
 public:

@@ -9,8 +9,11 @@ Item {
 
     required property Page page
     property real slide: 0
+    /// What the phone is called; empty for none.
+    property string phone: ""
     property alias backButton: back
     signal backWanted
+    signal phonesWanted
 
     height: Theme.barHeight
     opacity: 1 - Math.min(1, Math.abs(slide) * 1.6)
@@ -65,6 +68,17 @@ Item {
             text: bar.page.backTitle
             font: backTitle.font
         }
+    }
+
+    // On the first page, where the way back is on others.
+    BarButton {
+        visible: !bar.hasBack && bar.phone !== ""
+        x: 8 + bar.slide * 40
+        height: parent.height
+        width: Math.min(implicitWidth, (parent.width - bar.titleWidth) / 2 - x - 8)
+        text: bar.phone
+        name: qsTr("Phone: %1").arg(bar.phone)
+        onActivated: bar.phonesWanted()
     }
 
     // In the middle of the bar, or as near to it as the rest lets it be.

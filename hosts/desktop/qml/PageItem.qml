@@ -47,6 +47,17 @@ FocusScope {
             focus: true
             interactive: item.isSeen
         }
+        TypedName {
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: Theme.margin
+            text: item.page.table ? item.page.table.typed : ""
+            isVain: item.page.table !== null && item.page.table.typedInVain
+        }
+        Connections {
+            target: item.page
+            function onRowWanted(line) { table.placeFocus(line) }
+        }
         // The page that comes over this one shades it.
         Rectangle {
             anchors.fill: parent
@@ -71,6 +82,8 @@ FocusScope {
         width: parent.width
         page: item.page
         slide: item.slide
+        phone: item.navigation.phones.name
         onBackWanted: item.navigation.back()
+        onPhonesWanted: item.navigation.phones.begin()
     }
 }

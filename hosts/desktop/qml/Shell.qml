@@ -56,7 +56,7 @@ FocusScope {
         width: parent.width
         height: shell.roomHeight
         focus: true
-        enabled: !shell.navigation.composerShown
+        enabled: !shell.navigation.composerShown && !shell.overlaid
 
         Repeater {
             model: shell.navigation
@@ -72,7 +72,23 @@ FocusScope {
         color: Theme.barLine
     }
 
-    // Neither is needed, nor loaded, before a page asks for it.
+    // None of them is needed, nor loaded, before somebody asks for it.
+    Loader {
+        id: overlay
+        width: parent.width
+        height: shell.roomHeight
+        // Phones over what is looked for: they can be asked for from there.
+        readonly property url wanted: shell.navigation.phones.open ? "PhonesSheet.qml"
+                                      : shell.navigation.find.open ? "FindSheet.qml" : ""
+        onWantedChanged: {
+            const hadKeys = activeFocus
+            if (wanted == "") source = ""
+            else if (shell.navigation.phones.open) setSource(wanted, { phones: shell.navigation.phones })
+            else setSource(wanted, { find: shell.navigation.find })
+            if (item) item.forceActiveFocus()
+            else if (hadKeys) pages.forceActiveFocus()
+        }
+    }
     Loader {
         id: composer
         width: parent.width
@@ -113,22 +129,53 @@ FocusScope {
     /// The keyboard is the composer's or the pages' again.
     function giveBack() {
         if (navigation.composerShown) composer.item.forceActiveFocus()
+        else if (overlay.item) overlay.item.forceActiveFocus()
         else pages.forceActiveFocus()
     }
 
+    /// Whether what the user looks for, or the page of phones, lies over the pages.
+    readonly property bool overlaid: navigation.find.open || navigation.phones.open
+    /// Whether nothing lies over the pages.
+    readonly property bool onPages: pages.enabled
+    readonly property TableModel table: navigation.current ? navigation.current.table : null
+
+    // What no row and no button has taken: the name of an application where the page lists some, else something to find.
+    Keys.onPressed: (event) => {
+        if (!onPages) return
+        const typed = table ? table.typed : ""
+        event.accepted = true
+        if (event.key === Qt.Key_Backspace && typed !== "") navigation.current.type(typed.slice(0, -1))
+        else if (!Typing.isText(event)) event.accepted = false
+        else if (table && table.listsApplications()) navigation.current.type(typed + event.text)
+        else navigation.find.begin(event.text)
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Open]
+        enabled: !shell.navigation.composerShown && !shell.navigation.phones.asking
+        onActivated: shell.navigation.phones.chooseFolder()
+    }
+    Shortcut {
+        sequences: [StandardKey.Find]
+        enabled: shell.onPages
+        onActivated: shell.navigation.find.begin("")
+    }
     Shortcut {
         sequences: ["Escape", "Alt+Left", "Back"]
-        enabled: !shell.navigation.composerShown && !banner.activeFocus
-        onActivated: shell.navigation.back()
+        enabled: shell.onPages && !banner.activeFocus
+        onActivated: {
+            if (shell.table && shell.table.typed !== "") shell.table.endTyping()
+            else shell.navigation.back()
+        }
     }
     Shortcut {
         sequences: [StandardKey.Undo]
-        enabled: !shell.navigation.composerShown
+        enabled: shell.onPages
         onActivated: shell.navigation.undoAsked()
     }
     Shortcut {
         sequences: [StandardKey.Redo]
-        enabled: !shell.navigation.composerShown
+        enabled: shell.onPages
         onActivated: shell.navigation.redoAsked()
     }
     Shortcut {
@@ -141,6 +188,46 @@ FocusScope {
         anchors.fill: parent
         z: 10
         acceptedButtons: Qt.BackButton
-        onClicked: shell.navigation.back()
+        onClicked: {
+            if (shell.navigation.phones.open) shell.navigation.phones.close()
+            else if (shell.navigation.find.open) shell.navigation.find.close()
+            else shell.navigation.back()
+        }
+    }
+
+    // A folder that is let go over the window is a phone to open.
+    DropArea {
+        id: drop
+        anchors.fill: parent
+        enabled: !shell.navigation.composerShown
+        keys: ["text/uri-list"]
+        onDropped: (dropped) => {
+            dropped.accept(Qt.CopyAction)
+            shell.navigation.phones.openAddresses(dropped.urls)
+        }
+        Rectangle {
+            anchors.fill: parent
+            visible: drop.containsDrag
+            color: Theme.scrim
+            Rectangle {
+                anchors.centerIn: parent
+                width: Math.min(parent.width - 2 * Theme.margin, promise.implicitWidth + 2 * Theme.margin)
+                height: promise.height + 2 * Theme.margin
+                radius: 12
+                color: Theme.card
+                Text {
+                    id: promise
+                    anchors.centerIn: parent
+                    width: Math.min(implicitWidth, parent.width - 2 * Theme.margin)
+                    text: qsTr("Open as a phone")
+                    textFormat: Text.PlainText
+                    horizontalAlignment: Text.AlignHCenter
+                    wrapMode: Text.Wrap
+                    font.pixelSize: Theme.titleSize
+                    color: Theme.text
+                    Accessible.ignored: true
+                }
+            }
+        }
     }
 }

@@ -145,6 +145,7 @@ ListView {
     }
     function moveBy(step) {
         const from = currentIndex < 0 ? (step > 0 ? -1 : count) : currentIndex
+        model.endTyping()
         const beside = model.rowBeside(from, step)
         moveTo(beside < 0 ? currentIndex : beside)
     }
@@ -162,6 +163,7 @@ ListView {
     }
     // A row that has been scrolled away is not acted upon before it is seen.
     function activate() {
+        model.endTyping()
         if (!isInView(currentIndex, height, 0.5)) return moveTo(currentIndex)
         if (currentItem.activated) currentItem.activated()
     }

@@ -1,28 +1,15 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/session/exit_status.h"
 #include "hosts/session/settings_session.h"
+#include "hosts/session/still_screen.h"
 #include "hosts/session/title_path.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/render/page_json.h"
 #include "hosts/terminal/render/page_text.h"
 #include "hosts/terminal/render/standard_output.h"
 #include "hosts/terminal/render/value_json.h"
-#include "platform/ui/navigation_controller.h"
 
 namespace hosts::terminal {
-namespace {
-
-// A screen on which nothing is seen to change: the page is looked at once, in the end.
-class StillScreen final : public platform::NavigationHost {
-public:
-    void didPush(platform::UIViewController&, bool) override {}
-    void didPop(platform::UIViewController&, platform::UIViewController&, bool) override {}
-    void didPresent(const std::shared_ptr<platform::UIViewController>&, bool) override {}
-    void didDismiss(bool) override {}
-};
-
-}  // namespace
-
 int runShow(OpenedPhone& context, const ShowOptions& options) {
     // Looking changes nothing: what the page repairs stays in memory, and nobody is told.
     QuietServices services(context);

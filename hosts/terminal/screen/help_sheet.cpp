@@ -18,7 +18,7 @@ constexpr Topic topics[] = {
     {"Home, End", "Go to the first or the last row"},
     {"Enter, Space", "Open the row's page, choose the row or move its switch"},
     {"Left, Esc", "Back to the page before; Backspace too"},
-    {"/", "Find a row by its label; n finds the next one, N the one before"},
+    {"/", "Find a row, a title or a setting on all pages; n goes on to the next one found, N to the one before"},
     {"h", "Tap the heart, where the page has one"},
     {"r", "Load the page's rows again"},
     {"u, U", "Undo the last change; do it again"},

@@ -63,8 +63,9 @@ void PageView::placeCursor(std::size_t offset) {
     setCursor(row);
 }
 
-std::size_t PageView::cursorAfterLayOut() const {
+std::size_t PageView::cursorAfterLayOut() {
     const std::size_t nearest = std::min(_cursor, _layout.rowCount() - 1);
+    if (const auto wanted = std::exchange(_wanted, std::nullopt)) return _layout.rowAtPath(*wanted).value_or(nearest);
     auto* list = dynamic_cast<platform::PSListController*>(&_page);
     if (!list || !_cursorRow) return nearest;
     const auto& rows = list->specifiers();
@@ -169,7 +170,10 @@ std::optional<platform::NSIndexPath> PageView::rowOnLine(std::size_t line) const
 }
 
 void PageView::moveTo(platform::NSIndexPath path) {
-    if (const auto row = _layout.rowAtPath(path)) setCursor(*row);
+    if (_layoutIsOld)
+        _wanted = path;
+    else if (const auto row = _layout.rowAtPath(path))
+        setCursor(*row);
 }
 
 void PageView::moveRows(std::ptrdiff_t count) {

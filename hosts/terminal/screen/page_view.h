@@ -40,6 +40,7 @@ public:
     /// The row drawn on this line of the last composed part.
     std::optional<platform::NSIndexPath> rowOnLine(std::size_t line) const;
 
+    /// Where the rows have yet to be laid out, once they are.
     void moveTo(platform::NSIndexPath path);
     /// Rows down, or up when negative.
     void moveRows(std::ptrdiff_t count);
@@ -61,7 +62,7 @@ private:
 
     void layOut();
     void placeCursor(std::size_t offset);
-    std::size_t cursorAfterLayOut() const;
+    std::size_t cursorAfterLayOut();
     void setCursor(std::size_t row);
     void rememberCursorRow();
     void reveal(std::size_t row);
@@ -81,6 +82,7 @@ private:
     PageLayout _layout;
     bool _layoutIsOld = true;
     std::size_t _cursor = 0;
+    std::optional<platform::NSIndexPath> _wanted;
     /// The cursor's row, to find it again when rows move; null on a page that is no list.
     std::shared_ptr<platform::PSSpecifier> _cursorRow;
     /// The first line that is seen.

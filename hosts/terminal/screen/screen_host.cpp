@@ -44,6 +44,13 @@ void ScreenHost::removeRows(platform::PSListController& page, std::size_t, Rows,
     noteRowsMoved(page);
 }
 
+std::vector<std::string> ScreenHost::titles() const {
+    std::vector<std::string> titles;
+    for (std::size_t i = 1; i < _views.size(); ++i)
+        titles.push_back(_views[i]->page().title());
+    return titles;
+}
+
 PageView* ScreenHost::viewOf(const platform::UIViewController& page) const {
     for (const auto& view : _views) {
         if (&view->page() == &page) return view.get();

@@ -24,6 +24,8 @@ public:
 
     /// The page on top. There is one from the first push on.
     PageView& top() const { return *_views.back(); }
+    /// The titles of the pages above the first.
+    std::vector<std::string> titles() const;
     /// The page below the top one; null when there is none.
     PageView* below() const { return _views.size() > 1 ? _views[_views.size() - 2].get() : nullptr; }
     /// What is presented over the pages; null when nothing is.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "hosts/terminal/screen/find_sheet.h"
 #include "hosts/terminal/screen/help_sheet.h"
 #include "hosts/terminal/screen/mail_sheet.h"
 #include "hosts/terminal/screen/post_sheet.h"
@@ -20,6 +21,7 @@ constexpr std::size_t mostBodyWidth = 100;
 constexpr std::size_t mostNoticeLines = 5;
 constexpr std::ptrdiff_t wheelLines = 3;
 constexpr const char* beginAgainKey = "b";
+constexpr std::size_t mostHits = 30;
 
 std::string text(const Size& size, const Glyphs& glyphs) {
     return std::to_string(size.width) + std::string(glyphs.times) + std::to_string(size.height);
@@ -43,6 +45,7 @@ SettingsScreen::SettingsScreen(OpenedPhone& phone, const TextStyle& style)
       _services(phone),
       _application(_services.opener, _notices),
       _host(_text, [this](const auto& presented) { return sheetFor(presented); }),
+      _finder(phone),
       _navigation(_host) {}
 
 platform::Result<platform::Done> SettingsScreen::start() {
@@ -141,9 +144,8 @@ std::vector<Line> SettingsScreen::composeBody(std::size_t height, Picture& pictu
     return std::move(body.lines);
 }
 
-// The key line, which makes room for the find prompt or what there is to tell.
+// The key line, which makes room for what there is to tell.
 Picture SettingsScreen::composeBottom(std::size_t width) {
-    if (_find.isOpen()) return _find.compose(width, _text);
     Picture bottom;
     if (const auto& notice = _notices.current()) {
         for (const std::string& line : _text.firstLines(notice->text, width - 2, mostNoticeLines))
@@ -190,8 +192,6 @@ void SettingsScreen::handle(const Event& event) {
         within.line -= std::min(within.line, titleBarHeight);
         within.column -= std::min(within.column, margin());
         sheet->handle(within);
-    } else if (_find.isOpen()) {
-        _find.handle(event, _host.top());
     } else {
         handleOnPage(event);
     }
@@ -242,7 +242,7 @@ void SettingsScreen::command(const Event& event) {
     if (event.is('r')) return reload();
     if (event.is('u')) return takeBack(_session->undo());
     if (event.is('U')) return takeBack(_session->redo());
-    if (event.is('/')) return _find.open(_host.top());
+    if (event.is('/')) return openFind();
     if (event.is('n') || event.is('N')) return findAgain(event.is('N'));
     if (event.is('?')) return openHelp();
     if (event.is('q')) quit();
@@ -304,9 +304,32 @@ void SettingsScreen::showFilesAnew() {
     _host.top().noteCellsOld();
 }
 
-void SettingsScreen::findAgain(bool upwards) {
-    if (_find.text().empty()) return _notices.say("Type / and a part of the row's label first");
-    if (!_find.repeat(_host.top(), upwards)) _notices.say("No row has '" + _find.text() + "' in its label");
+void SettingsScreen::openFind() {
+    // Another program may have changed what the pages say since the last search.
+    _finder.forget();
+    const auto search = [this](const std::string& text) {
+        return _finder.find(text, mostHits, {_host.top().page(), _host.titles()});
+    };
+    const auto choose = [this](const std::vector<FindHit>& hits, std::size_t chosen) {
+        _found = hits;
+        goTo(chosen);
+    };
+    _overlay.show(std::make_shared<FindSheet>(
+        _text, FindSheet::Does{.search = search, .close = [this] { _overlay.close(); }, .choose = choose}));
+}
+
+void SettingsScreen::goTo(std::size_t hit) {
+    _foundAt = hit;
+    const auto gone = goToPage(_navigation, _host.titles(), _found[hit]);
+    if (!gone) return _notices.warn(gone.error().text());
+    const auto row = rowOf(_host.top().page(), _found[hit]);
+    if (!row) return _notices.say("'" + _found[hit].label + "' is no longer there");
+    _host.top().moveTo(*row);
+}
+
+void SettingsScreen::findAgain(bool backwards) {
+    if (_found.empty()) return _notices.say("Find something by / first");
+    goTo((_foundAt + (backwards ? _found.size() - 1 : 1)) % _found.size());
 }
 
 void SettingsScreen::openHelp() {

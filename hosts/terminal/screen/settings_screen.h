@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "hosts/session/finder.h"
 #include "hosts/session/settings_session.h"
 #include "hosts/terminal/render/picture.h"
 #include "hosts/terminal/render/screen_text.h"
 #include "hosts/terminal/screen/bars.h"
 #include "hosts/terminal/screen/event.h"
-#include "hosts/terminal/screen/find_prompt.h"
 #include "hosts/terminal/screen/screen_host.h"
 #include "hosts/terminal/screen/sheet.h"
 #include "platform/ui/navigation_controller.h"
@@ -92,7 +92,9 @@ private:
     void reload();
     void takeBack(const platform::Result<std::string>& outcome);
     void showFilesAnew();
-    void findAgain(bool upwards);
+    void openFind();
+    void goTo(std::size_t hit);
+    void findAgain(bool backwards);
     void openHelp();
     bool hasRightButton() const;
 
@@ -104,7 +106,10 @@ private:
     NoticingApplication _application;
     std::unique_ptr<SettingsSession> _session;
     ScreenHost _host;
-    FindPrompt _find;
+    Finder _finder;
+    /// What was found last, and which of it was gone to.
+    std::vector<FindHit> _found;
+    std::size_t _foundAt = 0;
     Size _size;
     bool _isOver = false;
     std::vector<std::string> _observedFiles;

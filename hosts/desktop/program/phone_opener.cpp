@@ -1,0 +1,96 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/desktop/program/phone_opener.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QSettings>
+#include <QWindow>
+#include <algorithm>
+
+#include "hosts/desktop/program/window_memory.h"
+
+namespace hosts::desktop {
+namespace {
+
+const QString knownPhones = QStringLiteral("phones");
+const QString folderEntry = QStringLiteral("folder");
+const QString nameEntry = QStringLiteral("name");
+constexpr std::size_t mostKnown = 8;
+
+QStringList argumentsFor(const std::string& folder, const Options& options) {
+    QStringList arguments{QStringLiteral("--phone"), QString::fromStdString(folder)};
+    const auto add = [&arguments](const char* option, const QString& value) {
+        arguments << QString::fromLatin1(option) << value;
+    };
+    add("--device", QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
+    if (options.dark) add("--appearance", *options.dark ? QStringLiteral("dark") : QStringLiteral("light"));
+    if (options.highContrast)
+        add("--contrast", *options.highContrast ? QStringLiteral("high") : QStringLiteral("normal"));
+    if (options.textScale) add("--text-scale", QString::number(*options.textScale));
+    return arguments;
+}
+
+}  // namespace
+
+KnownPhone knownAs(OpenedPhone& opened) {
+    const QString folder = opened.isSample ? QString() : QString::fromStdString(opened.phone->identity().place);
+    return {folder, QString::fromStdString(nameOf(opened))};
+}
+
+void PhoneOpener::serve(Phones& phones, QWindow& window, OpenedPhone& current) {
+    const KnownPhone shown = knownAs(current);
+    if (!current.isSample) remember(shown);
+    connect(&_chooser, &FolderChooser::chosen, &phones, &Phones::openFolder);
+    connect(&_chooser, &FolderChooser::unavailable, &phones, &Phones::askForPath);
+    const auto openPhone = [this](const QString& wanted) {
+        const auto opened = open(wanted);
+        return opened ? QString() : QString::fromStdString(opened.error().text());
+    };
+    phones.use(shown, {.openPhone = openPhone,
+                       .chooseFolder = [this, &window] { _chooser.choose(window); },
+                       .known = [this] { return known(); }});
+}
+
+// Tried here first, where the user is.
+platform::Result<platform::Done> PhoneOpener::open(const QString& folder) {
+    PhoneOptions wanted;
+    wanted.phone = folder.toStdString();
+    const auto opened = OpenedPhone::open(wanted, "trivel3-settings");
+    if (!opened) return opened.error();
+    QProcess program;
+    program.setProgram(QCoreApplication::applicationFilePath());
+    program.setArguments(argumentsFor(opened->phone->identity().place, _options));
+    // It is for no terminal, whoever has started this one: what it has to say it says in dialogs.
+    program.setStandardErrorFile(QProcess::nullDevice());
+    if (program.startDetached()) return platform::Done();
+    return platform::Problem{.reason = "the program cannot be started again: " + program.errorString().toStdString()};
+}
+
+std::vector<KnownPhone> PhoneOpener::known() const {
+    std::vector<KnownPhone> phones;
+    QSettings settings = windowSettings();
+    const int count = settings.beginReadArray(knownPhones);
+    for (int i = 0; i < count; ++i) {
+        settings.setArrayIndex(i);
+        phones.push_back({settings.value(folderEntry).toString(), settings.value(nameEntry).toString()});
+    }
+    std::erase_if(phones, [](const KnownPhone& phone) { return phone.folder.isEmpty(); });
+    return phones;
+}
+
+void PhoneOpener::remember(const KnownPhone& phone) const {
+    std::vector<KnownPhone> phones = known();
+    std::erase_if(phones, [&phone](const KnownPhone& each) { return each.folder == phone.folder; });
+    phones.insert(phones.begin(), phone);
+    phones.resize(std::min(phones.size(), mostKnown));
+    QSettings settings = windowSettings();
+    settings.beginWriteArray(knownPhones, static_cast<int>(phones.size()));
+    for (int i = 0; i < static_cast<int>(phones.size()); ++i) {
+        settings.setArrayIndex(i);
+        settings.setValue(folderEntry, phones[static_cast<std::size_t>(i)].folder);
+        settings.setValue(nameEntry, phones[static_cast<std::size_t>(i)].name);
+    }
+    settings.endArray();
+}
+
+}  // namespace hosts::desktop

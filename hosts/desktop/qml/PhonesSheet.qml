@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: MIT
+import QtQuick
+import Trivel3.Settings
+
+/// The phones that a window can be opened on, with that of this window marked.
+FocusScope {
+    id: sheet
+
+    required property Phones phones
+
+    focus: true
+    Accessible.role: Accessible.Dialog
+    readonly property string title: qsTr("Phones")
+
+    Component.onCompleted: takeKeys()
+    function step(by) {
+        content.Window.activeFocusItem.nextItemInFocusChain(by > 0).forceActiveFocus()
+    }
+    function takeKeys() {
+        if (asking.item) asking.item.forceActiveFocus()
+        else rows.children[0].forceActiveFocus()
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.page
+        MouseArea {
+            anchors.fill: parent
+            acceptedButtons: Qt.AllButtons
+            onWheel: (wheel) => wheel.accepted = true
+        }
+    }
+    FocusScope {
+        id: content
+        anchors.fill: parent
+        focus: true
+        enabled: !sheet.phones.asking
+
+        Rectangle {
+            id: bar
+            width: parent.width
+            height: Theme.barHeight
+            color: Theme.bar
+
+            Text {
+                x: Math.max(Theme.margin, Math.round((parent.width - width) / 2))
+                width: Math.min(implicitWidth, closing.x - 8 - Theme.margin)
+                height: parent.height
+                verticalAlignment: Text.AlignVCenter
+                horizontalAlignment: Text.AlignLeft
+                text: sheet.title
+                textFormat: Text.PlainText
+                elide: Text.ElideRight
+                font.pixelSize: Theme.titleSize
+                font.weight: Font.DemiBold
+                color: Theme.text
+                Accessible.role: Accessible.Heading
+                Accessible.name: text
+            }
+            BarButton {
+                id: closing
+                anchors.right: parent.right
+                anchors.rightMargin: Theme.margin
+                text: qsTr("Close")
+                onActivated: sheet.phones.close()
+            }
+            Hairline {
+                anchors.bottom: parent.bottom
+                width: parent.width
+                color: Theme.barLine
+            }
+        }
+        Flickable {
+            id: reading
+            y: bar.height
+            width: parent.width
+            height: parent.height - y
+            contentHeight: rows.height + Theme.firstGap
+            clip: true
+
+            function reveal(row) {
+                contentY = Math.max(0, Math.min(Math.max(contentY, row.y + row.height - height), row.y))
+            }
+
+            Column {
+                id: rows
+                width: reading.width
+                SheetRow {
+                    width: rows.width
+                    text: qsTr("Open Folder…")
+                    detail: qsTr("The root of a phone's file system, or a folder that looks like one")
+                    leads: true
+                    onActivated: sheet.phones.chooseFolder()
+                    onReached: (row) => reading.reveal(row)
+                    onStepped: (by) => sheet.step(by)
+                }
+                Text {
+                    width: rows.width
+                    visible: text !== ""
+                    padding: Theme.margin
+                    text: sheet.phones.asking ? "" : sheet.phones.problem
+                    textFormat: Text.PlainText
+                    horizontalAlignment: Text.AlignLeft
+                    wrapMode: Text.Wrap
+                    font.pixelSize: Theme.headerSize
+                    color: Theme.danger
+                    Accessible.role: Accessible.AlertMessage
+                    Accessible.name: text
+                }
+                Item {
+                    width: 1
+                    height: Theme.gap
+                }
+                Repeater {
+                    model: sheet.phones
+                    SheetRow {
+                        required property int index
+                        required property string name
+                        required property string folder
+                        required property bool current
+                        width: rows.width
+                        text: name
+                        detail: folder
+                        marked: current
+                        onActivated: sheet.phones.choose(index)
+                        onReached: (row) => reading.reveal(row)
+                        onStepped: (by) => sheet.step(by)
+                    }
+                }
+            }
+            ScrollThumb { flickable: reading }
+        }
+    }
+
+    Loader {
+        id: asking
+        anchors.fill: parent
+        active: sheet.phones.asking
+        onLoaded: item.forceActiveFocus()
+        sourceComponent: SheetQuestion {
+            title: qsTr("Which Folder?")
+            text: qsTr("The path of the folder that is the root of a phone's file system.")
+            yes: qsTr("Open")
+            no: qsTr("Cancel")
+            hasField: true
+            problem: sheet.phones.problem
+            onAgreed: (typed) => sheet.phones.openNamed(typed)
+            onDeclined: sheet.phones.close()
+        }
+    }
+
+    Shortcut {
+        sequences: ["Escape"]
+        enabled: sheet.activeFocus
+        onActivated: sheet.phones.close()
+    }
+}
