@@ -10,19 +10,6 @@
 #include "platform/ui/navigation_controller.h"
 
 namespace hosts::terminal {
-namespace {
-
-// A screen on which nothing is seen to change: the page is looked at once, in the end.
-class StillScreen final : public platform::NavigationHost {
-public:
-    void didPush(platform::UIViewController&, bool) override {}
-    void didPop(platform::UIViewController&, platform::UIViewController&, bool) override {}
-    void didPresent(const std::shared_ptr<platform::UIViewController>&, bool) override {}
-    void didDismiss(bool) override {}
-};
-
-}  // namespace
-
 int runShow(OpenedPhone& context, const ShowOptions& options) {
     // Looking changes nothing: what the page repairs stays in memory, and nobody is told.
     QuietServices services(context);
@@ -31,7 +18,7 @@ int runShow(OpenedPhone& context, const ShowOptions& options) {
     auto root = (*session)->makeRootPage();
     if (!root) return fail(failed, root.error());
 
-    StillScreen screen;
+    QuietScreen screen;
     platform::UINavigationController navigation(screen);
     navigation.pushViewController_animated(*std::move(root), false);
     const auto followed = followTitlePath(navigation, options.page);
