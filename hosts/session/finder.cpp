@@ -10,7 +10,7 @@
 #include "hosts/session/page_snapshot.h"
 #include "hosts/session/row_finder.h"
 #include "hosts/session/settings_session.h"
-#include "hosts/session/still_screen.h"
+#include "hosts/session/services.h"
 #include "hosts/session/title_path.h"
 #include "platform/foundation/utf8.h"
 #include "platform/list/list_controller.h"
@@ -319,7 +319,7 @@ const std::vector<SearchedHit>& Finder::index() {
                                         [](platform::Platform&) { return std::make_shared<NoApplications>(); }});
     auto root = (*session)->makeRootPage();
     if (!root) return *_index;
-    StillScreen screen;
+    QuietScreen screen;
     platform::UINavigationController navigation(screen);
     const std::string title = (*root)->title();
     navigation.pushViewController_animated(*std::move(root), false);

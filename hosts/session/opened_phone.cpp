@@ -35,10 +35,24 @@ std::optional<MountMemory> mountMemory() {
     return MountMemory(*std::move(folder) + "/mounts");
 }
 
+std::string phoneToLookAt(const std::string& named, const Installation& installation) {
+    if (!named.empty()) return named;
+    const auto usual = defaultPhonePath();
+    std::error_code ignored;
+    return usual && std::filesystem::is_directory(*usual, ignored) ? *usual : installation.samplePhone();
+}
+
 History historyOf(Phone& opened) {
     auto folder = stateFolder();
     if (folder) *folder += "/history";
     return {std::move(folder), opened.identity().place, [&opened] { return opened.mark(); }};
+}
+
+OpenedPhone withHistory(Installation installation, std::unique_ptr<Phone> opened, std::unique_ptr<Outcomes> outcomes,
+                        const PhoneOptions& options) {
+    auto history = std::make_unique<PhoneHistory>(historyOf(*opened), *outcomes);
+    return {std::move(installation), std::move(opened), std::move(outcomes),
+            std::move(history),      *options.device,   options.deviceInformation};
 }
 
 }  // namespace
@@ -54,11 +68,20 @@ Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string p
     auto phone = FolderPhone::open(*folder, installation->sessionBusModule(), mounts);
     if (!phone) return std::move(phone).error();
     auto outcomes = std::make_unique<Outcomes>(std::move(program), options.verbose);
-    auto history = std::make_unique<PhoneHistory>(historyOf(**phone), *outcomes);
-    (*phone)->tell(&history->recorder, options.verbose);
-    if (std::filesystem::is_empty(*folder, ignored)) outcomes->remark(*folder + " is empty: it held no phone");
-    return OpenedPhone{*std::move(installation), *std::move(phone),         std::move(outcomes),    std::move(history),
-                       *options.device,          options.deviceInformation, isDefaultPhone(*folder)};
+    OpenedPhone opened = withHistory(*std::move(installation), *std::move(phone), std::move(outcomes), options);
+    opened.isSample = isDefaultPhone(*folder);
+    opened.phone->tell(&opened.history->recorder, options.verbose);
+    if (std::filesystem::is_empty(*folder, ignored)) opened.outcomes->remark(*folder + " is empty: it held no phone");
+    return opened;
+}
+
+Result<OpenedPhone> OpenedPhone::openToLook(const PhoneOptions& options) {
+    auto installation = findInstallation();
+    if (!installation) return std::move(installation).error();
+    auto phone =
+        FolderPhone::open(phoneToLookAt(options.phone, *installation), installation->sessionBusModule(), std::nullopt);
+    if (!phone) return std::move(phone).error();
+    return withHistory(*std::move(installation), *std::move(phone), std::make_unique<Outcomes>("", false), options);
 }
 
 std::string nameOf(OpenedPhone& opened) {

@@ -29,6 +29,10 @@ struct OpenedPhone {
     /// it was last opened, and is none now, is a problem unless the options say otherwise. `program` is the name that
     /// lines on standard error begin with.
     static platform::Result<OpenedPhone> open(const PhoneOptions& options, std::string program);
+
+    /// Opens the phone to look at it alone, for those who say nothing to the user: nothing is made or remembered of it.
+    /// In place of a default phone that has not been made stands the sample.
+    static platform::Result<OpenedPhone> openToLook(const PhoneOptions& options);
 };
 
 /// What people call the phone: the device's own name, where it tells one, else its folder's. It may hold any bytes.

@@ -15,6 +15,7 @@
 #include "platform/services/device_query.h"
 #include "platform/services/file_system.h"
 #include "platform/services/notification_center.h"
+#include "platform/ui/navigation_controller.h"
 
 namespace hosts {
 
@@ -56,7 +57,7 @@ struct LiveServices {
 
 /// A file system over another: what is written stays in memory and is found there, and the file
 /// system below is only read.
-class ScratchFileSystem final : public platform::FileSystem {
+class ScratchFileSystem : public platform::FileSystem {
 public:
     /// `below` outlives the object.
     explicit ScratchFileSystem(const platform::FileSystem& below) : _below(below) {}
@@ -89,6 +90,14 @@ struct QuietNotifyCenter final : platform::DarwinNotifyCenter {
 struct QuietApplication final : platform::UIApplication {
     bool canOpenURL(std::string_view) override { return false; }
     bool openURL(std::string_view) override { return false; }
+};
+
+/// On which nothing is seen to change.
+struct QuietScreen final : platform::NavigationHost {
+    void didPush(platform::UIViewController&, bool) override {}
+    void didPop(platform::UIViewController&, platform::UIViewController&, bool) override {}
+    void didPresent(const std::shared_ptr<platform::UIViewController>&, bool) override {}
+    void didDismiss(bool) override {}
 };
 
 /// For sessions that only look: what a page repairs stays in memory, and nothing reaches the outside.

@@ -6,8 +6,10 @@
 #include <string>
 #include <vector>
 
+#include "hosts/session/completion.h"
 #include "hosts/session/exit_status.h"
 #include "hosts/session/nearest_spelling.h"
+#include "hosts/terminal/commands/argument_words.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/render/printable.h"
 
@@ -185,6 +187,8 @@ int CommandLine::refuse(const std::string& reason) const {
 }
 
 int CommandLine::run(int argumentCount, char** arguments) {
+    if (asksForCompletion(argumentCount, arguments))
+        return completeWords(_app, argumentCount, arguments, wordsOfArgument);
     try {
         _app.parse(argumentCount, arguments);
     } catch (const CLI::ParseError& error) {

@@ -6,6 +6,7 @@
 
 #include "hosts/desktop/model/phones.h"
 #include "hosts/desktop/program/message_window.h"
+#include "hosts/session/completion.h"
 #include "hosts/session/exit_status.h"
 
 namespace hosts::desktop {
@@ -49,6 +50,10 @@ std::optional<Options> parseOptions(int argumentCount, char** arguments, int& st
         ->type_name("NUMBER");
     app.add_option("--screenshots", options.screenshots, "Draw every page into PNG files in this folder and exit")
         ->type_name("DIR");
+    if (asksForCompletion(argumentCount, arguments)) {
+        status = completeWords(app, argumentCount, arguments, {});
+        return std::nullopt;
+    }
     try {
         app.parse(argumentCount, arguments);
     } catch (const CLI::ParseError& error) {

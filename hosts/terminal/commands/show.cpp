@@ -18,7 +18,7 @@ int runShow(OpenedPhone& context, const ShowOptions& options) {
     auto root = (*session)->makeRootPage();
     if (!root) return fail(failed, root.error());
 
-    StillScreen screen;
+    QuietScreen screen;
     platform::UINavigationController navigation(screen);
     navigation.pushViewController_animated(*std::move(root), false);
     const auto followed = followTitlePath(navigation, options.page);
