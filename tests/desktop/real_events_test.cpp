@@ -331,6 +331,8 @@ TEST_F(RealEvents, windowOpensWhereThereIsNoSessionBus) {
     environment["DBUS_SESSION_BUS_ADDRESS"] = "unix:path=" + (folder / "run/bus");
     open();
     EXPECT_FALSE(isListening());
+    display.press(Display::LetterO, {Display::Control});
+    EXPECT_TRUE(showsSwitchesOn(0)) << "where no chooser can be asked, the folder's path is asked for over the page";
 }
 
 TEST_F(RealEvents, lastPageIsThereAgain) {

@@ -97,6 +97,33 @@ TEST_F(Wayland, frameFollowsTheDesktopsTaste) {
     EXPECT_TRUE(frameBecomes(qRgb(0xf8, 0xf8, 0xf8)));
 }
 
+TEST_F(Wayland, errorIsADialogThatAKeyCloses) {
+    startDesktop();
+    if (IsSkipped()) return;
+    start({"--page", "Nowhere"});
+    ASSERT_TRUE(waitFor([this] { return !extent(display.picture(), qRgb(0xef, 0xef, 0xf4)).isEmpty(); }));
+    EXPECT_FALSE(program->hasEnded());
+    display.focusWindow();
+    display.press(VirtualDisplay::Escape);
+    const kit::Outcome outcome = program->finish();
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_NE(outcome.errors.find("leads to no page 'Nowhere'"), std::string::npos) << outcome.errors;
+}
+
+TEST_F(Wayland, letterFindsAndEnterGoesThere) {
+    startDesktop();
+    if (IsSkipped()) return;
+    start({"--appearance", "light"});
+    constexpr QRgb on = qRgb(0x21, 0x94, 0x40);
+    ASSERT_TRUE(waitFor([this] { return !extent(display.picture(), on).isEmpty(); }));
+    display.focusWindow();
+    display.type("hud");
+    ASSERT_TRUE(waitFor([this] { return extent(display.picture(), on).isEmpty(); })) << "it lies over the page";
+    display.press(VirtualDisplay::Return);
+    display.press(VirtualDisplay::Space);
+    EXPECT_TRUE(waitFor([this] { return !extent(display.picture(), on).isEmpty(); })) << "the one switch there is on";
+}
+
 TEST_F(Wayland, everyPageIsDrawnWhereThereIsNoSeat) {
     if (!VirtualCompositor::isInstalled()) GTEST_SKIP() << "there is no weston on this machine";
     if (!compositor.startWithoutSeat(runtimeFolder())) GTEST_SKIP() << "weston does not run on this machine";

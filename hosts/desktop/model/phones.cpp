@@ -2,7 +2,6 @@
 #include "hosts/desktop/model/phones.h"
 
 #include <QDir>
-#include <algorithm>
 #include <utility>
 
 #include "hosts/session/printable.h"
@@ -42,7 +41,10 @@ void Phones::askForPath() {
 void Phones::show(bool isAsking, const QString& problem) {
     beginResetModel();
     _phones = {{{}, tr("Sample Phone")}};
-    if (_does.known) std::ranges::copy(_does.known(), std::back_inserter(_phones));
+    if (!_current.folder.isEmpty()) _phones.push_back(_current);
+    for (KnownPhone& phone : _does.known ? _does.known() : std::vector<KnownPhone>()) {
+        if (phone.folder != _current.folder) _phones.push_back(std::move(phone));
+    }
     endResetModel();
     _isOpen = true;
     _isAsking = isAsking;

@@ -336,6 +336,7 @@ void TableModel::moveSwitch(int line, bool on) {
 }
 
 void TableModel::noteAct(const RowAct& act) {
+    endTyping();
     _act = act;
     emit acted();
 }

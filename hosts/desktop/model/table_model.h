@@ -132,7 +132,7 @@ public:
     /// Takes what has been typed, and gives the line of the application that it is best for: whose name begins with it,
     /// or else has a word that does, or else holds it; -1 for none.
     Q_INVOKABLE int type(const QString& typed);
-    /// The user goes on in another way.
+    /// The user goes on in another way, as by an act on a row.
     Q_INVOKABLE void endTyping();
 
     /// What Enter, Space and others who have no finger do to the row: its switch is moved where it has one, and else it

@@ -33,6 +33,7 @@ QString requestOf(const QDBusConnection& bus, const QString& token) {
 }  // namespace
 
 void FolderChooser::choose(QWindow& over) {
+    if (!_bus.isConnected()) return emit unavailable();
     static int count = 0;
     const QString token = QStringLiteral("trivel3_%1").arg(++count);
     // Before the question: the answer may be there before that to the call.

@@ -121,6 +121,9 @@ void offerPhones(Navigation& navigation) {
 }
 
 int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone& phone, const Options& options) {
+    QSocketNotifier stopped(stop.descriptor(), QSocketNotifier::Read);
+    // Not `quit`, which the window may hold up with a question.
+    QObject::connect(&stopped, &QSocketNotifier::activated, &application, [] { QCoreApplication::exit(); });
     const QString key = folderKey(phone.phone->identity().place);
     PhoneOpener opener(options);
     const std::vector<std::string> unopened = openFurther(opener, options);
@@ -162,9 +165,6 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
         session.watchFiles();
         QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
     });
-    QSocketNotifier stopped(stop.descriptor(), QSocketNotifier::Read);
-    // Not `quit`, which the window may hold up with a question.
-    QObject::connect(&stopped, &QSocketNotifier::activated, &application, [] { QCoreApplication::exit(); });
     const int status = application.exec();
     memory.remember(view.size(), session.navigation().path());
     return status;

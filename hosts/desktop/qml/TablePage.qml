@@ -163,7 +163,6 @@ ListView {
     }
     // A row that has been scrolled away is not acted upon before it is seen.
     function activate() {
-        model.endTyping()
         if (!isInView(currentIndex, height, 0.5)) return moveTo(currentIndex)
         if (currentItem.activated) currentItem.activated()
     }
