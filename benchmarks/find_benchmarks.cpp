@@ -9,8 +9,8 @@
 #include "benchmarks/benchmark_set.h"
 #include "benchmarks/ratio_reporter.h"
 #include "hosts/session/finder.h"
+#include "hosts/session/services.h"
 #include "hosts/session/settings_session.h"
-#include "hosts/session/still_screen.h"
 #include "hosts/session/title_path.h"
 
 namespace benchmarks {
@@ -51,7 +51,7 @@ struct Finding {
     hosts::OpenedPhone opened;
     hosts::QuietServices services;
     std::unique_ptr<hosts::SettingsSession> session;
-    hosts::StillScreen screen;
+    hosts::QuietScreen screen;
     platform::UINavigationController navigation;
     hosts::Finder finder{opened};
 };

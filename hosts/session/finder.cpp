@@ -9,8 +9,8 @@
 
 #include "hosts/session/page_snapshot.h"
 #include "hosts/session/row_finder.h"
-#include "hosts/session/settings_session.h"
 #include "hosts/session/services.h"
+#include "hosts/session/settings_session.h"
 #include "hosts/session/title_path.h"
 #include "platform/foundation/utf8.h"
 #include "platform/list/list_controller.h"

@@ -8,8 +8,8 @@
 #include <random>
 #include <set>
 
+#include "hosts/session/services.h"
 #include "hosts/session/settings_session.h"
-#include "hosts/session/still_screen.h"
 #include "hosts/session/title_path.h"
 #include "tests/kit/page_tables.h"
 #include "tests/kit/phone.h"
@@ -81,7 +81,7 @@ protected:
     std::optional<hosts::QuietServices> services;
     std::unique_ptr<hosts::SettingsSession> session;
     std::optional<hosts::Finder> finder;
-    hosts::StillScreen screen;
+    hosts::QuietScreen screen;
     std::optional<platform::UINavigationController> navigation;
     Titles titles;
 };

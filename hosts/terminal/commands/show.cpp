@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/session/exit_status.h"
+#include "hosts/session/services.h"
 #include "hosts/session/settings_session.h"
-#include "hosts/session/still_screen.h"
 #include "hosts/session/title_path.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/render/page_json.h"
