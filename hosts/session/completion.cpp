@@ -145,7 +145,7 @@ Offer TypedLine::valuesOf(const CLI::Option& option, std::string_view prefix,
     if (!choices.empty()) return {.words = std::move(choices), .prefix = prefix};
     const std::string name = argumentName(option);
     const std::string type = option.get_positional() ? name : option.get_type_name();
-    if (type == "DIR") return {.kind = "folders"};
+    if (type == "DIR" || type == "FOLDER") return {.kind = "folders"};
     if (type == "FILE" || type == "OUT") return {.kind = "files"};
     if (!argumentWords) return {};
     return {.words = argumentWords(name, _given), .prefix = prefix};

@@ -18,31 +18,34 @@ Taste Options::over(Taste desktop) const {
     return desktop;
 }
 
-std::optional<Options> parseOptions(int argumentCount, char** arguments, int& status) {
-    Options options;
-    std::string appearanceName;
-    std::string contrastName;
-    CLI::App app{"The settings of Trivel 3 in a window"};
+namespace {
+
+// What is told in words of its own kind.
+struct Words {
+    std::vector<std::string> folders;
+    std::string appearance;
+    std::string contrast;
+};
+
+std::string whyNoFolder(const std::string& text) {
+    return folderNamed(QString::fromStdString(text)).isEmpty() ? "'" + text + "' is no folder of this machine" : "";
+}
+
+void addTo(CLI::App& app, Options& options, Words& words) {
     app.name("trivel3-settings");
     app.set_version_flag("--version", "trivel3-settings " TRIVEL3_VERSION);
     app.set_help_flag("--help,-h", "Print this help and exit");
     options.addTo(app);
-    std::vector<std::string> folders;
-    app.add_option("folders", folders, "Phones to open, in place of --phone: folders, or their addresses (file:///…)")
-        ->type_name("FOLDER")
-        ->check(CLI::Validator(
-            [](const std::string& text) {
-                return folderNamed(QString::fromStdString(text)).isEmpty()
-                           ? "'" + text + "' is no folder of this machine"
-                           : std::string();
-            },
-            ""));
+    app.add_option("FOLDER", words.folders,
+                   "Phones to open, in place of --phone: folders, or their addresses (file:///…)")
+        ->type_name("")
+        ->check(CLI::Validator(whyNoFolder, ""));
     app.add_option("--page", options.page, "The page to open: the titles of the links that lead there, with / between")
         ->type_name("TITLES");
-    app.add_option("--appearance", appearanceName, "light or dark, whatever the desktop's is")
+    app.add_option("--appearance", words.appearance, "light or dark, whatever the desktop's is")
         ->check(CLI::IsMember({"light", "dark"}))
         ->type_name("NAME");
-    app.add_option("--contrast", contrastName, "normal or high, whatever the desktop's is")
+    app.add_option("--contrast", words.contrast, "normal or high, whatever the desktop's is")
         ->check(CLI::IsMember({"normal", "high"}))
         ->type_name("NAME");
     app.add_option("--text-scale", options.textScale, "How large texts are, from 0.5 to 3, whatever the desktop says")
@@ -50,6 +53,27 @@ std::optional<Options> parseOptions(int argumentCount, char** arguments, int& st
         ->type_name("NUMBER");
     app.add_option("--screenshots", options.screenshots, "Draw every page into PNG files in this folder and exit")
         ->type_name("DIR");
+}
+
+void take(const Words& words, Options& options) {
+    for (const std::string& word : words.folders) {
+        const std::string folder = folderNamed(QString::fromStdString(word)).toStdString();
+        if (&word == &words.folders.front())
+            options.phone = folder;
+        else
+            options.further.push_back(folder);
+    }
+    if (!words.appearance.empty()) options.dark = words.appearance == "dark";
+    if (!words.contrast.empty()) options.highContrast = words.contrast == "high";
+}
+
+}  // namespace
+
+std::optional<Options> parseOptions(int argumentCount, char** arguments, int& status) {
+    Options options;
+    Words words;
+    CLI::App app{"The settings of Trivel 3 in a window"};
+    addTo(app, options, words);
     if (asksForCompletion(argumentCount, arguments)) {
         status = completeWords(app, argumentCount, arguments, {});
         return std::nullopt;
@@ -63,14 +87,7 @@ std::optional<Options> parseOptions(int argumentCount, char** arguments, int& st
                                            std::string(error.what()) + " (see 'trivel3-settings --help')");
         return std::nullopt;
     }
-    for (std::string& folder : folders)
-        folder = folderNamed(QString::fromStdString(folder)).toStdString();
-    if (!folders.empty()) {
-        options.phone = folders.front();
-        options.further.assign(folders.begin() + 1, folders.end());
-    }
-    if (!appearanceName.empty()) options.dark = appearanceName == "dark";
-    if (!contrastName.empty()) options.highContrast = contrastName == "high";
+    take(words, options);
     return options;
 }
 
