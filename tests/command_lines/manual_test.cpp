@@ -113,12 +113,7 @@ class Table {
 public:
     Table() { _programs.environment["TRIVEL3_PHONE"] = _programs.folder / "missing"; }
 
-    Names subcommands(const std::string& command) const {
-        Names names;
-        for (const auto& [word, description] : offered(command, {""}))
-            if (!word.starts_with('-')) names.insert(word);
-        return names;
-    }
+    Names subcommands(const std::string& command) const { return choices(command, {""}); }
 
     std::map<std::string, std::string> offered(const std::string& command, const Words& more) const {
         Words words = wordsIn(command);
