@@ -99,7 +99,12 @@ Result<Stamp> PhoneFileSystem::look(std::string_view path) const {
 Result<Stamp> PhoneFileSystem::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
     const Descriptor file = openFile(path, readingFlags());
     const auto reading = [&]() -> Result<Stamp> {
-        if (file.isOpen()) return readOpened(*_calls, file, path, contents, limit);
+        if (file.isOpen()) {
+            auto opened = readOpened(*_calls, file, path, contents, limit);
+            if (opened || !opened.error().isPassing || _lookingFlags == O_PATH) return opened;
+            // One that was replaced meanwhile may not be there any more for a file system that is a program.
+            return readOpened(*_calls, openFile(path, readingFlags()), path, contents, limit);
+        }
         const int error = errno;
         contents.clear();
         if (auto gone = goneProblem(_root.get(), path, "cannot read")) return *std::move(gone);
@@ -166,7 +171,8 @@ std::optional<std::string> PhoneFileSystem::whyUnreached(std::string_view path) 
 
 Result<Stamp> PhoneFileSystem::changeFile(std::string_view path, const platform::Change& change) {
     auto problem = AtomicChange{*_calls, _root.get(), _listener}.make(path, change);
-    if (!problem) return look(path);
+    // It is made, even where another program has replaced the file since and nothing is to be seen of it.
+    if (!problem) return look(path).value_or(Stamp{});
     auto gone = goneProblem(_root.get(), path, "cannot write");
     return gone ? *std::move(gone) : *std::move(problem);
 }
