@@ -56,10 +56,15 @@ OpenedScreen::~OpenedScreen() {
     EXPECT_TRUE(terminal.isRestored());
 }
 
+constexpr const char* goToHit = "Go there";
+
 void OpenedScreen::find(const std::string& label) {
     terminal.press({"/"});
     terminal.type(label);
+    EXPECT_TRUE(terminal.waitFor(goToHit));
     terminal.press({"Enter"});
+    // What is found lies over the page.
+    EXPECT_TRUE(terminal.waitUntilGone(goToHit));
 }
 
 bool OpenedScreen::open(const std::string& label, const std::string& title) {

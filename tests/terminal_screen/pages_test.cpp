@@ -52,7 +52,7 @@ TEST(Screen, opensEveryFeaturePageAndGoesBack) {
         EXPECT_THAT(screen.terminal.text(), HasSubstr(page.content)) << page.title;
         screen.terminal.press({"Left"});
         ASSERT_TRUE(screen.terminal.waitFor("‹ Trivel 3"));
-        EXPECT_THAT(screen.terminal.rowWith("▸"), HasSubstr(page.title));
+        EXPECT_TRUE(screen.terminal.waitForRow("▸", page.title));
     }
 }
 
@@ -104,7 +104,7 @@ TEST(Screen, takesOutAndBringsBackDependentRows) {
     screen.find("Minimal Display");
     screen.terminal.press({"Space"});
     EXPECT_TRUE(screen.terminal.waitUntilGone("If AirDrop is Off"));
-    EXPECT_THAT(screen.terminal.rowWith("▸"), HasSubstr("Minimal Display"));
+    EXPECT_TRUE(screen.terminal.waitForRow("▸", "Minimal Display"));
     screen.terminal.press({"Space"});
     EXPECT_TRUE(screen.terminal.waitFor("If AirDrop is Off"));
 }
