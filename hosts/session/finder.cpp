@@ -8,13 +8,11 @@
 #include <utility>
 
 #include "hosts/session/page_snapshot.h"
+#include "hosts/session/page_tour.h"
 #include "hosts/session/row_finder.h"
-#include "hosts/session/services.h"
-#include "hosts/session/settings_session.h"
 #include "hosts/session/title_path.h"
 #include "platform/foundation/utf8.h"
 #include "platform/list/list_controller.h"
-#include "platform/services/app_list.h"
 
 namespace hosts {
 
@@ -36,18 +34,6 @@ using platform::UIViewController;
 using Kind = FindHit::Kind;
 
 constexpr std::string_view between = " › ";
-// Far above what any pane has: links may lead in circles.
-constexpr std::size_t mostPages = 200;
-
-/// What the phone's own service would answer takes long to find out on a phone with many applications.
-class NoApplications final : public platform::ALApplicationList {
-public:
-    Applications applications() override { return {}; }
-    Applications applicationsFilteredBySystem(bool) override { return {}; }
-    std::shared_ptr<const platform::UIImage> iconOfSize_forDisplayIdentifier(int, std::string_view) override {
-        return nullptr;
-    }
-};
 
 std::string inSmallLetters(std::string_view text) {
     std::string small;
@@ -217,34 +203,6 @@ private:
     std::vector<SearchedHit>& _gathered;
 };
 
-/// Goes from page to page by the links.
-class PageWalk {
-public:
-    PageWalk(platform::UINavigationController& navigation, std::vector<SearchedHit>& gathered)
-        : _navigation(navigation), _gathered(gathered) {}
-
-    void visit(const std::vector<std::string>& titles, const std::string& place) {
-        const std::shared_ptr<UIViewController> page = _navigation.topViewController();
-        ++_pages;
-        PageReader(*page, titles, place, _gathered).read();
-        auto* list = dynamic_cast<PSListController*>(page.get());
-        if (!list) return;
-        const PSListController::Specifiers rows = list->specifiers();
-        for (const auto& row : rows) {
-            if (_pages == mostPages || !isPageLink(*row) || !list->openDetailPage(row)) continue;
-            std::vector<std::string> further = titles;
-            further.push_back(row->name());
-            visit(further, place + std::string(between) + row->name());
-            _navigation.popViewControllerAnimated(false);
-        }
-    }
-
-private:
-    platform::UINavigationController& _navigation;
-    std::vector<SearchedHit>& _gathered;
-    std::size_t _pages = 0;
-};
-
 /// The hits by how well they fit.
 class Ranking {
 public:
@@ -309,22 +267,21 @@ void Finder::forget() {
 const std::vector<SearchedHit>& Finder::index() {
     if (_index) return *_index;
     _index = std::make_unique<std::vector<SearchedHit>>();
-    QuietServices quiet(_phone);
-    SessionServices services = quiet.forSession();
-    // What becomes of files in the layer is no news of the phone's.
-    services.listener = nullptr;
-    const auto session = SettingsSession::load(services, _phone.installation.systemImage, _phone.shape);
-    if (!session) return *_index;
-    (*session)->platform().classes.add({platform::ALApplicationList::className,
-                                        [](platform::Platform&) { return std::make_shared<NoApplications>(); }});
-    auto root = (*session)->makeRootPage();
-    if (!root) return *_index;
-    QuietScreen screen;
-    platform::UINavigationController navigation(screen);
-    const std::string title = (*root)->title();
-    navigation.pushViewController_animated(*std::move(root), false);
-    PageWalk(navigation, *_index).visit({}, title);
+    std::string root;
+    seeEveryPage(_phone, [&](const std::vector<std::string>& titles, UIViewController& page) {
+        if (titles.empty()) root = page.title();
+        std::string place = root;
+        for (const std::string& title : titles)
+            place.append(between).append(title);
+        PageReader(page, titles, std::move(place), *_index).read();
+    });
     return *_index;
+}
+
+std::string remarkOnNoHits(bool isAnythingTyped) {
+    return isAnythingTyped ? "Found on no page. Applications are found on the pages that list them."
+                           : "A part of a row, of what is written above or below it, or the name of a setting: it is "
+                             "looked for on all pages.";
 }
 
 std::vector<FindHit> Finder::find(std::string_view text, std::size_t most, const OpenedPage& open) {

@@ -43,10 +43,9 @@ struct OpenedPage {
 /// A hit as it is searched.
 struct SearchedHit;
 
-/// Finds what is said on the pages: rows, what stands above and below them, and settings by their own names. Every page
-/// is looked at that a link leads to, greyed or not, and over a layer that is dropped: a page that repairs as it
-/// appears repairs nothing of the phone, no notification is posted and no history kept. Applications are not looked
-/// for on the phone; those of the page that is open are found as it shows them.
+/// Finds what is said on the pages: rows, what stands above and below them, and settings by their own names. The pages
+/// are looked at as `seeEveryPage` tells, so that nothing of the phone changes. Applications are not looked for on the
+/// phone; those of the page that is open are found as it shows them.
 class Finder {
 public:
     /// The phone outlives the finder. Nothing is looked at yet.
@@ -68,6 +67,9 @@ private:
     /// Null while nothing has been looked at.
     std::unique_ptr<std::vector<SearchedHit>> _index;
 };
+
+/// What to tell the user where nothing is found.
+std::string remarkOnNoHits(bool isAnythingTyped);
 
 /// Goes from the page on top, which the titles lead to, to that of the hit: back as far as needed, then on by links.
 /// The problem, when a link is no longer there, is one line; what was opened by then stays open.

@@ -79,16 +79,4 @@ platform::Result<platform::Done> followTitlePath(platform::UINavigationControlle
     return platform::Done();
 }
 
-void visitPages(platform::UINavigationController& navigation,
-                const std::function<void(const std::string& path, UIViewController& page)>& see,
-                const std::string& path) {
-    UIViewController& page = *navigation.topViewController();
-    see(path, page);
-    for (const std::string& title : linkTitles(page)) {
-        if (!openPageTitled(page, title, GreyedLinks::followed)) continue;
-        visitPages(navigation, see, path.empty() ? title : path + "/" + title);
-        navigation.popViewControllerAnimated(false);
-    }
-}
-
 }  // namespace hosts

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -28,11 +27,5 @@ platform::Result<platform::Done> openPage(platform::UINavigationController& navi
 /// may itself hold a "/": the longest one that fits counts. Links that are greyed are followed. The
 /// problem, when a title leads to no page, is one line; what was opened by then stays open.
 platform::Result<platform::Done> followTitlePath(platform::UINavigationController& navigation, std::string_view path);
-
-/// Calls `see` with the page on top and, below it, with every page that links lead to, greyed ones too; each with its
-/// path for `followTitlePath`, which is empty for the first. All are closed again but that.
-void visitPages(platform::UINavigationController& navigation,
-                const std::function<void(const std::string& path, platform::UIViewController& page)>& see,
-                const std::string& path = {});
 
 }  // namespace hosts

@@ -27,12 +27,7 @@ void Find::refresh() {
 
 QString Find::remark() const {
     if (!_hits.empty()) return {};
-    if (_text.trimmed().isEmpty()) {
-        return tr(
-            "A part of a row, of what is written above or below it, or the name of a setting: it is looked for "
-            "on all pages.");
-    }
-    return tr("Found on no page. Applications are found on the pages that list them.");
+    return QString::fromStdString(remarkOnNoHits(!_text.trimmed().isEmpty()));
 }
 
 void Find::begin(const QString& typed) {

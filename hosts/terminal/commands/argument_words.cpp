@@ -3,14 +3,11 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <functional>
 #include <string_view>
 #include <utility>
 
 #include "hosts/session/page_snapshot.h"
-#include "hosts/session/services.h"
-#include "hosts/session/settings_session.h"
-#include "hosts/session/title_path.h"
+#include "hosts/session/page_tour.h"
 #include "hosts/terminal/commands/history_text.h"
 #include "hosts/terminal/commands/settings_command.h"
 #include "hosts/terminal/render/value_text.h"
@@ -36,43 +33,20 @@ PhoneOptions optionsFor(const GivenValues& given) {
     return options;
 }
 
-// No page is found by applications, and to find those of a far phone takes longer than anybody waits.
-class SettingsAlone final : public ScratchFileSystem {
-public:
-    using ScratchFileSystem::ScratchFileSystem;
-    platform::Result<std::vector<std::string>> listFolder(std::string_view path) const override {
-        return platform::Problem{std::string(path), "cannot list", "nobody looks there"};
-    }
-};
-
-using SeePage = std::function<void(const std::string& path, platform::UIViewController& page)>;
-
-void seePages(OpenedPhone& phone, const SeePage& see) {
-    SettingsAlone files(phone.phone->files());
-    QuietNotifyCenter notifications;
-    QuietApplication application;
-    const SessionServices services{files, notifications, application, phone.phone->device(), phone.outcomes.get()};
-    const auto session = SettingsSession::load(services, phone.installation.systemImage, phone.shape);
-    if (!session) return;
-    auto root = (*session)->makeRootPage();
-    if (!root) return;
-    QuietScreen screen;
-    platform::UINavigationController navigation(screen);
-    navigation.pushViewController_animated(*std::move(root), false);
-    visitPages(navigation, see);
-}
-
 std::vector<Candidate> pagePaths(OpenedPhone& phone) {
     std::vector<Candidate> paths;
-    seePages(phone, [&](const std::string& path, platform::UIViewController&) {
-        if (!path.empty()) paths.push_back({path});
+    seeEveryPage(phone, [&](const std::vector<std::string>& titles, platform::UIViewController&) {
+        std::string path;
+        for (const std::string& title : titles)
+            path += (path.empty() ? "" : "/") + title;
+        if (!path.empty()) paths.push_back({std::move(path)});
     });
     return paths;
 }
 
 std::vector<Candidate> choicesOfKey(OpenedPhone& phone, const std::string& key) {
     std::vector<Candidate> values;
-    seePages(phone, [&](const std::string&, platform::UIViewController& page) {
+    seeEveryPage(phone, [&](const std::vector<std::string>&, platform::UIViewController& page) {
         for (const SectionSnapshot& section : PageSnapshot::of(page).sections) {
             for (const RowSnapshot& row : section.rows)
                 if (row.key == key && row.value) values.push_back({std::to_string(*row.value), row.label});

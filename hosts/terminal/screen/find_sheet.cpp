@@ -24,11 +24,7 @@ Picture FindSheet::compose(Size size) {
     for (std::size_t hit = _first; hit < std::min(_hits.size(), _first + room); ++hit)
         addHit(picture, hit, size.width);
     if (_hits.empty()) {
-        const char* const remark = _editor.text().empty()
-                                       ? "A part of a row, of what is written above or below it, or the name of a "
-                                         "setting: it is looked for on "
-                                         "all pages."
-                                       : "Found on no page. Applications are found on the pages that list them.";
+        const std::string remark = remarkOnNoHits(!_editor.text().empty());
         for (const std::string& line : _text.lines(remark, size.width - 2 * indent))
             picture.lines.push_back(Line::of(indent, line, Ink::faint));
     }

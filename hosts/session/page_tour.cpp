@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/session/page_tour.h"
+
+#include <cstddef>
+#include <memory>
+#include <utility>
+
+#include "hosts/session/services.h"
+#include "hosts/session/settings_session.h"
+#include "hosts/session/title_path.h"
+#include "platform/list/list_controller.h"
+#include "platform/services/app_list.h"
+
+namespace hosts {
+
+namespace {
+
+using platform::PSListController;
+
+// Far above what any pane has: links may lead in circles.
+constexpr std::size_t mostPages = 200;
+
+class NoApplications final : public platform::ALApplicationList {
+public:
+    Applications applications() override { return {}; }
+    Applications applicationsFilteredBySystem(bool) override { return {}; }
+    std::shared_ptr<const platform::UIImage> iconOfSize_forDisplayIdentifier(int, std::string_view) override {
+        return nullptr;
+    }
+};
+
+/// Goes from page to page by the links.
+class PageTour {
+public:
+    PageTour(platform::UINavigationController& navigation, const SeePage& see) : _navigation(navigation), _see(see) {}
+
+    void visit(const std::vector<std::string>& titles) {
+        const std::shared_ptr<platform::UIViewController> page = _navigation.topViewController();
+        ++_pages;
+        _see(titles, *page);
+        auto* list = dynamic_cast<PSListController*>(page.get());
+        if (!list) return;
+        const PSListController::Specifiers rows = list->specifiers();
+        for (const auto& row : rows) {
+            if (_pages == mostPages || !isPageLink(*row) || !list->openDetailPage(row)) continue;
+            std::vector<std::string> further = titles;
+            further.push_back(row->name());
+            visit(further);
+            _navigation.popViewControllerAnimated(false);
+        }
+    }
+
+private:
+    platform::UINavigationController& _navigation;
+    const SeePage& _see;
+    std::size_t _pages = 0;
+};
+
+}  // namespace
+
+void seeEveryPage(OpenedPhone& opened, const SeePage& see) {
+    QuietServices quiet(opened);
+    SessionServices services = quiet.forSession();
+    // What becomes of files in the layer is no news of the phone's.
+    services.listener = nullptr;
+    const auto session = SettingsSession::load(services, opened.installation.systemImage, opened.shape);
+    if (!session) return;
+    (*session)->platform().classes.add({platform::ALApplicationList::className,
+                                        [](platform::Platform&) { return std::make_shared<NoApplications>(); }});
+    auto root = (*session)->makeRootPage();
+    if (!root) return;
+    QuietScreen screen;
+    platform::UINavigationController navigation(screen);
+    navigation.pushViewController_animated(*std::move(root), false);
+    PageTour(navigation, see).visit({});
+}
+
+}  // namespace hosts
