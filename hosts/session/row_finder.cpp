@@ -7,31 +7,25 @@
 namespace hosts {
 namespace {
 
-std::vector<RowPlace> listRowPlaces(platform::PSListController& page) {
-    std::vector<RowPlace> places;
+std::vector<platform::NSIndexPath> listRowsLabelled(platform::PSListController& page, std::string_view label) {
+    std::vector<platform::NSIndexPath> found;
     const auto& rows = page.specifiers();
     for (std::size_t position = 0; position < rows.size(); ++position) {
-        if (auto path = page.indexPathForIndex(position)) places.push_back({rows[position]->name(), *path});
+        if (rows[position]->name() != label) continue;
+        if (auto path = page.indexPathForIndex(position)) found.push_back(*path);
     }
-    return places;
+    return found;
 }
 
 }  // namespace
 
-std::vector<RowPlace> rowPlaces(platform::UIViewController& page) {
-    if (auto* list = dynamic_cast<platform::PSListController*>(&page)) return listRowPlaces(*list);
-    std::vector<RowPlace> places;
-    for (const SectionSnapshot& section : PageSnapshot::of(page).sections) {
-        for (const RowSnapshot& row : section.rows)
-            places.push_back({row.label, row.path});
-    }
-    return places;
-}
-
 std::vector<platform::NSIndexPath> rowsLabelled(platform::UIViewController& page, std::string_view label) {
+    if (auto* list = dynamic_cast<platform::PSListController*>(&page)) return listRowsLabelled(*list, label);
     std::vector<platform::NSIndexPath> found;
-    for (const RowPlace& place : rowPlaces(page)) {
-        if (place.label == label) found.push_back(place.path);
+    for (const SectionSnapshot& section : PageSnapshot::of(page).sections) {
+        for (const RowSnapshot& row : section.rows) {
+            if (row.label == label) found.push_back(row.path);
+        }
     }
     return found;
 }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -10,16 +9,7 @@
 
 namespace hosts {
 
-/// A row's label and place, told without producing the row's cell where the page is a list.
-struct RowPlace {
-    std::string label;
-    platform::NSIndexPath path;
-};
-
-/// Every row that the page shows now, from the top.
-std::vector<RowPlace> rowPlaces(platform::UIViewController& page);
-
-/// The places of the rows that bear the label.
+/// The places of the rows that bear the label, from the top. Where the page is a list, no cell is produced.
 std::vector<platform::NSIndexPath> rowsLabelled(platform::UIViewController& page, std::string_view label);
 
 }  // namespace hosts
