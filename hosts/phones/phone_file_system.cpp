@@ -42,11 +42,8 @@ std::optional<std::string> faultOf(std::string_view path, std::string_view conte
 
 }  // namespace
 
-// A file system that is a program may remember what a path led to, but not beyond the opening of the file.
 PhoneFileSystem::PhoneFileSystem(Descriptor root, FileCalls& calls)
-    : _root(std::move(root)),
-      _calls(&calls),
-      _lookingFlags(isFileSystemOfProgram(_root.get()) ? readingFlags() : O_PATH) {}
+    : _root(std::move(root)), _calls(&calls), _isOfProgram(isFileSystemOfProgram(_root.get())) {}
 
 Result<PhoneFileSystem> PhoneFileSystem::open(const std::string& folder, FileCalls& calls) {
     Descriptor root{::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)};
@@ -75,7 +72,7 @@ Descriptor PhoneFileSystem::openPath(std::string_view path, int flags) const {
 // name and its opening.
 Descriptor PhoneFileSystem::openFile(std::string_view path, int flags) const {
     Descriptor file = openByEitherName(path, flags);
-    const bool mayBeThere = path.ends_with(propertyListEnding) && _lookingFlags != O_PATH;
+    const bool mayBeThere = path.ends_with(propertyListEnding) && _isOfProgram;
     if (file.isOpen() || errno != ENOENT || !mayBeThere) return file;
     std::this_thread::sleep_for(longerThanAnyRenaming);
     return openByEitherName(path, flags);
@@ -91,7 +88,8 @@ Descriptor PhoneFileSystem::openByEitherName(std::string_view path, int flags) c
 }
 
 Result<Stamp> PhoneFileSystem::look(std::string_view path) const {
-    const Descriptor file = openFile(path, _lookingFlags);
+    // What a program remembers of a path does not outlast the opening of the file.
+    const Descriptor file = openFile(path, _isOfProgram ? readingFlags() : O_PATH);
     if (!file.isOpen()) return readingProblem(path, errno);
     return stampOf(*_calls, file, path);
 }
@@ -101,7 +99,7 @@ Result<Stamp> PhoneFileSystem::readFile(std::string_view path, std::string& cont
     const auto reading = [&]() -> Result<Stamp> {
         if (file.isOpen()) {
             auto opened = readOpened(*_calls, file, path, contents, limit);
-            if (opened || !opened.error().isPassing || _lookingFlags == O_PATH) return opened;
+            if (opened || !opened.error().isPassing || !_isOfProgram) return opened;
             // One that was replaced meanwhile may not be there any more for a file system that is a program.
             return readOpened(*_calls, openFile(path, readingFlags()), path, contents, limit);
         }

@@ -53,7 +53,8 @@ private:
 
     Descriptor _root;
     FileCalls* _calls;
-    int _lookingFlags;
+    /// Such a file system may remember what a path led to, and know nothing of a file that is just being replaced.
+    bool _isOfProgram;
     PhoneListener* _listener = nullptr;
     bool _tellsPassedOver = false;
 };
