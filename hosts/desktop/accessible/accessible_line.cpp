@@ -20,13 +20,20 @@ bool isCheckable(QAccessible::Role role) {
     return role == QAccessible::CheckBox || role == QAccessible::RadioButton;
 }
 
+// What is told of a row again whenever it changes.
+QAccessible::State changingState(const SpokenLine& row) {
+    QAccessible::State state;
+    state.checked = row.look.on.value_or(row.look.checked);
+    state.disabled = !row.look.enabled;
+    return state;
+}
+
 }  // namespace
 
 AccessibleLine::AccessibleLine(AccessibleTable& table, int id) : _table(table), _id(id) {
     const SpokenLine now = spoken();
     _toldName = now.name;
-    _toldState.checked = now.look.on.value_or(now.look.checked);
-    _toldState.disabled = !now.look.enabled;
+    _toldState = changingState(now);
 }
 
 SpokenLine AccessibleLine::spoken() const {
@@ -94,9 +101,7 @@ void AccessibleLine::tellChange() {
         QAccessibleEvent event(this, QAccessible::NameChanged);
         QAccessible::updateAccessibility(&event);
     }
-    QAccessible::State state;
-    state.checked = now.look.on.value_or(now.look.checked);
-    state.disabled = !now.look.enabled;
+    const QAccessible::State state = changingState(now);
     QAccessible::State changed;
     changed.checked = state.checked != _toldState.checked;
     changed.disabled = state.disabled != _toldState.disabled;

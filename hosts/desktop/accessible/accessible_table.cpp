@@ -151,12 +151,13 @@ int AccessibleTable::indexOfChild(const QAccessibleInterface* child) const {
     return static_cast<int>(std::distance(_spoken.begin(), place)) + (above ? 1 : 0);
 }
 
+// Of the lines alone that are on the screen interfaces are made.
 QAccessibleInterface* AccessibleTable::childAt(int x, int y) const {
-    for (int i = 0; i < childCount(); ++i) {
-        QAccessibleInterface* each = child(i);
-        if (each->rect().contains(x, y)) return each;
-    }
-    return nullptr;
+    QAccessibleInterface* above = header();
+    if (above && above->rect().contains(x, y)) return above;
+    count();
+    const auto found = std::ranges::find_if(_spoken, [&](int line) { return rectOf(line).contains(x, y); });
+    return found == _spoken.end() ? nullptr : lineAt(*found);
 }
 
 QAccessibleInterface* AccessibleTable::focusChild() const {
