@@ -38,16 +38,9 @@ FocusScope {
     Accessible.role: Accessible.Dialog
     readonly property string title: form.item ? form.item.title : ""
 
-    Rectangle {
-        anchors.fill: parent
+    Backdrop {
         color: Theme.scrim
         opacity: sheet.risen
-        MouseArea {
-            anchors.fill: parent
-            acceptedButtons: Qt.AllButtons
-            hoverEnabled: true
-            onWheel: (wheel) => wheel.accepted = true
-        }
     }
 
     Loader {

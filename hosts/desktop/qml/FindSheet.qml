@@ -23,19 +23,8 @@ FocusScope {
         if (hit < 0 || hits.count === 0) return field.forceActiveFocus()
         hits.itemAt(Math.min(hit, hits.count - 1)).forceActiveFocus()
     }
-    function reveal(hit) {
-        reading.contentY = Math.max(0, Math.min(Math.max(reading.contentY, hit.y + hit.height - reading.height), hit.y))
-    }
 
-    Rectangle {
-        anchors.fill: parent
-        color: Theme.page
-        MouseArea {
-            anchors.fill: parent
-            acceptedButtons: Qt.AllButtons
-            onWheel: (wheel) => wheel.accepted = true
-        }
-    }
+    Backdrop {}
     Rectangle {
         id: bar
         width: parent.width
@@ -121,32 +110,25 @@ FocusScope {
         Accessible.role: Accessible.StaticText
         Accessible.name: text
     }
-    Flickable {
+    SheetRows {
         id: reading
         y: bar.height
         width: parent.width
         height: parent.height - y
-        contentHeight: rows.height
-        clip: true
 
-        Column {
-            id: rows
-            width: reading.width
-            Repeater {
-                id: hits
-                model: sheet.find
-                onCountChanged: reading.contentY = 0
-                FindHit {
-                    width: rows.width
-                    willOpen: index === 0 && field.activeFocus
-                    onActivated: sheet.find.choose(index)
-                    onStepped: (step) => sheet.moveTo(index + step)
-                    onTyped: (text) => sheet.typeOn(text)
-                    onReached: (row) => sheet.reveal(row)
-                }
+        Repeater {
+            id: hits
+            model: sheet.find
+            onCountChanged: reading.contentY = 0
+            FindHit {
+                width: reading.width
+                willOpen: index === 0 && field.activeFocus
+                onActivated: sheet.find.choose(index)
+                onStepped: (step) => sheet.moveTo(index + step)
+                onTyped: (text) => sheet.typeOn(text)
+                onReached: (row) => reading.reveal(row)
             }
         }
-        ScrollThumb { flickable: reading }
     }
 
     Connections {

@@ -18,18 +18,10 @@ FocusScope {
     }
     function takeKeys() {
         if (asking.item) asking.item.forceActiveFocus()
-        else rows.children[0].forceActiveFocus()
+        else folders.forceActiveFocus()
     }
 
-    Rectangle {
-        anchors.fill: parent
-        color: Theme.page
-        MouseArea {
-            anchors.fill: parent
-            acceptedButtons: Qt.AllButtons
-            onWheel: (wheel) => wheel.accepted = true
-        }
-    }
+    Backdrop {}
     FocusScope {
         id: content
         anchors.fill: parent
@@ -70,65 +62,56 @@ FocusScope {
                 color: Theme.barLine
             }
         }
-        Flickable {
+        SheetRows {
             id: reading
             y: bar.height
             width: parent.width
             height: parent.height - y
-            contentHeight: rows.height + Theme.firstGap
-            clip: true
+            roomBelow: Theme.firstGap
 
-            function reveal(row) {
-                contentY = Math.max(0, Math.min(Math.max(contentY, row.y + row.height - height), row.y))
-            }
-
-            Column {
-                id: rows
+            SheetRow {
+                id: folders
                 width: reading.width
+                text: qsTr("Open Folder…")
+                detail: qsTr("The root of a phone's file system, or a folder that looks like one")
+                leads: true
+                onActivated: sheet.phones.chooseFolder()
+                onReached: (row) => reading.reveal(row)
+                onStepped: (by) => sheet.step(by)
+            }
+            Text {
+                width: reading.width
+                visible: text !== ""
+                padding: Theme.margin
+                text: sheet.phones.asking ? "" : sheet.phones.problem
+                textFormat: Text.PlainText
+                horizontalAlignment: Text.AlignLeft
+                wrapMode: Text.Wrap
+                font.pixelSize: Theme.headerSize
+                color: Theme.danger
+                Accessible.role: Accessible.AlertMessage
+                Accessible.name: text
+            }
+            Item {
+                width: 1
+                height: Theme.gap
+            }
+            Repeater {
+                model: sheet.phones
                 SheetRow {
-                    width: rows.width
-                    text: qsTr("Open Folder…")
-                    detail: qsTr("The root of a phone's file system, or a folder that looks like one")
-                    leads: true
-                    onActivated: sheet.phones.chooseFolder()
+                    required property int index
+                    required property string name
+                    required property string folder
+                    required property bool current
+                    width: reading.width
+                    text: name
+                    detail: folder
+                    marked: current
+                    onActivated: sheet.phones.choose(index)
                     onReached: (row) => reading.reveal(row)
                     onStepped: (by) => sheet.step(by)
                 }
-                Text {
-                    width: rows.width
-                    visible: text !== ""
-                    padding: Theme.margin
-                    text: sheet.phones.asking ? "" : sheet.phones.problem
-                    textFormat: Text.PlainText
-                    horizontalAlignment: Text.AlignLeft
-                    wrapMode: Text.Wrap
-                    font.pixelSize: Theme.headerSize
-                    color: Theme.danger
-                    Accessible.role: Accessible.AlertMessage
-                    Accessible.name: text
-                }
-                Item {
-                    width: 1
-                    height: Theme.gap
-                }
-                Repeater {
-                    model: sheet.phones
-                    SheetRow {
-                        required property int index
-                        required property string name
-                        required property string folder
-                        required property bool current
-                        width: rows.width
-                        text: name
-                        detail: folder
-                        marked: current
-                        onActivated: sheet.phones.choose(index)
-                        onReached: (row) => reading.reveal(row)
-                        onStepped: (by) => sheet.step(by)
-                    }
-                }
             }
-            ScrollThumb { flickable: reading }
         }
     }
 

@@ -27,16 +27,7 @@ FocusScope {
     Accessible.name: title
     Accessible.description: text
 
-    Rectangle {
-        anchors.fill: parent
-        color: Theme.scrim
-        MouseArea {
-            anchors.fill: parent
-            acceptedButtons: Qt.AllButtons
-            hoverEnabled: true
-            onWheel: (wheel) => wheel.accepted = true
-        }
-    }
+    Backdrop { color: Theme.scrim }
     SheetCard {
         height: content.height + buttons.height
 
