@@ -47,6 +47,12 @@ bool isForMoreThanOneThing(const std::string& call) {
     return several.contains(call);
 }
 
+// A write that has replaced the file is done, whatever becomes of the look at what stands there now.
+bool isLookAfterwards(const std::vector<std::string>& calls, std::size_t number) {
+    const auto renaming = std::ranges::find(calls, "rename");
+    return calls[number] == "openInRoot" && renaming - calls.begin() < static_cast<std::ptrdiff_t>(number);
+}
+
 // One write of a phone in some situation, whose system calls `onCall` sees.
 class TriedWrite {
 public:
@@ -101,8 +107,9 @@ private:
     std::string _attributes;
 };
 
-void tryFault(const WriteSituation& situation, const std::string& failing, std::size_t number, const Fault& fault,
-              TriedTable& byFault, TriedTable& byCall) {
+void tryFault(const WriteSituation& situation, const std::vector<std::string>& calls, std::size_t number,
+              const Fault& fault, TriedTable& byFault, TriedTable& byCall) {
+    const std::string& failing = calls[number];
     SCOPED_TRACE(situation.name + ": call " + std::to_string(number) + " (" + failing + ") meets " + fault.name);
     int times = 0;
     TriedWrite tried(situation, [&](const std::string& call, std::size_t at) {
@@ -110,7 +117,7 @@ void tryFault(const WriteSituation& situation, const std::string& failing, std::
     });
     const bool done = tried.run();
     if (!isForMoreThanOneThing(failing)) {
-        EXPECT_EQ(done, isDispensable(failing) || fault.error == EINTR);
+        EXPECT_EQ(done, isDispensable(failing) || isLookAfterwards(calls, number) || fault.error == EINTR);
     }
     EXPECT_EQ(times, failing == "close" ? std::min(times, fault.times) : fault.times);
     byFault.add(fault.name, tried.outcome());
@@ -126,7 +133,7 @@ TEST(WriteFaults, atAnyCallLeaveTheOldFileOrTheNewOne) {
         const auto calls = callsOfAWrite(situation);
         for (std::size_t number = 0; number < calls.size(); ++number) {
             for (const Fault& fault : faults)
-                tryFault(situation, calls[number], number, fault, byFault, byCall);
+                tryFault(situation, calls, number, fault, byFault, byCall);
         }
     }
     EXPECT_GT(byFault.tried(), 600U);
