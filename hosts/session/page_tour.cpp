@@ -30,6 +30,14 @@ public:
     }
 };
 
+/// What pages say does not depend on what they repair, and a large file takes long to be repaired.
+struct UnchangedFiles final : ScratchFileSystem {
+    using ScratchFileSystem::ScratchFileSystem;
+    platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change&) override {
+        return platform::Problem{std::string(path), "cannot write", "it is only looked at"};
+    }
+};
+
 /// Goes from page to page by the links.
 class PageTour {
 public:
@@ -60,11 +68,11 @@ private:
 }  // namespace
 
 void seeEveryPage(OpenedPhone& opened, const SeePage& see) {
-    QuietServices quiet(opened);
-    SessionServices services = quiet.forSession();
-    // What becomes of files in the layer is no news of the phone's.
-    services.listener = nullptr;
-    const auto session = SettingsSession::load(services, opened.installation.systemImage, opened.shape);
+    UnchangedFiles files(opened.phone->files());
+    QuietNotifyCenter notifications;
+    QuietApplication application;
+    const auto session = SettingsSession::load({files, notifications, application, opened.phone->device()},
+                                               opened.installation.systemImage, opened.shape);
     if (!session) return;
     (*session)->platform().classes.add({platform::ALApplicationList::className,
                                         [](platform::Platform&) { return std::make_shared<NoApplications>(); }});

@@ -14,8 +14,8 @@ namespace hosts {
 using SeePage = std::function<void(const std::vector<std::string>& titles, platform::UIViewController& page)>;
 
 /// Opens every page that a link leads to, greyed or not, from the root page on; 200 at most. It is done in a session of
-/// its own over a layer that is dropped: a page that repairs as it appears repairs nothing of the phone, no
-/// notification is posted, no history kept, and nobody is told what could not be read. Applications are not looked for,
+/// its own in which no file can be changed: a page that repairs as it appears repairs nothing, no notification is
+/// posted, no history kept, and nobody is told what could not be read. Applications are not looked for,
 /// which takes long on a far phone or one with many. No page where the pane cannot be loaded.
 void seeEveryPage(OpenedPhone& opened, const SeePage& see);
 
