@@ -25,8 +25,16 @@ void PreferenceStore::setPreferenceForKey(Value value, std::string_view key) {
     changePreferenceForKey(key, [value = std::move(value)](const std::optional<Value>&) { return value; });
 }
 
+void PreferenceStore::setPreferences(Dictionary values) {
+    edit([values = std::move(values)](Dictionary held) {
+        for (const auto& [key, value] : values)
+            held.set(key, value);
+        return held;
+    });
+}
+
 void PreferenceStore::changePreferenceForKey(std::string_view key, const Change& change) {
-    _platform.dictionaries.edit(settingsFile, [key = std::string(key), change](Dictionary held) {
+    edit([key = std::string(key), change](Dictionary held) {
         if (auto value = change(held.valueForKey(key))) {
             held.set(key, *std::move(value));
         } else {
@@ -34,6 +42,10 @@ void PreferenceStore::changePreferenceForKey(std::string_view key, const Change&
         }
         return held;
     });
+}
+
+void PreferenceStore::edit(const platform::DictionaryFiles::Edit& edit) {
+    _platform.dictionaries.edit(settingsFile, edit);
     _platform.notifications.postNotification(changeNotification);
 }
 

@@ -27,6 +27,9 @@ public:
     /// is replaced by one that holds just this key.
     void setPreferenceForKey(platform::Value value, std::string_view key);
 
+    /// The same for several keys, in one change of the file.
+    void setPreferences(platform::Dictionary values);
+
     /// What a change makes of what the file holds under a key, each nothing where there is none. It may
     /// be asked again of a newer file: it keeps what it needs by value and does nothing but answer.
     using Change = std::function<std::optional<platform::Value>(std::optional<platform::Value> held)>;
@@ -39,6 +42,8 @@ public:
     std::optional<platform::Value> storedValueForKey(std::string_view key) const;
 
 private:
+    void edit(const platform::DictionaryFiles::Edit& edit);
+
     platform::Platform& _platform;
 };
 

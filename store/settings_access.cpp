@@ -26,6 +26,10 @@ void KavixPreferencesSettingsAccess::setPreferenceForKey(platform::Value value, 
     _store.setPreferenceForKey(std::move(value), key);
 }
 
+void KavixPreferencesSettingsAccess::setPreferences(platform::Dictionary values) {
+    _store.setPreferences(std::move(values));
+}
+
 std::vector<platform::PreferenceAccess::ObservedFile> KavixPreferencesSettingsAccess::observedFiles() const {
     return {{std::string(PreferenceStore::changeNotification), std::string(PreferenceStore::settingsFile)},
             {std::string(exceptions::changeNotification), std::string(exceptions::file)}};

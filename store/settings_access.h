@@ -17,6 +17,7 @@ public:
     std::optional<platform::Value> preferenceForKey(std::string_view key) const override;
     std::optional<platform::Value> storedValueForKey(std::string_view key) const override;
     void setPreferenceForKey(platform::Value value, std::string_view key) override;
+    void setPreferences(platform::Dictionary values) override;
     std::vector<ObservedFile> observedFiles() const override;
 
 private:

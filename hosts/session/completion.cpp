@@ -33,9 +33,15 @@ bool takesValue(const CLI::Option& option) {
 }
 
 std::string argumentName(const CLI::Option& option) {
-    if (option.get_positional()) return option.get_name(true);
     return "--" + option.get_lnames().front();
 }
+
+/// A positional argument; a null pointer for none. The second of arguments that come by twos bears the name of the
+/// option's type.
+struct Positional {
+    const CLI::Option* option = nullptr;
+    std::string name = {};
+};
 
 // The table keeps choices in the option's type alone: "NAME:{light,dark}".
 std::vector<Candidate> choicesOf(const CLI::Option& option) {
@@ -61,10 +67,11 @@ private:
     bool isOption(std::string_view word) const { return !_hasOptionsEnded && word.starts_with('-'); }
     const CLI::Option* optionNamed(std::string_view name) const;
     const CLI::App* subcommandNamed(const std::string& name) const;
-    const CLI::Option* positional() const;
+    Positional positional() const;
     std::vector<Candidate> options() const;
     std::vector<Candidate> subcommands() const;
-    Offer valuesOf(const CLI::Option& option, std::string_view prefix, const ArgumentWords& argumentWords) const;
+    Offer valuesOf(const CLI::Option& option, const std::string& name, std::string_view prefix,
+                   const ArgumentWords& argumentWords) const;
 
     const CLI::App* _command;
     const CLI::Option* _awaited = nullptr;  // an option whose value the next word is
@@ -87,16 +94,17 @@ const CLI::App* TypedLine::subcommandNamed(const std::string& name) const {
     return named.empty() ? nullptr : named.front();
 }
 
-// The positional argument that comes next; null when there is none.
-const CLI::Option* TypedLine::positional() const {
+// The positional argument that comes next.
+Positional TypedLine::positional() const {
     std::size_t before = _positionals;
     for (const CLI::Option* option : _command->get_options()) {
         if (!option->get_positional()) continue;
         const auto most = std::size_t(option->get_items_expected_max());
-        if (before < most) return option;
+        const bool isSecondOfTwo = option->get_type_size_max() == 2 && before % 2 == 1;
+        if (before < most) return {option, isSecondOfTwo ? option->get_type_name() : option->get_name(true)};
         before -= most;
     }
-    return nullptr;
+    return {};
 }
 
 void TypedLine::take(const std::string& word) {
@@ -113,8 +121,8 @@ void TypedLine::take(const std::string& word) {
             _given[argumentName(*option)] = word.substr(equals + 1);
     } else if (const CLI::App* subcommand = subcommandNamed(word)) {
         _command = subcommand;
-    } else if (const CLI::Option* option = positional()) {
-        _given[argumentName(*option)] = word;
+    } else if (const Positional next = positional(); next.option) {
+        _given[next.name] = word;
         ++_positionals;
     }
 }
@@ -139,11 +147,10 @@ std::vector<Candidate> TypedLine::subcommands() const {
     return names;
 }
 
-Offer TypedLine::valuesOf(const CLI::Option& option, std::string_view prefix,
+Offer TypedLine::valuesOf(const CLI::Option& option, const std::string& name, std::string_view prefix,
                           const ArgumentWords& argumentWords) const {
     auto choices = choicesOf(option);
     if (!choices.empty()) return {.words = std::move(choices), .prefix = prefix};
-    const std::string name = argumentName(option);
     const std::string type = option.get_positional() ? name : option.get_type_name();
     if (type == "DIR" || type == "FOLDER") return {.kind = "folders"};
     if (type == "FILE" || type == "OUT") return {.kind = "files"};
@@ -152,16 +159,16 @@ Offer TypedLine::valuesOf(const CLI::Option& option, std::string_view prefix,
 }
 
 Offer TypedLine::offerFor(std::string_view word, const ArgumentWords& argumentWords) const {
-    if (_awaited) return valuesOf(*_awaited, {}, argumentWords);
+    if (_awaited) return valuesOf(*_awaited, argumentName(*_awaited), {}, argumentWords);
     if (isOption(word)) {
         const std::size_t equals = word.find('=');
         const CLI::Option* option = optionNamed(word.substr(0, equals));
         if (equals == std::string_view::npos) return {.words = options()};
         if (!option || !takesValue(*option)) return {};
-        return valuesOf(*option, word.substr(0, equals + 1), argumentWords);
+        return valuesOf(*option, argumentName(*option), word.substr(0, equals + 1), argumentWords);
     }
     if (auto names = subcommands(); !names.empty()) return {.words = std::move(names)};
-    if (const CLI::Option* next = positional()) return valuesOf(*next, {}, argumentWords);
+    if (const Positional next = positional(); next.option) return valuesOf(*next.option, next.name, {}, argumentWords);
     return {.words = options()};
 }
 

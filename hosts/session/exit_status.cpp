@@ -10,9 +10,13 @@
 
 namespace hosts {
 
-int fail(ExitStatus status, std::string_view message) {
+void warn(std::string_view message) {
     const std::string line = std::string(program_invocation_short_name) + ": " + printable(message) + "\n";
     std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+int fail(ExitStatus status, std::string_view message) {
+    warn(message);
     return status;
 }
 

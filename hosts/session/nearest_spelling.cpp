@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "hosts/session/printable.h"
 #include "platform/foundation/ascii.h"
 
 namespace hosts {
@@ -29,6 +30,13 @@ std::size_t editDistance(std::string_view left, std::string_view right) {
     return row.back();
 }
 
+// Beyond that it is another word.
+constexpr std::size_t mostSlips(std::size_t length) {
+    constexpr std::size_t shortWord = 3;
+    constexpr std::size_t lettersToASlip = 3;
+    return length <= shortWord ? 1 : std::max<std::size_t>(2, length / lettersToASlip);
+}
+
 std::string inLowerCase(std::string_view text) {
     std::string lower(text.substr(0, longestText));
     std::ranges::transform(lower, lower.begin(), platform::lowerCase);
@@ -40,9 +48,18 @@ std::string inLowerCase(std::string_view text) {
 std::string nearestSpelling(std::string_view text, std::span<const std::string> names) {
     // Case apart: a name in the wrong case is the commonest slip.
     const std::string wanted = inLowerCase(text);
-    auto nearest = std::ranges::min_element(
-        names, {}, [&wanted](const std::string& name) { return editDistance(wanted, inLowerCase(name)); });
-    return nearest == names.end() ? std::string() : *nearest;
+    std::size_t least = mostSlips(wanted.size()) + 1;
+    std::string nearest;
+    for (const std::string& name : names) {
+        const std::size_t distance = editDistance(wanted, inLowerCase(name));
+        if (distance < least) nearest = name;
+        least = std::min(least, distance);
+    }
+    return nearest;
+}
+
+std::string didYouMean(std::string_view name) {
+    return name.empty() ? std::string() : "; did you mean " + inQuotes(name) + "?";
 }
 
 }  // namespace hosts

@@ -68,10 +68,14 @@ private:
 }  // namespace
 
 void seeEveryPage(OpenedPhone& opened, const SeePage& see) {
-    UnchangedFiles files(opened.phone->files());
+    seeEveryPage(opened, opened.phone->files(), see);
+}
+
+void seeEveryPage(OpenedPhone& opened, const platform::FileSystem& files, const SeePage& see) {
+    UnchangedFiles unchanged(files);
     QuietNotifyCenter notifications;
     QuietApplication application;
-    const auto session = SettingsSession::load({files, notifications, application, opened.phone->device()},
+    const auto session = SettingsSession::load({unchanged, notifications, application, opened.phone->device()},
                                                opened.installation.systemImage, opened.shape);
     if (!session) return;
     (*session)->platform().classes.add({platform::ALApplicationList::className,

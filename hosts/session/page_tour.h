@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "hosts/session/opened_phone.h"
+#include "platform/services/file_system.h"
 #include "platform/ui/view_controller.h"
 
 namespace hosts {
@@ -18,5 +19,8 @@ using SeePage = std::function<void(const std::vector<std::string>& titles, platf
 /// posted, no history kept, and nobody is told what could not be read. Applications are not looked for,
 /// which takes long on a far phone or one with many. No page where the pane cannot be loaded.
 void seeEveryPage(OpenedPhone& opened, const SeePage& see);
+
+/// The same of a phone that has these files.
+void seeEveryPage(OpenedPhone& opened, const platform::FileSystem& files, const SeePage& see);
 
 }  // namespace hosts

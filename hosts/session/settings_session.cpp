@@ -6,8 +6,8 @@
 #include <string_view>
 #include <utility>
 
-#include "hosts/phones/fault_place.h"
 #include "hosts/session/printable.h"
+#include "hosts/session/stored_content.h"
 #include "hosts/session/undo.h"
 
 namespace hosts {
@@ -143,24 +143,9 @@ std::optional<Problem> SettingsSession::whyDefaults(std::span<const std::string>
     for (const std::string& path : paths) {
         const auto drawn = _drawn.find(path);
         if (drawn == _drawn.end() || drawn->second) continue;
-        if (auto why = whyNothing(path)) return why;
+        if (auto why = whyNothing(_platform.files, path)) return why;
     }
     return std::nullopt;
-}
-
-// A file system that cannot reach a file does not say whether there is one: its folder does.
-std::optional<Problem> SettingsSession::whyNothing(const std::string& path) {
-    std::string contents;
-    const auto reading = _platform.files.readFile(path, contents, platform::FileSystem::usualReadLimit);
-    if (reading) {
-        auto fault = dictionaryFault(contents);
-        return fault ? std::optional(Problem{path, "cannot read", *std::move(fault)}) : std::nullopt;
-    }
-    if (reading.error().isPassing) return reading.error();
-    const std::size_t name = path.rfind('/') + 1;
-    const auto names = _platform.files.listFolder(path.substr(0, name));
-    const bool isThere = names && std::ranges::find(*names, path.substr(name)) != names->end();
-    return isThere ? std::optional(reading.error()) : std::nullopt;
 }
 
 }  // namespace hosts

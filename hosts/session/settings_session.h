@@ -68,7 +68,6 @@ public:
 private:
     SettingsSession(const SessionServices& services, const std::string& systemImage, const DeviceShape& shape);
     bool isOtherThanDrawn(const std::string& path);
-    std::optional<platform::Problem> whyNothing(const std::string& path);
     using ChooseTurn = std::vector<HistoryEntry> (*)(const History::Reading&);
     platform::Result<std::string> takeBack(ChooseTurn choose, const char* told, const char* nothing);
 

@@ -35,10 +35,8 @@ std::vector<std::string> linkTitles(UIViewController& page) {
 }
 
 platform::Problem noSuchPage(UIViewController& page, std::string_view title) {
-    std::string reason = inQuotes(page.title()) + " leads to no page " + inQuotes(title);
-    const auto titles = linkTitles(page);
-    if (!titles.empty()) reason += "; did you mean " + inQuotes(nearestSpelling(title, titles)) + "?";
-    return {.reason = std::move(reason)};
+    const std::string reason = inQuotes(page.title()) + " leads to no page " + inQuotes(title);
+    return {.reason = reason + didYouMean(nearestSpelling(title, linkTitles(page)))};
 }
 
 std::string_view withoutSlashesAround(std::string_view path) {

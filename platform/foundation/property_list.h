@@ -52,6 +52,11 @@ struct PropertyListWriting {
     explicit operator bool() const { return bytes.has_value(); }
 };
 
+/// The first character of the text that XML has no way to say: a control character but tab and line feed, U+FFFE or
+/// U+FFFF. The carriage return counts, since readers make a line feed of it. The platform writes them all the same, and
+/// other readers refuse the whole file. Nothing where there is none.
+TRIVEL3_PLATFORM_EXPORT std::optional<char32_t> characterBeyondXml(std::string_view text);
+
 /// XML says neither null, sets nor keys that are no strings.
 TRIVEL3_PLATFORM_EXPORT PropertyListWriting writeXmlPropertyList(const Value& root);
 

@@ -46,6 +46,9 @@ public:
     /// The pane's write rule. Tells nothing of failure, as the pane does.
     virtual void setPreferenceForKey(Value value, std::string_view key) = 0;
 
+    /// The same for several keys, in one change of their file and with one notification.
+    virtual void setPreferences(Dictionary values) = 0;
+
     /// The main settings file first.
     virtual std::vector<ObservedFile> observedFiles() const = 0;
 };

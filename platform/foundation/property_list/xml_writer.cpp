@@ -186,7 +186,20 @@ private:
 
 }  // namespace
 
+constexpr bool isBeyondXml(char32_t code) {
+    return (code < U' ' && code != U'\t' && code != U'\n') || code == 0xFFFE || code == 0xFFFF;
+}
+
 }  // namespace property_list
+
+std::optional<char32_t> characterBeyondXml(std::string_view text) {
+    while (!text.empty()) {
+        const Utf8Character character = firstUtf8Character(text);
+        if (property_list::isBeyondXml(character.code)) return character.code;
+        text.remove_prefix(character.length);
+    }
+    return std::nullopt;
+}
 
 PropertyListWriting writeXmlPropertyList(const Value& root) {
     return property_list::XmlWriter().write(root);
