@@ -3,6 +3,7 @@
 
 #include <CLI/CLI.hpp>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -11,10 +12,13 @@
 #include "hosts/session/nearest_spelling.h"
 #include "hosts/terminal/commands/argument_words.h"
 #include "hosts/terminal/commands/commands.h"
+#include "hosts/terminal/help_format.h"
 #include "hosts/terminal/render/printable.h"
 
 namespace hosts::terminal {
 namespace {
+
+constexpr const char* oddWords = "the last KEY lacks its VALUE";
 
 // The command line's grammar, and the subcommand that was chosen.
 class CommandLine {
@@ -40,6 +44,7 @@ private:
 
     void addPageCommands();
     void addSettingCommands();
+    void addTravelCommands();
     void addHistoryCommands();
     void addPlistCommands();
     std::string helpCommand() const;
@@ -52,8 +57,12 @@ private:
     ShowOptions _show;
     GetOptions _get;
     SetOptions _set;
+    UnsetOptions _unset;
     ListOptions _list;
     ResetOptions _reset;
+    DiffOptions _diff;
+    ExportOptions _export;
+    ApplyOptions _apply;
     HistoryOptions _history;
     UndoOptions _undo;
     MonitorOptions _monitor;
@@ -66,7 +75,8 @@ private:
 
 CommandLine::CommandLine() {
     _app.name("trivel3ctl");
-    _app.set_version_flag("--version", "trivel3ctl " TRIVEL3_VERSION);
+    _app.formatter(std::make_shared<HelpFormat>());
+    _app.set_version_flag("--version,-V", "trivel3ctl " TRIVEL3_VERSION);
     _app.set_help_flag("--help,-h", "Print this help and exit");
     // Options of the program are taken after the subcommand too.
     _app.fallthrough();
@@ -78,6 +88,7 @@ CommandLine::CommandLine() {
     _common.addTo(_app);
     addPageCommands();
     addSettingCommands();
+    addTravelCommands();
     addHistoryCommands();
     addPlistCommands();
 }
@@ -103,18 +114,33 @@ void CommandLine::addPageCommands() {
 }
 
 void CommandLine::addSettingCommands() {
-    CLI::App* get = addPhoneCommand("get", "Print a setting's value", runGet, _get);
-    get->add_option("KEY", _get.key, "The setting")->required();
+    CLI::App* get = addPhoneCommand("get", "Print settings' values", runGet, _get);
+    get->add_option("KEY", _get.keys, "The settings")->required();
+    get->add_flag("--json", _get.json, "Print them as JSON");
 
-    CLI::App* set = addPhoneCommand("set", "Change a setting", runSet, _set);
-    set->add_option("KEY", _set.key, "The setting")->required();
-    set->add_option("VALUE", _set.value, "Its new value: true, false, yes, no, on, off, 1 or 0; or a decimal integer")
+    CLI::App* set = addPhoneCommand("set", "Change settings, all in one change", runSet, _set);
+    set->add_option("KEY", _set.words,
+                    "Settings and their new values: true, false, yes, no, on, off, 1 or 0; a decimal integer; or the "
+                    "name of a choice")
+        ->type_name("VALUE")
+        ->type_size(2)
         ->required();
-    set->add_option("--type", _set.type, "How to read the value, for a key outside the catalogue")
-        ->check(CLI::IsMember({"bool", "int", "string"}))
+    set->add_option("--type", _set.type,
+                    "How to read the values, for keys outside the catalogue: boolean, integer or string")
+        ->transform(CLI::CheckedTransformer(std::vector<std::pair<std::string, std::string>>{{"boolean", "boolean"},
+                                                                                             {"integer", "integer"},
+                                                                                             {"string", "string"},
+                                                                                             {"bool", "boolean"},
+                                                                                             {"int", "integer"}})
+                        .description("{boolean,integer,string}"))
         ->type_name("TYPE");
 
-    CLI::App* list = addPhoneCommand("list", "Print every setting", runList, _list);
+    CLI::App* unset = addPhoneCommand("unset", "Remove settings from the settings file", runUnset, _unset);
+    CLI::Option* unsetKeys = unset->add_option("KEY", _unset.keys, "The settings, known or not");
+    unset->add_flag("--all", _unset.all, "Every setting that is stored")->excludes(unsetKeys);
+
+    CLI::App* list = addPhoneCommand("list", "Print settings", runList, _list);
+    list->add_option("KEY", _list.keys, "The settings; all, without any");
     list->add_flag("--json", _list.json, "Print them as JSON");
 
     CLI::App* reset = addPhoneCommand("reset", "Put settings back to their defaults", runReset, _reset);
@@ -126,6 +152,28 @@ void CommandLine::addSettingCommands() {
         addPhoneCommand("monitor", "Print changes as they are announced, until interrupted", runMonitor, _monitor);
     monitor->add_flag("--json", _monitor.json, "Print one JSON object a line");
     monitor->add_flag("--unannounced", _monitor.unannounced, "Print, too, changes that nobody has announced");
+}
+
+void CommandLine::addTravelCommands() {
+    CLI::App* diff = addCommand("diff", "Print the settings that differ", [this] { return runDiff(_common, _diff); });
+    diff->add_option("WHERE", _diff.where,
+                     "What to compare: a phone's folder, an export, a settings file, a support report, or what list "
+                     "--json has printed; one is compared with the defaults, none stands for the phone");
+    diff->add_flag("--exit-code", _diff.exitCode, "End with status 3 where there is a difference");
+    diff->add_flag("--json", _diff.json, "Print it as JSON");
+
+    CLI::App* exported = addPhoneCommand("export", "Write what is stored, for another phone", runExport, _export);
+    exported->add_option("-o,--output", _export.output, "Where to write; - for standard output")->type_name("FILE");
+
+    CLI::App* apply = addPhoneCommand("apply", "Store the settings that a file holds", runApply, _apply);
+    apply
+        ->add_option("FILE", _apply.file,
+                     "An export, a settings file, a support report or a list; - for standard input")
+        ->required();
+    apply->add_flag("--dry-run", _apply.isDryRun, "Print what would differ, and change nothing");
+    apply->add_option("--only", _apply.only, "The settings, and the applications of exceptions, to touch")
+        ->type_name("KEY");
+    apply->add_flag("--exact", _apply.isExact, "Remove what the file does not hold");
 }
 
 void CommandLine::addHistoryCommands() {
@@ -179,7 +227,7 @@ std::string CommandLine::unknownSubcommand() const {
         names.push_back(command->get_name());
     const auto words = _app.remaining(true);
     if (names.empty() || words.empty() || words.front().starts_with('-')) return {};
-    return inQuotes(words.front()) + " is no subcommand; did you mean '" + nearestSpelling(words.front(), names) + "'?";
+    return inQuotes(words.front()) + " is no subcommand" + didYouMean(nearestSpelling(words.front(), names));
 }
 
 int CommandLine::refuse(const std::string& reason) const {
@@ -193,11 +241,19 @@ int CommandLine::run(int argumentCount, char** arguments) {
         _app.parse(argumentCount, arguments);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return _app.exit(error);
-        const std::string unknown = unknownSubcommand();
-        return refuse(unknown.empty() ? error.what() : unknown);
+        if (const std::string unknown = unknownSubcommand(); !unknown.empty()) return refuse(unknown);
+        if (dynamic_cast<const CLI::ArgumentMismatch*>(&error) && _app.got_subcommand("set")) return refuse(oddWords);
+        const bool isTooMuch = dynamic_cast<const CLI::ExtrasError*>(&error) != nullptr;
+        return refuse(isTooMuch ? "not expected: " + CLI::detail::join(_app.remaining(true), " ") : error.what());
     }
+    constexpr std::size_t mostPlaces = 2;
+    if (_diff.where.size() > mostPlaces) return refuse("not expected: " + _diff.where[mostPlaces]);
+    if (_set.words.size() % 2 != 0) return refuse(oddWords);
     if (_app.got_subcommand("reset") && _reset.keys.empty() && !_reset.all) {
         return refuse("name the settings to reset, or give --all");
+    }
+    if (_app.got_subcommand("unset") && _unset.keys.empty() && !_unset.all) {
+        return refuse("name the settings to remove, or give --all");
     }
     _drive.openableSchemes = {_openableSchemes.begin(), _openableSchemes.end()};
     return _chosen ? _chosen() : openScreen();

@@ -82,6 +82,7 @@ TEST_F(Get, keyThatReadsAsNothingIsAFailure) {
 TEST_F(Get, unknownKeyIsAFailureThatNamesTheNearest) {
     expectFailure(ctl.run({"get", "multicenter"}), 1, "did you mean 'MultiCenter'?");
     expectFailure(ctl.run({"get", "HotCorner"}), 1, "did you mean 'HotCorners'?");
+    expectFailure(ctl.run({"get", "Foo"}), 1, "'Foo' is no known key; 'trivel3ctl list' names them all");
     expectFailure(ctl.run({"get", ""}), 1, "'' is no known key");
 }
 
@@ -94,6 +95,29 @@ TEST_F(Get, veryLongKeyMakesAShortMessage) {
 TEST_F(Get, valueThatXmlCannotSayIsAFailure) {
     writeSettings(phone, settingsWithNull());
     expectFailure(ctl.run({"get", "Odd"}), 1, "'Odd' holds what an XML property list cannot say");
+}
+
+TEST_F(Get, severalValuesStandOnLinesOfTheirOwn) {
+    writeSettings(phone, settingsOf({{"HotCorners", "<false/>"}, {"Mine", "<string>two\nlines</string>"}}));
+    EXPECT_EQ(ctl.run({"get", "Mine", "HotCorners", "SliderActionsVolume"}).output, "two\nlines\nfalse\n2\n");
+    expectFailure(ctl.run({"get", "HotCorners", "HotCorner"}), 1, "did you mean 'HotCorners'?");
+}
+
+TEST_F(Get, jsonIsTheValueAndOfSeveralAnObject) {
+    EXPECT_EQ(ctl.runForJson({"get", "--json", "HotCorners"}), true);
+    EXPECT_EQ(ctl.runForJson({"get", "--json", "HotCorners", "SliderActionsVolume"}),
+              (json{{"HotCorners", true}, {"SliderActionsVolume", 2}}));
+}
+
+TEST_F(Get, saysWhenDefaultsStandInForAFileThatCannotBeRead) {
+    writeSettings(phone, "no property list");
+    for (const Trivel3ctl::Arguments& arguments :
+         {Trivel3ctl::Arguments{"get", "HotCorners"}, Trivel3ctl::Arguments{"list"}, Trivel3ctl::Arguments{"show"}}) {
+        const Outcome outcome = ctl.run(arguments);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_THAT(outcome.output, HasSubstr(arguments.front() == "show" ? "Multi-Center" : "true"));
+        EXPECT_THAT(outcome.errors, HasSubstr("These are defaults: cannot read "));
+    }
 }
 
 }  // namespace

@@ -63,8 +63,24 @@ TEST_F(List, storedValuesAreToldAsSuchEvenWhenTheyEqualTheDefault) {
     expected[26]["value"] = false;
     for (const int position : {0, 13, 18, 26})
         expected[static_cast<std::size_t>(position)]["stored"] = true;
+    // What the pane does not know comes last.
+    expected.push_back({{"key", "Mine"}, {"kind", nullptr}, {"value", true}, {"default", nullptr}, {"stored", true}});
 
     EXPECT_EQ(ctl.runForJson({"list", "--json"}), expected);
+}
+
+TEST_F(List, namesTheSettingsThatAreAskedFor) {
+    writeSettings(phone, settingsOf({{"Mine", "<true/>"}}));
+    const Outcome outcome = ctl.run({"list", "Mine", "HotCorners"});
+    expectDone(outcome);
+    EXPECT_EQ(outcome.output,
+              "Mine        true        stored  (not a setting of the pane)\nHotCorners  true        default\n");
+    expectFailure(ctl.run({"list", "HotCorner"}), 1, "did you mean 'HotCorners'?");
+}
+
+TEST_F(Reset, storedKeyThatThePaneDoesNotKnowIsToldWhatRemovesIt) {
+    writeSettings(phone, settingsOf({{"Mine", "<true/>"}}));
+    expectFailure(ctl.run({"reset", "Mine"}), 2, "'trivel3ctl unset' removes it");
 }
 
 TEST_F(List, textHasALineForEach) {

@@ -153,8 +153,11 @@ TEST_F(Monitor, failedWritesAreAnnouncedWithoutChanges) {
 
 TEST_F(Monitor, keysAndValuesCannotSteerATerminal) {
     const auto monitor = listen();
-    expectDone(ctl.run({"set", "a\x1b]0;b\a", "c\x1b[2J\nd", "--type", "string"}));
+    // As another program writes it: ours would not.
+    writeSettings(phone, settingsOf({{"HotCorners", "<false/>"}, {"a\x1b]0;b\a", "<string>c\x1b[2J\nd</string>"}}));
+    expectDone(ctl.run({"set", "HotCorners", "on"}));
     EXPECT_EQ(monitor->readLine(), changed);
+    EXPECT_EQ(monitor->readLine(), "HotCorners: (nothing) -> true");
     EXPECT_EQ(monitor->readLine(), "a\uFFFD]0;b\uFFFD: (nothing) -> c\uFFFD[2J\uFFFDd");
 }
 

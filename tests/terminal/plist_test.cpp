@@ -289,5 +289,20 @@ TEST_F(Plist, pipesAndDevicesAreWrittenInto) {
     EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
+TEST_F(Plist, characterThatXmlCannotSayIsNamedWithItsPlace) {
+    const std::string file = ctl.folder() / "control.plist";
+    writeText(file, settingsOf({{"Mine", "<string>a\x01</string>"}}));
+    const Outcome outcome = ctl.run({"plist", "lint", file});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(outcome.output,
+              file + ": 6:11: U+0001, which XML cannot say: other readers change it or refuse the file\n");
+}
+
+TEST_F(Plist, readsStandardInput) {
+    const std::string list = settingsOf({{"Mine", "<true/>"}});
+    EXPECT_EQ(ctl.run({"plist", "lint", "-"}, list).output, "standard input: OK\n");
+    EXPECT_EQ(ctl.run({"plist", "convert", "xml1", "-"}, list).output, list);
+}
+
 }  // namespace
 }  // namespace terminal_test

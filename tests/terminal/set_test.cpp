@@ -45,11 +45,11 @@ TEST_F(Set, otherKeysAreKept) {
 }
 
 TEST_F(Set, everySpellingOfABooleanIsTaken) {
-    for (const char* word : {"true", "yes", "on", "1"}) {
+    for (const char* word : {"true", "yes", "on", "1", "TRUE", "On"}) {
         expectDone(ctl.run({"set", "AccessHomeScreen", word}));
         EXPECT_EQ(readSettings(phone), settingsOf({{"AccessHomeScreen", "<true/>"}})) << word;
     }
-    for (const char* word : {"false", "no", "off", "0"}) {
+    for (const char* word : {"false", "no", "off", "0", "False", "NO"}) {
         expectDone(ctl.run({"set", "AccessHomeScreen", word}));
         EXPECT_EQ(readSettings(phone), settingsOf({{"AccessHomeScreen", "<false/>"}})) << word;
     }
@@ -64,14 +64,69 @@ TEST_F(Set, integersAreDecimalOf64BitsWithASign) {
                                                                       {"9223372036854775807", "9223372036854775807"},
                                                                       {"-9223372036854775808", "-9223372036854775808"}};
     for (const auto& [typed, stored] : numbers) {
-        expectDone(ctl.run({"set", "AlbumArtworkAutoDisplay", typed}));
-        EXPECT_EQ(readSettings(phone), settingsOf({{"AlbumArtworkAutoDisplay", "<integer>" + stored + "</integer>"}}));
+        expectDone(ctl.run({"set", "Mine", typed, "--type", "integer"}));
+        EXPECT_EQ(readSettings(phone), settingsOf({{"Mine", "<integer>" + stored + "</integer>"}}));
     }
+}
+
+TEST_F(Set, severalKeysAreOneChange) {
+    expectDone(ctl.run({"set", "HotCorners", "off", "SliderActionsVolume", "0", "MultiCenter", "off"}));
+    EXPECT_EQ(readSettings(phone), settingsOf({{"HotCorners", "<false/>"},
+                                               {"MultiCenter", "<false/>"},
+                                               {"SliderActionsVolume", "<integer>0</integer>"}}));
+    expectDone(ctl.run({"undo"}));
+    EXPECT_EQ(ctl.run({"get", "HotCorners", "SliderActionsVolume", "MultiCenter"}).output, "true\n2\ntrue\n");
+}
+
+TEST_F(Set, ofSeveralKeysNoneIsSetWhereOneIsRefused) {
+    expectFailure(ctl.run({"set", "HotCorners", "off", "MultiCenter", "maybe"}), 2, "'maybe' is no value");
+    expectFailure(ctl.run({"set", "HotCorners", "off", "HotCorners", "on"}), 2, "'HotCorners' is there twice");
+    expectFailure(ctl.run({"set", "HotCorners", "off", "MultiCenter"}), 2, "the last KEY lacks its VALUE");
+    EXPECT_FALSE(fs::exists(phone.settingsFile()));
+}
+
+TEST_F(Set, choicesGoByTheirNamesInAnyCase) {
+    expectDone(ctl.run({"set", "SliderActionsVolume", "set volume to MAXIMUM"}));
+    EXPECT_EQ(ctl.run({"get", "SliderActionsVolume"}).output, "1\n");
+    expectDone(ctl.run({"set", "MinimalControlCenterCondition", "If no Media is Playing + if airdrop is off"}));
+    EXPECT_EQ(ctl.run({"get", "MinimalControlCenterCondition"}).output, "5\n");
+    expectDone(ctl.run({"set", "MinimalControlCenterCondition", "Always"}));
+    EXPECT_EQ(ctl.run({"get", "MinimalControlCenterCondition"}).output, "0\n");
+}
+
+TEST_F(Set, namesThatDoNotHoldTogetherAreRefused) {
+    expectFailure(ctl.run({"set", "SliderActionsVolume", "Set Volume to Minimum+Set Volume to Maximum"}), 2,
+                  "do not hold together");
+    expectFailure(ctl.run({"set", "MinimalControlCenterCondition", "Always+Sometimes"}), 2,
+                  "'Sometimes' is no choice of 'MinimalControlCenterCondition'");
+    expectFailure(ctl.run({"set", "SliderActionsVolume", "Louder"}), 2, "1 (Set Volume to Maximum)");
+    EXPECT_FALSE(fs::exists(phone.settingsFile()));
+}
+
+TEST_F(Set, numberThatNoRowStandsForIsSetAndWarnedOf) {
+    const Outcome outcome = ctl.run({"set", "SliderActionsVolume", "7"});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "trivel3ctl: 7 is no choice of 'SliderActionsVolume': 0, 1 or 2\n");
+    EXPECT_EQ(ctl.run({"get", "SliderActionsVolume"}).output, "7\n");
+    expectDone(ctl.run({"set", "MinimalControlCenterCondition", "7"}));
+    EXPECT_THAT(ctl.run({"set", "MinimalControlCenterCondition", "8"}).errors, HasSubstr("or a sum of these"));
+}
+
+TEST_F(Set, whatXmlCannotSayIsRefused) {
+    writeSettings(phone, settingsOf({{"Mine", "<true/>"}}));
+    for (const char* text : {"a\x01"
+                             "b",
+                             "a\rb", "\xEF\xBF\xBE", "\xEF\xBF\xBF"}) {
+        expectFailure(ctl.run({"set", "Text", text, "--type", "string"}), 2, "which no settings file can say");
+        expectFailure(ctl.run({"set", text, "on", "--type", "boolean"}), 2, "which no settings file can say");
+    }
+    EXPECT_EQ(readSettings(phone), settingsOf({{"Mine", "<true/>"}}));
+    expectDone(ctl.run({"set", "Text", "a\tb\nc", "--type", "string"}));
 }
 
 TEST_F(Set, keyOutsideTheCatalogueTakesTheTypeThatIsSaid) {
     expectDone(ctl.run({"set", "A", "on", "--type", "bool"}));
-    expectDone(ctl.run({"set", "B", "12", "--type", "int"}));
+    expectDone(ctl.run({"set", "B", "12", "--type", "integer"}));
     expectDone(ctl.run({"set", "--type", "string", "C", "a <b>"}));
     expectDone(ctl.run({"set", "D", "", "--type", "string"}));
     EXPECT_EQ(readSettings(phone), settingsOf({{"A", "<true/>"},
@@ -91,19 +146,19 @@ TEST_F(Set, keyWithoutADefaultIsABooleanUnlessSaid) {
 TEST_F(Set, unknownKeyWithoutATypeIsRefusedAndTheNearestNamed) {
     expectFailure(ctl.run({"set", "Multicenter", "true"}), 2, "did you mean 'MultiCenter'?");
     expectFailure(ctl.run({"set", "SliderActionVolume", "1"}), 2, "did you mean 'SliderActionsVolume'?");
-    expectFailure(ctl.run({"set", "Mine", "1"}), 2, "--type bool, int or string");
+    expectFailure(ctl.run({"set", "Mine", "1"}), 2, "--type boolean, integer or string");
     EXPECT_FALSE(fs::exists(phone.settingsFile()));
 }
 
 TEST_F(Set, valueThatIsNotOfTheKindIsRefused) {
-    for (const char* value : {"maybe", "2", "TRUE", "", " true", "true "}) {
+    for (const char* value : {"maybe", "2", "", " true", "true "}) {
         expectFailure(ctl.run({"set", "MultiCenter", value}), 2,
                       "'MultiCenter', which takes true, false, yes, no, on, off, 1 or 0");
     }
     for (const char* value :
          {"", "x", "1.5", "0x1", "1 ", " 1", "+", "-", "+-1", "9223372036854775808", "-9223372036854775809"}) {
         expectFailure(ctl.run({"set", "AlbumArtworkAutoDisplay", value}), 2,
-                      "'AlbumArtworkAutoDisplay', which takes a decimal integer");
+                      "'AlbumArtworkAutoDisplay', which takes one of these: ");
     }
     expectFailure(ctl.run({"set", "A", "x", "--type", "int"}), 2, "decimal integer");
     EXPECT_FALSE(fs::exists(phone.settingsFile()));

@@ -103,6 +103,11 @@ TEST_F(Show, titleThatLeadsNowhereIsAFailureThatNamesTheNearest) {
                   "'Slider Actions' leads to no page 'More'");
 }
 
+TEST_F(Show, titleOfAPageThatLiesElsewhereIsAFailureThatNamesTheWayThere) {
+    expectFailure(ctl.run({"show", "Slider Actions"}), 1,
+                  "'Trivel 3' leads to no page 'Slider Actions'; did you mean 'Advanced Options/Slider Actions'?");
+}
+
 TEST_F(Show, titleOfARowThatIsNoLinkLeadsNowhere) {
     expectFailure(ctl.run({"show", "Multi-Center"}), 1, "leads to no page 'Multi-Center'");
     expectFailure(ctl.run({"show", "Fenwary Support"}), 1, "leads to no page 'Fenwary Support'");

@@ -110,7 +110,9 @@ TEST_F(TerminalSafety, monitorShowsAttackingChangesAsText) {
     RunningTrivel3ctl inJson(ctl, {"monitor", "--json"});
     EXPECT_EQ(monitor.readErrorLine(), "listening");
     EXPECT_EQ(inJson.readErrorLine(), "listening");
-    expectDone(ctl.run({"set", attack, attack, "--type", "string"}));
+    // As another program writes it: ours would not.
+    writeSettings(phone, settingsOf({{attack, "<string>" + std::string(attack) + "</string>"}}));
+    expectDone(ctl.run({"set", "HotCorners", "off"}));
     const std::string line = inJson.readLine().value_or("");
     expectTame(line);
     EXPECT_EQ(json::parse(line).at("changes").at(0).at("key"), attack);

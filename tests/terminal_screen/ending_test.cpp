@@ -26,12 +26,19 @@ TEST(ScreenEnd, quitsWithTheTerminalAsItWas) {
 }
 
 TEST(ScreenEnd, signalsLeaveTheTerminalAsItWas) {
-    for (const int number : {SIGTERM, SIGINT, SIGHUP, SIGQUIT}) {
+    for (const int number : {SIGTERM, SIGHUP, SIGQUIT}) {
         OpenedScreen screen;
         ::kill(screen.terminal.process(), number);
-        EXPECT_EQ(screen.terminal.waitForEnd(), 0) << number;
+        EXPECT_EQ(screen.terminal.waitForEnd(), 128 + number) << number;
         EXPECT_TRUE(screen.terminal.isRestored()) << number;
     }
+}
+
+TEST(ScreenEnd, interruptQuits) {
+    OpenedScreen screen;
+    ::kill(screen.terminal.process(), SIGINT);
+    EXPECT_EQ(screen.terminal.waitForEnd(), 0);
+    EXPECT_TRUE(screen.terminal.isRestored());
 }
 
 TEST(ScreenEnd, interruptKeyLeavesTheTerminalAsItWas) {

@@ -51,8 +51,10 @@ OpenedScreen::OpenedScreen(const TmuxTerminal::Setup& setup, const platform::Dic
 }
 
 OpenedScreen::~OpenedScreen() {
-    if (!terminal.hasEnded()) ::kill(terminal.process(), SIGTERM);
-    EXPECT_EQ(terminal.waitForEnd(), 0) << terminal.text();
+    if (!terminal.hasEnded()) {
+        ::kill(terminal.process(), SIGTERM);
+        EXPECT_EQ(terminal.waitForEnd(), 128 + SIGTERM) << terminal.text();
+    }
     EXPECT_TRUE(terminal.isRestored());
 }
 

@@ -61,7 +61,8 @@ std::vector<Candidate> valueWords(OpenedPhone& phone, const GivenValues& given) 
     if (!command || key == given.end()) return {};
     const auto type = given.find("--type");
     const auto* setting = command->findSetting(key->second);
-    const bool isBoolean = setting ? setting->kind == Kind::boolean : type != given.end() && type->second == "bool";
+    const bool isBoolean =
+        setting ? setting->kind == Kind::boolean : type != given.end() && type->second.starts_with("bool");
     if (isBoolean) return {{"true"}, {"false"}};
     return setting && setting->kind == Kind::integer ? choicesOfKey(phone, key->second) : std::vector<Candidate>();
 }

@@ -24,21 +24,48 @@ int runShow(OpenedPhone& context, const ShowOptions& options);
 int runScreen(OpenedPhone& context);
 
 struct GetOptions {
-    std::string key;
+    std::vector<std::string> keys;
+    bool json = false;
 };
 int runGet(OpenedPhone& context, const GetOptions& options);
 
 struct SetOptions {
-    std::string key;
-    std::string value;
-    std::string type;  ///< "bool", "int" or "string"; empty for the key's own kind
+    std::vector<std::string> words;  ///< keys and values in turn
+    std::string type;                ///< "boolean", "integer" or "string"; empty for the key's own kind
 };
 int runSet(OpenedPhone& context, const SetOptions& options);
 
+struct UnsetOptions {
+    std::vector<std::string> keys;
+    bool all = false;
+};
+int runUnset(OpenedPhone& context, const UnsetOptions& options);
+
 struct ListOptions {
+    std::vector<std::string> keys;  ///< none for all
     bool json = false;
 };
 int runList(OpenedPhone& context, const ListOptions& options);
+
+struct DiffOptions {
+    std::vector<std::string> where;  ///< folders of phones or files, "-" for standard input; two at most
+    bool json = false;
+    bool exitCode = false;
+};
+int runDiff(const PhoneOptions& phone, const DiffOptions& options);
+
+struct ExportOptions {
+    std::string output = "-";  ///< "-" for standard output
+};
+int runExport(OpenedPhone& context, const ExportOptions& options);
+
+struct ApplyOptions {
+    std::string file;  ///< "-" for standard input
+    std::vector<std::string> only;
+    bool isDryRun = false;
+    bool isExact = false;
+};
+int runApply(OpenedPhone& context, const ApplyOptions& options);
 
 struct ResetOptions {
     std::vector<std::string> keys;

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/settings_command.h"
+#include "hosts/terminal/render/kind_name.h"
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/standard_output.h"
 #include "hosts/terminal/render/value_json.h"
@@ -12,54 +14,73 @@
 namespace hosts::terminal {
 namespace {
 
-using Setting = platform::PreferenceAccess::Setting;
 using Kind = platform::PreferenceAccess::Kind;
 
-const char* kindName(Kind kind) {
-    switch (kind) {
-        case Kind::boolean:
-            return "boolean";
-        case Kind::integer:
-            return "integer";
-        case Kind::dictionary:
-            break;
+/// A setting of the catalogue, or one that the file alone has.
+struct ListedSetting {
+    std::string key;
+    std::optional<Kind> kind = {};  ///< nothing for one that the pane does not know
+    std::optional<platform::Value> standard = {};
+    std::optional<platform::Value> stored = {};
+
+    const std::optional<platform::Value>& value() const { return stored ? stored : standard; }
+};
+
+std::vector<ListedSetting> allSettings(SettingsCommand& command) {
+    std::vector<ListedSetting> all;
+    for (const auto& setting : command.known()) {
+        all.push_back(
+            {setting.key, setting.kind, setting.defaultValue, command.settings().storedValueForKey(setting.key)});
     }
-    return "dictionary";
+    const auto content = command.dictionaries().read(command.settings().observedFiles().front().path);
+    if (!content) return all;
+    for (const auto& [key, value] : *content) {
+        if (!command.findSetting(key)) all.push_back({.key = key, .stored = value});
+    }
+    return all;
 }
 
-nlohmann::json settingJson(const Setting& setting, const platform::PreferenceAccess& settings, AnswerValues& values) {
-    return {{"key", setting.key},
-            {"kind", kindName(setting.kind)},
-            {"value", values.jsonOf(settings.preferenceForKey(setting.key))},
-            {"default", values.jsonOf(setting.defaultValue)},
-            {"stored", settings.storedValueForKey(setting.key).has_value()}};
+platform::Result<std::vector<ListedSetting>> settingsNamed(SettingsCommand& command,
+                                                           const std::vector<std::string>& keys) {
+    std::vector<ListedSetting> all = allSettings(command);
+    if (keys.empty()) return all;
+    std::vector<ListedSetting> named;
+    for (const std::string& key : keys) {
+        const auto setting = std::ranges::find(all, key, &ListedSetting::key);
+        if (setting == all.end()) return platform::Problem{.reason = command.unknownKey(key)};
+        named.push_back(*setting);
+    }
+    return named;
 }
 
-std::string settingLine(const Setting& setting, const platform::PreferenceAccess& settings, std::size_t keyWidth) {
-    const bool stored = settings.storedValueForKey(setting.key).has_value();
-    const std::string value = valueSummary(settings.preferenceForKey(setting.key));
-    constexpr std::size_t valueWidth = 12;
-    std::string line = setting.key + std::string(keyWidth - setting.key.size() + 2, ' ') + value;
-    const std::size_t used = columns(value);
-    line += std::string(used < valueWidth ? valueWidth - used : 1, ' ');
-    return line + (stored ? "stored" : "default") + "\n";
-}
-
-std::string settingsJson(const SettingsCommand& command) {
+std::string settingsJson(const std::vector<ListedSetting>& settings) {
     AnswerValues values;
     nlohmann::json all = nlohmann::json::array();
-    for (const Setting& setting : command.known())
-        all.push_back(settingJson(setting, command.settings(), values));
+    for (const ListedSetting& setting : settings) {
+        all.push_back({{"key", setting.key},
+                       {"kind", setting.kind ? nlohmann::json(kindName(*setting.kind)) : nlohmann::json()},
+                       {"value", values.jsonOf(setting.value())},
+                       {"default", values.jsonOf(setting.standard)},
+                       {"stored", setting.stored.has_value()}});
+    }
     return jsonLine(all) + "\n";
 }
 
-std::string settingsText(const SettingsCommand& command) {
+std::string padded(std::string text, std::size_t width) {
+    const std::size_t used = columns(text);
+    return text + std::string(used < width ? width - used : 1, ' ');
+}
+
+std::string settingsText(const std::vector<ListedSetting>& settings) {
+    constexpr std::size_t valueWidth = 12;
     std::size_t keyWidth = 0;
-    for (const Setting& setting : command.known())
-        keyWidth = std::max(keyWidth, setting.key.size());
+    for (const ListedSetting& setting : settings)
+        keyWidth = std::max(keyWidth, columns(printable(setting.key)));
     std::string text;
-    for (const Setting& setting : command.known())
-        text += settingLine(setting, command.settings(), keyWidth);
+    for (const ListedSetting& setting : settings) {
+        text += padded(printable(setting.key), keyWidth + 2) + padded(valueSummary(setting.value()), valueWidth) +
+                (setting.stored ? "stored" : "default") + (setting.kind ? "\n" : "  (not a setting of the pane)\n");
+    }
     return text;
 }
 
@@ -68,9 +89,11 @@ std::string settingsText(const SettingsCommand& command) {
 int runList(OpenedPhone& context, const ListOptions& options) {
     auto command = SettingsCommand::open(context);
     if (!command) return fail(failed, command.error());
-    const std::string text = options.json ? settingsJson(*command) : settingsText(*command);
+    const auto settings = settingsNamed(*command, options.keys);
     if (const auto read = command->outcome(); !read) return fail(failed, read.error());
-    print(text);
+    command->tellDefaults();
+    if (!settings) return fail(failed, settings.error());
+    print(options.json ? settingsJson(*settings) : settingsText(*settings));
     return done;
 }
 

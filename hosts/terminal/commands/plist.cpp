@@ -1,37 +1,22 @@
 // SPDX-License-Identifier: MIT
-#include <cerrno>
+#include <algorithm>
+#include <string>
+#include <string_view>
 
 #include "hosts/phones/fault_place.h"
 #include "hosts/session/exit_status.h"
-#include "hosts/system/error_text.h"
-#include "hosts/system/named_file.h"
 #include "hosts/terminal/commands/commands.h"
+#include "hosts/terminal/commands/input_file.h"
 #include "hosts/terminal/commands/output_file.h"
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/standard_output.h"
 #include "hosts/terminal/render/value_json.h"
+#include "hosts/terminal/travel/xml_form.h"
 #include "platform/foundation/property_list.h"
-#include "platform/foundation/system_file.h"
-#include "platform/services/file_system.h"
+#include "platform/foundation/utf8.h"
 
 namespace hosts::terminal {
 namespace {
-
-// What the pane reads of a settings file is read here too, and a device without end does not take all
-// memory.
-constexpr std::size_t mostBytes = platform::FileSystem::usualReadLimit;
-
-platform::Result<std::string> readInput(const std::string& file) {
-    if (const auto thing = namedInPlaceOfFile(file)) {
-        return platform::Problem{
-            file, {}, "it is " + *thing + ", not a file; what a program prints can be read as /dev/stdin"};
-    }
-    errno = 0;
-    auto bytes = platform::readSystemFile(file, mostBytes + 1);
-    if (!bytes) return platform::Problem{file, {}, errorText(errno) + "; give the path of a file that can be read"};
-    if (bytes->size() > mostBytes) return platform::Problem{file, {}, "holds more than 64 MB, and no more is read"};
-    return *std::move(bytes);
-}
 
 std::string malformed(const std::string& file, const platform::PropertyListReading& reading) {
     return printable(file) + ": " + faultPlace(reading.error) + ": " + printable(reading.error.reason);
@@ -49,15 +34,38 @@ platform::Result<std::string> encode(const platform::Value& value, const std::st
     return *std::move(writing.bytes);
 }
 
+// Such a character may stand in XML as it is: this reader takes it, others refuse the whole file.
+std::string placeOf(char32_t character, std::string_view bytes) {
+    std::string spelling;
+    platform::appendUtf8(spelling, character);
+    const std::size_t place = bytes.find(spelling);
+    if (place == bytes.npos) return {};
+    const std::string_view before = bytes.substr(0, place);
+    const auto line = std::ranges::count(before, '\n') + 1;
+    return std::to_string(line) + ":" + std::to_string(place - (before.rfind('\n') + 1) + 1) + ": ";
+}
+
+// What is wrong with the file's content; nothing where it is a property list that every reader takes.
+std::string faultIn(const std::string& file, const std::string& bytes) {
+    const auto reading = platform::readPropertyList(bytes);
+    if (!reading) return malformed(file, reading);
+    const bool isXml = reading.format == platform::PropertyListFormat::xml;
+    const auto character = isXml ? characterXmlCannotSay(*reading.value) : std::nullopt;
+    if (!character) return {};
+    return printable(file) + ": " + placeOf(*character, bytes) + characterName(*character) +
+           ", which XML cannot say: other readers change it or refuse the file";
+}
+
 bool lint(const std::string& file) {
-    const auto bytes = readInput(file);
+    const auto bytes = readInputFile(file);
     if (!bytes) {
         fail(failed, bytes.error().text());
         return false;
     }
-    const auto reading = platform::readPropertyList(*bytes);
-    print(reading ? printable(file) + ": OK\n" : malformed(file, reading) + "\n");
-    return static_cast<bool>(reading);
+    const std::string name = file == "-" ? "standard input" : file;
+    const std::string fault = faultIn(name, *bytes);
+    print((fault.empty() ? printable(name) + ": OK" : fault) + "\n");
+    return fault.empty();
 }
 
 }  // namespace
@@ -70,7 +78,7 @@ int runPlistLint(const LintOptions& options) {
 }
 
 int runPlistConvert(const ConvertOptions& options) {
-    const auto bytes = readInput(options.file);
+    const auto bytes = readInputFile(options.file);
     if (!bytes) return fail(failed, bytes.error().text());
     const auto reading = platform::readPropertyList(*bytes);
     if (!reading) return fail(failed, malformed(options.file, reading));

@@ -18,6 +18,10 @@ platform::Result<std::vector<const Setting*>> namedSettings(const SettingsComman
     }
     for (const std::string& key : options.keys) {
         const Setting* setting = command.findSetting(key);
+        if (!setting && command.settings().storedValueForKey(key)) {
+            return platform::Problem{.reason = inQuotes(key) +
+                                               " is stored, but no setting of the pane; 'trivel3ctl unset' removes it"};
+        }
         if (!setting) return platform::Problem{.reason = command.unknownKey(key)};
         if (!setting->defaultValue) {
             return platform::Problem{.reason = inQuotes(key) +

@@ -43,8 +43,10 @@ int runScreen(OpenedPhone& context) {
     ScreenSignals signals;
     const auto terminal = (*library)->open(style.colour);
     if (!terminal) return fail(failed, terminal.error());
-    EventLoop({screen, **terminal, signals, *events}).run();
-    return done;
+    const auto signal = EventLoop({screen, **terminal, signals, *events}).run();
+    // As a shell tells it of a program that a signal has ended.
+    constexpr int endedBySignal = 128;
+    return signal ? endedBySignal + *signal : done;
 }
 
 }  // namespace hosts::terminal

@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
+#include <algorithm>
 #include <charconv>
 #include <string_view>
+#include <utility>
 
 #include "hosts/session/exit_status.h"
+#include "hosts/session/pane_choices.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/settings_command.h"
 #include "hosts/terminal/render/printable.h"
+#include "hosts/terminal/travel/xml_form.h"
+#include "platform/foundation/ascii.h"
 #include "platform/foundation/utf8.h"
 
 namespace hosts::terminal {
@@ -17,7 +22,14 @@ using Kind = platform::PreferenceAccess::Kind;
 // How a value on the command line is to be read.
 enum class ValueType { boolean, integer, string };
 
-std::optional<platform::Value> parseBoolean(std::string_view text) {
+std::string inSmallAscii(std::string_view text) {
+    std::string small(text);
+    std::ranges::transform(small, small.begin(), platform::lowerCase);
+    return small;
+}
+
+std::optional<platform::Value> parseBoolean(std::string_view typed) {
+    const std::string text = inSmallAscii(typed);
     for (std::string_view word : {"true", "yes", "on", "1"}) {
         if (text == word) return platform::Value(true);
     }
@@ -36,8 +48,8 @@ std::optional<platform::Value> parseInteger(std::string_view text) {
 }
 
 std::optional<ValueType> valueTypeNamed(const std::string& name) {
-    if (name == "bool") return ValueType::boolean;
-    if (name == "int") return ValueType::integer;
+    if (name == "boolean") return ValueType::boolean;
+    if (name == "integer") return ValueType::integer;
     if (name == "string") return ValueType::string;
     return std::nullopt;
 }
@@ -81,45 +93,99 @@ std::optional<ValueType> typeOf(Kind kind) {
     return std::nullopt;
 }
 
-// How the value is to be read, or why there is no way to.
-Result<ValueType> chooseType(const SettingsCommand& command, const SetOptions& options) {
-    const auto* setting = command.findSetting(options.key);
-    if (!setting) {
-        if (auto named = valueTypeNamed(options.type)) return *named;
-        return platform::Problem{.reason = command.unknownKey(options.key) +
-                                           " For a key outside the catalogue, give --type bool, int or string"};
+/// Reads keys and values as they stand on the command line.
+class ValueReader {
+public:
+    ValueReader(OpenedPhone& phone, const SettingsCommand& command, const std::string& type)
+        : _phone(phone), _command(command), _type(valueTypeNamed(type)) {}
+
+    Result<platform::Dictionary> read(const std::vector<std::string>& words) {
+        platform::Dictionary values;
+        for (std::size_t word = 0; word + 1 < words.size(); word += 2) {
+            const std::string& key = words[word];
+            const std::string& text = words[word + 1];
+            if (values.contains(key)) return Problem{.reason = inQuotes(key) + " is there twice"};
+            auto value = readOne(key, text);
+            if (!value) return std::move(value).error();
+            if (const auto unsayable = whatXmlCannotSay(platform::Dictionary{{key, *value}})) {
+                return Problem{.reason = inQuotes(key) + " or its value holds " + *unsayable +
+                                         ", which no settings file can say"};
+            }
+            values.set(key, *std::move(value));
+        }
+        return values;
     }
-    auto own = typeOf(setting->kind);
-    if (!own) {
-        return platform::Problem{.reason = inQuotes(options.key) +
-                                           " holds a dictionary, which no command line can say; change it on its page"};
+
+private:
+    using Problem = platform::Problem;
+
+    Result<platform::Value> readOne(const std::string& key, const std::string& text) {
+        if (!platform::isValidUtf8(key) || !platform::isValidUtf8(text)) {
+            return Problem{.reason = "key and value must be UTF-8 text; settings hold no other"};
+        }
+        const auto type = typeFor(key);
+        if (!type) return type.error();
+        auto value = parseValue(text, *type);
+        if (*type == ValueType::integer && _command.findSetting(key)) return integerFor(key, text, value);
+        if (value) return *std::move(value);
+        return Problem{.reason = inQuotes(text) + " is no value for " + inQuotes(key) + ", which takes " +
+                                 valueTypeHelp(*type)};
     }
-    const auto named = valueTypeNamed(options.type);
-    // A key without a default is outside the catalogue, and there --type has the say.
-    if (named && !setting->defaultValue) return *named;
-    if (named && named != own) {
-        return platform::Problem{.reason =
-                                     inQuotes(options.key) + " takes " + valueTypeHelp(*own) + ": leave --type out"};
+
+    // How the value is to be read, or why there is no way to.
+    Result<ValueType> typeFor(const std::string& key) const {
+        const auto* setting = _command.findSetting(key);
+        if (!setting) {
+            if (_type) return *_type;
+            return Problem{.reason = _command.unknownKey(key) +
+                                     " For a key outside the catalogue, give --type boolean, integer or string"};
+        }
+        auto own = typeOf(setting->kind);
+        if (!own) {
+            return Problem{.reason = inQuotes(key) +
+                                     " holds a dictionary, which no command line can say; change it on its page"};
+        }
+        // A key without a default is outside the catalogue, and there --type has the say.
+        if (_type && !setting->defaultValue) return *_type;
+        if (_type && _type != own) {
+            return Problem{.reason = inQuotes(key) + " takes " + valueTypeHelp(*own) + ": leave --type out"};
+        }
+        return *own;
     }
-    return *own;
-}
+
+    // Numbers win over names.
+    Result<platform::Value> integerFor(const std::string& key, const std::string& text,
+                                       std::optional<platform::Value> number) {
+        if (_choices.empty()) _choices = choicesOfPane(_phone);
+        const auto choices = std::ranges::find(_choices, key, &PaneChoices::key);
+        const bool hasNames = choices != _choices.end();
+        if (number) {
+            if (hasNames && !choices->standFor(platform::integerValue(*number))) {
+                warn(text + " is no choice of " + inQuotes(key) + ": " + choices->numbers());
+            }
+            return *std::move(number);
+        }
+        auto named = hasNames ? choices->numberNamed(text) : std::optional<std::int64_t>();
+        if (!named) return std::move(named).error();
+        if (*named) return platform::Value(**named);
+        return Problem{.reason = inQuotes(text) + " is no value for " + inQuotes(key) + ", which takes " +
+                                 (hasNames ? "one of these: " + choices->names() : "a decimal integer")};
+    }
+
+    OpenedPhone& _phone;
+    const SettingsCommand& _command;
+    std::optional<ValueType> _type;
+    std::vector<PaneChoices> _choices;
+};
 
 }  // namespace
 
 int runSet(OpenedPhone& context, const SetOptions& options) {
     auto command = SettingsCommand::open(context);
     if (!command) return fail(failed, command.error());
-    if (!platform::isValidUtf8(options.key) || !platform::isValidUtf8(options.value)) {
-        return fail(wrongUsage, "key and value must be UTF-8 text; settings hold no other");
-    }
-    const auto type = chooseType(*command, options);
-    if (!type) return fail(wrongUsage, type.error());
-    const auto value = parseValue(options.value, *type);
-    if (!value) {
-        return fail(wrongUsage, inQuotes(options.value) + " is no value for " + inQuotes(options.key) +
-                                    ", which takes " + valueTypeHelp(*type));
-    }
-    const auto written = command->write(options.key, *value);
+    auto values = ValueReader(context, *command, options.type).read(options.words);
+    if (!values) return fail(wrongUsage, values.error());
+    const auto written = command->write(*std::move(values));
     return written ? done : fail(failed, written.error());
 }
 

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "hosts/session/exit_status.h"
 #include "hosts/session/nearest_spelling.h"
+#include "hosts/session/stored_content.h"
 #include "hosts/terminal/render/printable.h"
 
 namespace hosts::terminal {
@@ -29,12 +31,42 @@ std::string SettingsCommand::unknownKey(std::string_view key) const {
     std::vector<std::string> keys;
     for (const auto& setting : _known)
         keys.push_back(setting.key);
-    return inQuotes(key) + " is no known key; did you mean '" + nearestSpelling(key, keys) + "'?";
+    const std::string nearest = nearestSpelling(key, keys);
+    return inQuotes(key) + " is no known key" +
+           (nearest.empty() ? "; 'trivel3ctl list' names them all" : didYouMean(nearest));
 }
 
 platform::Result<platform::Done> SettingsCommand::write(std::string_view key, const platform::Value& value) {
     _access->setPreferenceForKey(value, key);
     return outcome();
+}
+
+platform::Result<platform::Done> SettingsCommand::write(platform::Dictionary values) {
+    _access->setPreferences(std::move(values));
+    return outcome();
+}
+
+platform::Result<StoredSettings> SettingsCommand::stored() {
+    platform::Platform& platform = _session->platform();
+    const auto files = _access->observedFiles();
+    auto settings = storedContent(platform.files, platform.dictionaries, files.front().path);
+    if (!settings) return std::move(settings).error();
+    auto exceptions = storedContent(platform.files, platform.dictionaries, files.back().path);
+    if (!exceptions) return std::move(exceptions).error();
+    return StoredSettings{*std::move(settings), *std::move(exceptions)};
+}
+
+void SettingsCommand::tellDefaults() {
+    // That it was skipped, and why, has been said then.
+    if (_services->outcomes.tellsPassedOver()) return;
+    const std::string path = _access->observedFiles().front().path;
+    if (dictionaries().read(path)) return;
+    if (const auto why = whyNothing(_session->platform().files, path)) warn(defaultsText(*why));
+}
+
+OwnChanges SettingsCommand::ownChanges() const {
+    platform::Platform& platform = _session->platform();
+    return {platform.files, platform.notifications, _services->history.recorder, _access->observedFiles()};
 }
 
 Undo SettingsCommand::undo() const {

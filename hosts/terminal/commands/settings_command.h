@@ -6,8 +6,10 @@
 #include <string_view>
 #include <vector>
 
+#include "hosts/session/own_changes.h"
 #include "hosts/session/settings_session.h"
 #include "hosts/session/undo.h"
+#include "hosts/terminal/travel/stored_settings.h"
 
 namespace hosts::terminal {
 
@@ -30,6 +32,17 @@ public:
 
     /// Runs the pane's write rule. A problem when the file was not written.
     platform::Result<platform::Done> write(std::string_view key, const platform::Value& value);
+    /// The same for several keys, in one change.
+    platform::Result<platform::Done> write(platform::Dictionary values);
+
+    /// What the phone has stored. A problem where a file is there and cannot be read: it is not to be taken for none.
+    platform::Result<StoredSettings> stored();
+
+    /// Says on standard error why defaults are told in place of what the settings file may hold, where that is so.
+    void tellDefaults();
+
+    /// What changes the files as the program's own act.
+    OwnChanges ownChanges() const;
 
     /// What takes changes of this phone back.
     Undo undo() const;

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/session/exit_status.h"
+#include "hosts/session/nearest_spelling.h"
+#include "hosts/session/page_tour.h"
 #include "hosts/session/services.h"
 #include "hosts/session/settings_session.h"
+#include "hosts/session/stored_content.h"
 #include "hosts/session/title_path.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/render/page_json.h"
@@ -10,6 +13,31 @@
 #include "hosts/terminal/render/value_json.h"
 
 namespace hosts::terminal {
+namespace {
+
+// Where there is a page of the title that was asked for last.
+std::string elsewhere(OpenedPhone& context, std::string_view path) {
+    const std::string_view wanted = path.substr(path.rfind('/') + 1);
+    std::string found;
+    seeEveryPage(context, [&](const std::vector<std::string>& titles, platform::UIViewController&) {
+        if (!found.empty() || titles.empty() || titles.back() != wanted) return;
+        for (const std::string& title : titles)
+            found += (found.empty() ? "" : "/") + title;
+    });
+    return didYouMean(found);
+}
+
+void tellDefaults(OpenedPhone& context, SettingsSession& session) {
+    // That it was skipped, and why, has been said then.
+    if (context.outcomes->tellsPassedOver()) return;
+    for (const std::string& path : session.observedFiles()) {
+        if (session.platform().dictionaries.read(path)) continue;
+        if (const auto why = whyNothing(context.phone->files(), path)) warn(defaultsText(*why));
+    }
+}
+
+}  // namespace
+
 int runShow(OpenedPhone& context, const ShowOptions& options) {
     // Looking changes nothing: what the page repairs stays in memory, and nobody is told.
     QuietServices services(context);
@@ -26,7 +54,8 @@ int runShow(OpenedPhone& context, const ShowOptions& options) {
     const PageSnapshot snapshot = PageSnapshot::of(page);
     // First: a page may be missing only because of what could not be read.
     if (const auto problem = context.outcomes->takeProblem()) return fail(failed, *problem);
-    if (!followed) return fail(failed, followed.error());
+    if (!followed) return fail(failed, followed.error().reason + elsewhere(context, options.page));
+    tellDefaults(context, **session);
     print(options.json ? jsonLine(pageJson(snapshot)) + "\n" : pageText(page, snapshot, styleForStandardOutput()));
     return done;
 }

@@ -16,11 +16,12 @@ constexpr short lost = POLLHUP | POLLERR | POLLNVAL;
 
 }  // namespace
 
-void EventLoop::run() {
+std::optional<int> EventLoop::run() {
     while (!_isOver && !_parts.screen.isOver()) {
         if (!_isPainted) paint();
         wait();
     }
+    return _endedBy;
 }
 
 void EventLoop::paint() {
@@ -74,6 +75,7 @@ void EventLoop::takeSignal(int number) {
             return _parts.screen.quit();
         default:
             _isOver = true;
+            _endedBy = number;
     }
 }
 

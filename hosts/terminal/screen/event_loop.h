@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
+
 #include "hosts/phones/phone.h"
 #include "hosts/terminal/screen/screen_signals.h"
 #include "hosts/terminal/screen/settings_screen.h"
@@ -20,8 +22,9 @@ public:
     };
     explicit EventLoop(Parts parts) : _parts(std::move(parts)) {}
 
-    /// Returns when the user has quit, a signal has asked the program to end, or the terminal is gone.
-    void run();
+    /// Returns when the user has quit, a signal has asked the program to end, or the terminal is gone. Gives the
+    /// signal's number.
+    std::optional<int> run();
 
 private:
     void paint();
@@ -35,6 +38,7 @@ private:
     Picture _picture;
     bool _isOver = false;
     bool _isPainted = false;
+    std::optional<int> _endedBy;
 };
 
 }  // namespace hosts::terminal::screen
