@@ -51,8 +51,7 @@ History historyOf(Phone& opened) {
 OpenedPhone withHistory(Installation installation, std::unique_ptr<Phone> opened, std::unique_ptr<Outcomes> outcomes,
                         const PhoneOptions& options) {
     auto history = std::make_unique<PhoneHistory>(historyOf(*opened), *outcomes);
-    return {std::move(installation), std::move(opened), std::move(outcomes),
-            std::move(history),      *options.device,   options.deviceInformation};
+    return {std::move(installation), std::move(opened), std::move(outcomes), std::move(history), *options.device};
 }
 
 }  // namespace
@@ -67,6 +66,8 @@ Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string p
     if (mounts && options.create) mounts->forget(std::filesystem::canonical(*folder, ignored));
     auto phone = FolderPhone::open(*folder, installation->sessionBusModule(), mounts);
     if (!phone) return std::move(phone).error();
+    const auto informed = (*phone)->useDeviceInformation(options.deviceInformation);
+    if (!informed) return informed.error();
     auto outcomes = std::make_unique<Outcomes>(std::move(program), options.verbose);
     OpenedPhone opened = withHistory(*std::move(installation), *std::move(phone), std::move(outcomes), options);
     opened.isSample = isDefaultPhone(*folder);

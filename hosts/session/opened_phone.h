@@ -20,14 +20,12 @@ struct OpenedPhone {
     /// What is changed on the phone.
     std::unique_ptr<PhoneHistory> history;
     const DeviceShape& shape;
-    /// The file of answers about the device that the user has named; empty for the phone's own.
-    std::string deviceInformation;
     /// Whether it is the default one, a copy of the sample phone: no device is affected by what is changed there.
     bool isSample = false;
 
     /// Opens the phone that the options name, or makes the default one on its first use. A folder that was a mount when
-    /// it was last opened, and is none now, is a problem unless the options say otherwise. `program` is the name that
-    /// lines on standard error begin with.
+    /// it was last opened, and is none now, is a problem unless the options say otherwise, and so is a list of device
+    /// information that is none. `program` is the name that lines on standard error begin with.
     static platform::Result<OpenedPhone> open(const PhoneOptions& options, std::string program);
 
     /// Opens the phone to look at it alone, for those who say nothing to the user: nothing is made or remembered of it.

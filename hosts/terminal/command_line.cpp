@@ -14,6 +14,7 @@
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/help_format.h"
 #include "hosts/terminal/render/printable.h"
+#include "hosts/terminal/render/standard_output.h"
 
 namespace hosts::terminal {
 namespace {
@@ -46,6 +47,8 @@ private:
     void addSettingCommands();
     void addTravelCommands();
     void addHistoryCommands();
+    void addHelpCommand();
+    int printHelp() const;
     void addPlistCommands();
     std::string helpCommand() const;
     std::string unknownSubcommand() const;
@@ -70,6 +73,8 @@ private:
     std::vector<std::string> _openableSchemes;
     LintOptions _lint;
     ConvertOptions _convert;
+    std::vector<std::string> _helpOn;
+    ReportOptions _report;
     std::function<int()> _chosen;
 };
 
@@ -91,6 +96,7 @@ CommandLine::CommandLine() {
     addTravelCommands();
     addHistoryCommands();
     addPlistCommands();
+    addHelpCommand();
 }
 
 CLI::App* CommandLine::addCommand(const char* name, const char* help, std::function<int()> run) {
@@ -165,6 +171,10 @@ void CommandLine::addTravelCommands() {
     CLI::App* exported = addPhoneCommand("export", "Write what is stored, for another phone", runExport, _export);
     exported->add_option("-o,--output", _export.output, "Where to write; - for standard output")->type_name("FILE");
 
+    CLI::App* report =
+        addPhoneCommand("report", "Write the report that goes with a support e-mail", runReport, _report);
+    report->add_option("-o,--output", _report.output, "Where to write; - for standard output")->type_name("FILE");
+
     CLI::App* apply = addPhoneCommand("apply", "Store the settings that a file holds", runApply, _apply);
     apply
         ->add_option("FILE", _apply.file,
@@ -174,6 +184,26 @@ void CommandLine::addTravelCommands() {
     apply->add_option("--only", _apply.only, "The settings, and the applications of exceptions, to touch")
         ->type_name("KEY");
     apply->add_flag("--exact", _apply.isExact, "Remove what the file does not hold");
+}
+
+void CommandLine::addHelpCommand() {
+    CLI::App* help = addCommand("help", "Print what a subcommand does and takes", [this] { return printHelp(); });
+    help->add_option("COMMAND", _helpOn, "The subcommand, and that of plist")->type_name("");
+}
+
+int CommandLine::printHelp() const {
+    const CLI::App* command = &_app;
+    std::string before;
+    for (const std::string& word : _helpOn) {
+        const auto named = command->get_subcommands([&](const CLI::App* each) { return each->get_name() == word; });
+        if (named.empty()) return refuse(inQuotes(word) + " is no subcommand");
+        before += (before.empty() ? "" : " ") + command->get_name();
+        command = named.front();
+    }
+    // Nothing but "help" itself has been parsed, which would be what the program's own help is on.
+    print(_helpOn.empty() ? _app.get_formatter()->make_help(&_app, _app.get_name(), CLI::AppFormatMode::Normal)
+                          : command->help(before));
+    return done;
 }
 
 void CommandLine::addHistoryCommands() {

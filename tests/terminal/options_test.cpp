@@ -200,6 +200,24 @@ TEST(Options, helpMakesNoPhone) {
     EXPECT_FALSE(fs::exists(ctl.defaultPhone()));
 }
 
+TEST(Options, helpCommandPrintsWhatTheOptionDoes) {
+    Trivel3ctl ctl;
+    EXPECT_EQ(ctl.run({"help", "set"}).output, ctl.run({"set", "--help"}).output);
+    EXPECT_EQ(ctl.run({"help", "plist", "lint"}).output, ctl.run({"plist", "lint", "--help"}).output);
+    EXPECT_EQ(ctl.run({"help"}).output, ctl.run({"--help"}).output);
+    expectFailure(ctl.run({"help", "frobnicate"}), 2, "'frobnicate' is no subcommand");
+    EXPECT_FALSE(fs::exists(ctl.defaultPhone()));
+}
+
+TEST(Options, helpFitsTheTerminal) {
+    Trivel3ctl ctl;
+    for (const unsigned short width : std::initializer_list<unsigned short>{60, 80}) {
+        std::istringstream lines(ctl.runOnTerminal({"set", "--help"}, width).output);
+        for (std::string line; std::getline(lines, line);)
+            EXPECT_LE(line.find_last_not_of("\r\n") + 1, std::size_t{width}) << line;
+    }
+}
+
 TEST(Options, wrongCommandLinesAreRefusedWithTheWayToMendThem) {
     Trivel3ctl ctl;
     const std::vector<std::pair<Trivel3ctl::Arguments, std::string>> wrong = {
@@ -211,7 +229,7 @@ TEST(Options, wrongCommandLinesAreRefusedWithTheWayToMendThem) {
         {{"show", "a", "b", "c"}, "not expected: b c"},
         {{"set", "HotCorners"}, "the last KEY lacks its VALUE"},
         {{"set", "Mine", "1", "--type", "float"}, "boolean,integer,string"},
-        {{"helb"}, "'helb' is no subcommand (see 'trivel3ctl --help')"},
+        {{"frobnicate"}, "'frobnicate' is no subcommand (see 'trivel3ctl --help')"},
         {{"unset"}, "name the settings to remove, or give --all"},
         {{"unset", "--all", "HotCorners"}, "excludes --all"},
         {{"diff", "a", "b", "c"}, "not expected: c"},

@@ -2,9 +2,12 @@
 // Settings that travel: export, apply, diff and unset.
 #include <random>
 
+#include "platform/foundation/property_list.h"
 #include "tests/kit/expectations.h"
 #include "tests/kit/phone.h"
 #include "tests/kit/trivel3ctl.h"
+
+#include "drive.h"
 
 namespace terminal_test {
 
@@ -36,6 +39,7 @@ struct Travel : testing::Test {
 using Export = Travel;
 using Apply = Travel;
 using Diff = Travel;
+using Report = Travel;
 using Unset = Travel;
 
 std::string exportOf(const std::string& settings, const std::string& exceptions) {
@@ -246,6 +250,39 @@ TEST_F(Apply, phoneWhoseFileCannotBeReadIsLeftAsItIs) {
     writeSettings(phone, "no property list");
     expectFailure(ctl.run({"apply", write("file", settingsOf({{"HotCorners", "<false/>"}}))}), 1, "cannot read");
     EXPECT_EQ(readSettings(phone), "no property list");
+}
+
+TEST_F(Report, isWhatTheSupportRowAttaches) {
+    writeSettings(phone, settingsOf({{"HotCorners", "<false/>"}}));
+    Drive drive(ctl);
+    const json mail = eventsOf(drive.tap("Fenwary Support"), "present").at(0);
+    const std::string attached = readText(mail.at("attachments").at(0).at("path").get<std::string>());
+    // How full a disk is may differ from one moment to the next.
+    const auto withoutDisk = [](const std::string& report) {
+        const auto reading = platform::readPropertyList(report);
+        platform::Dictionary told = *reading.value->dictionary();
+        told.remove("DiskUsage");
+        return platform::Value(told);
+    };
+    const Outcome outcome = ctl.run({"report"});
+    expectDone(outcome);
+    EXPECT_EQ(withoutDisk(outcome.output), withoutDisk(attached));
+    EXPECT_EQ(ctl.run({"diff", "-"}, outcome.output).output, "HotCorners: true (default) -> false\n");
+}
+
+TEST_F(Report, goesIntoAFileForItsUserAlone) {
+    const std::string file = ctl.folder() / "report.plist";
+    expectDone(ctl.run({"report", "-o", file}));
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_THAT(readText(file), StartsWith("bplist00"));
+}
+
+TEST_F(Report, takesTheAnswersThatTheUserNames) {
+    const std::string answers = write("answers.plist", settingsOf({{"DeviceColor", "<string>teal</string>"}}));
+    EXPECT_THAT(ctl.run({"report", "--device-information", answers}).output, HasSubstr("teal"));
+    for (const char* command : {"report", "export", "show", "list"}) {
+        expectFailure(ctl.run({command, "--device-information", ctl.folder() / "missing"}), 1, "missing");
+    }
 }
 
 TEST_F(Diff, absentKeyEqualsItsDefault) {

@@ -134,8 +134,6 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
     }
 
     DesktopTaste taste;
-    const auto informed = phone.phone->useDeviceInformation(phone.deviceInformation);
-    if (!informed) return failBeforeUser(failed, informed.error().text());
     LiveServices services(phone);
     LinkOpener links(services.opener);
     WindowMemory memory(key, QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));

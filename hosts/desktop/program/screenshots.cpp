@@ -147,8 +147,6 @@ platform::Result<platform::Done> takeScreenshots(OpenedPhone& phone, const Optio
     if (!folder.mkpath(QStringLiteral("."))) {
         return platform::Problem{options.screenshots, {}, "the folder cannot be made"};
     }
-    const auto informed = phone.phone->useDeviceInformation(phone.deviceInformation);
-    if (!informed) return informed;
     // Told on standard error already, and not to be in the pictures.
     phone.outcomes->takeRemarks();
     QuietServices services(phone);

@@ -86,6 +86,11 @@ struct UndoOptions {
 };
 int runUndo(OpenedPhone& context, const UndoOptions& options);
 
+struct ReportOptions {
+    std::string output = "-";  ///< "-" for standard output
+};
+int runReport(OpenedPhone& context, const ReportOptions& options);
+
 struct MonitorOptions {
     bool json = false;
     bool unannounced = false;  ///< whether to tell, too, what no notification came for

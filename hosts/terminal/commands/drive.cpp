@@ -12,8 +12,6 @@ namespace hosts::terminal {
 int runDrive(OpenedPhone& context, const DriveOptions& options) {
     LiveServices services(context);
     DriveSession session(services.forSession(), options.openableSchemes);
-    const auto informed = context.phone->useDeviceInformation(context.deviceInformation);
-    if (!informed) return fail(failed, informed.error());
     const auto started = session.start(context.installation.systemImage, context.shape);
     if (!started) return fail(failed, started.error());
     std::string line;

@@ -1,13 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include <unistd.h>
-
 #include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/output_file.h"
 #include "hosts/terminal/commands/settings_command.h"
-#include "hosts/terminal/render/printable.h"
-#include "hosts/terminal/render/standard_output.h"
-#include "hosts/terminal/travel/xml_form.h"
 
 namespace hosts::terminal {
 
@@ -18,11 +13,7 @@ int runExport(OpenedPhone& context, const ExportOptions& options) {
     if (!stored) return fail(failed, stored.error());
     const auto bytes = exportOf(*stored);
     if (!bytes) return fail(failed, bytes.error());
-    if (options.output == "-") {
-        print(::isatty(STDOUT_FILENO) == 1 ? printableLines(*bytes) : *bytes);
-        return done;
-    }
-    const auto written = writeOutputFile(options.output, *bytes);
+    const auto written = writeOutput(options.output, *bytes);
     return written ? done : fail(failed, written.error());
 }
 

@@ -2,6 +2,7 @@
 #include "hosts/terminal/commands/output_file.h"
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
@@ -13,6 +14,8 @@
 #include "hosts/phones/temporary_file.h"
 #include "hosts/system/error_text.h"
 #include "hosts/system/named_file.h"
+#include "hosts/terminal/render/printable.h"
+#include "hosts/terminal/render/standard_output.h"
 
 namespace hosts::terminal {
 namespace {
@@ -46,8 +49,7 @@ fs::path placeOf(const std::string& path) {
     return place;
 }
 
-Result<platform::Done> makeFile(const std::string& path, std::string_view bytes) {
-    constexpr mode_t asTheMaskSays = 0666;
+Result<platform::Done> makeFile(const std::string& path, std::string_view bytes, mode_t mode) {
     const fs::path place = placeOf(path);
     const std::string parent = place.has_parent_path() ? place.parent_path().string() : ".";
     const std::string name = place.filename();
@@ -55,7 +57,7 @@ Result<platform::Done> makeFile(const std::string& path, std::string_view bytes)
     if (folder.isOpen()) {
         removeAbandoned(FileCalls::system(), folder, name, false);
         TemporaryFile file{FileCalls::system(), folder, name};
-        if (file.create(asTheMaskSays) && file.fill(bytes) && file.synchronise() && file.publish()) {
+        if (file.create(mode) && file.fill(bytes) && file.synchronise() && file.publish()) {
             return platform::Done();
         }
     }
@@ -76,12 +78,18 @@ Result<platform::Done> writeInto(const std::string& path, std::string_view bytes
 
 }  // namespace
 
-Result<platform::Done> writeOutputFile(const std::string& path, std::string_view bytes) {
+Result<platform::Done> writeOutputFile(const std::string& path, std::string_view bytes, mode_t mode) {
     std::error_code ignored;
     const fs::file_type kind = fs::status(path, ignored).type();
-    if (kind == fs::file_type::not_found) return makeFile(path, bytes);
+    if (kind == fs::file_type::not_found) return makeFile(path, bytes, mode);
     const bool isOwn = kind == fs::file_type::regular && !namesOpenFile(path);
     return isOwn ? replaceFile(path, bytes) : writeInto(path, bytes);
+}
+
+Result<platform::Done> writeOutput(const std::string& output, std::string_view bytes, mode_t mode) {
+    if (output != "-") return writeOutputFile(output, bytes, mode);
+    print(::isatty(STDOUT_FILENO) == 1 ? printableLines(bytes) : std::string(bytes));
+    return platform::Done();
 }
 
 }  // namespace hosts::terminal

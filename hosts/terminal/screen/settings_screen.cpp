@@ -49,8 +49,6 @@ SettingsScreen::SettingsScreen(OpenedPhone& phone, const TextStyle& style)
       _navigation(_host) {}
 
 platform::Result<platform::Done> SettingsScreen::start() {
-    const auto informed = _phone.phone->useDeviceInformation(_phone.deviceInformation);
-    if (!informed) _notices.warn(informed.error().text());
     const SessionServices live = _services.forSession();
     auto session =
         SettingsSession::load({live.files, live.notifications, _application, live.device, live.listener, live.history},
