@@ -21,6 +21,9 @@ std::span<const DeviceShape> deviceShapes();
 /// The shape that stands in when the user names none.
 const DeviceShape& usualDeviceShape();
 
+/// The shape of a model by its public identifier ("iPhone6,1"); a null pointer for one that is not known.
+const DeviceShape* shapeOfModel(std::string_view model);
+
 /// A null pointer when no shape has that name.
 const DeviceShape* findDeviceShape(std::string_view name);
 

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/session/opened_phone.h"
 
+#include <stdlib.h>
+
+#include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -8,11 +12,15 @@
 
 #include "hosts/phones/default_phone.h"
 #include "hosts/phones/folder_phone.h"
+#include "hosts/session/report_phone.h"
+#include "hosts/system/error_text.h"
 #include "hosts/system/state_folder.h"
+#include "platform/foundation/system_file.h"
 
 namespace hosts {
 namespace {
 
+using platform::Problem;
 using platform::Result;
 
 Result<std::string> usablePhone(const std::string& named, const Installation& installation) {
@@ -54,6 +62,55 @@ OpenedPhone withHistory(Installation installation, std::unique_ptr<Phone> opened
     return {std::move(installation), std::move(opened), std::move(outcomes), std::move(history), *options.device};
 }
 
+constexpr std::size_t mostReportBytes = std::size_t{64} << 20;
+
+/// A folder for its user alone, with all that is in it; a problem where it cannot be made.
+struct PassingFolder {
+    PassingFolder() {
+        const char* const named = std::getenv("TMPDIR");
+        std::string pattern = std::string(named && *named == '/' ? named : "/tmp") + "/trivel3-report-XXXXXX";
+        if (::mkdtemp(pattern.data())) path = pattern;
+        if (path.empty()) problem = {pattern, "cannot make", errorText(errno)};
+    }
+    PassingFolder(const PassingFolder&) = delete;
+    PassingFolder& operator=(const PassingFolder&) = delete;
+    ~PassingFolder() {
+        std::error_code ignored;
+        if (!path.empty()) std::filesystem::remove_all(path, ignored);
+    }
+
+    Result<std::string> asFolder() const { return path.empty() ? Result<std::string>(problem) : Result(path); }
+
+    std::string path;
+    Problem problem;
+};
+
+const DeviceShape& shapeOfReport(Phone& report, Outcomes& outcomes, const PhoneOptions& options) {
+    if (options.isDeviceNamed) return *options.device;
+    const auto model = report.device().copyAnswer("ProductType");
+    const std::string name = model && model->string() ? *model->string() : std::string();
+    if (const DeviceShape* shape = shapeOfModel(name)) return *shape;
+    outcomes.remark((name.empty() ? "the report names no model" : "the model " + name + " is not known") +
+                    ": it is shown as " + std::string(options.device->name) + "; --device names another shape");
+    return *options.device;
+}
+
+OpenedPhone ofReport(Installation installation, std::unique_ptr<Phone> report, std::unique_ptr<Outcomes> outcomes,
+                     const PhoneOptions& options) {
+    auto folder = std::make_shared<PassingFolder>();
+    History kept(folder->asFolder(), report->identity().place, [] { return std::string(); });
+    auto history = std::make_unique<PhoneHistory>(std::move(kept), *outcomes);
+    const DeviceShape& shape = shapeOfReport(*report, *outcomes, options);
+    outcomes->remark(
+        report->identity().name +
+        " is a support report: changes are tries that nobody is told of, and of applications it names those "
+        "that are ticked alone");
+    OpenedPhone opened{std::move(installation), std::move(report), std::move(outcomes), std::move(history), shape};
+    opened.isReport = true;
+    opened.passing = std::move(folder);
+    return opened;
+}
+
 }  // namespace
 
 Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string program) {
@@ -74,6 +131,29 @@ Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string p
     opened.phone->tell(&opened.history->recorder, options.verbose);
     if (std::filesystem::is_empty(*folder, ignored)) opened.outcomes->remark(*folder + " is empty: it held no phone");
     return opened;
+}
+
+Result<OpenedPhone> OpenedPhone::openPhoneOrReport(const PhoneOptions& options, std::string program) {
+    if (!namesReport(options.phone)) return open(options, std::move(program));
+    auto installation = findInstallation();
+    if (!installation) return std::move(installation).error();
+    const std::string name = options.phone == "-" ? "standard input" : options.phone;
+    errno = 0;
+    const auto bytes =
+        platform::readSystemFile(options.phone == "-" ? "/dev/stdin" : options.phone, mostReportBytes + 1);
+    if (!bytes) return Problem{name, "cannot read", errorText(errno)};
+    if (bytes->size() > mostReportBytes) return Problem{name, {}, "holds more than 64 MB, and no more is read"};
+    auto phone = openReport(*bytes, name);
+    if (!phone) return std::move(phone).error();
+    const auto informed = (*phone)->useDeviceInformation(options.deviceInformation);
+    if (!informed) return informed.error();
+    auto outcomes = std::make_unique<Outcomes>(std::move(program), options.verbose);
+    return ofReport(*std::move(installation), *std::move(phone), std::move(outcomes), options);
+}
+
+bool namesReport(const std::string& named) {
+    std::error_code ignored;
+    return named == "-" || std::filesystem::is_regular_file(named, ignored);
 }
 
 Result<OpenedPhone> OpenedPhone::openToLook(const PhoneOptions& options) {

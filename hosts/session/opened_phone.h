@@ -22,16 +22,28 @@ struct OpenedPhone {
     const DeviceShape& shape;
     /// Whether it is the default one, a copy of the sample phone: no device is affected by what is changed there.
     bool isSample = false;
+    /// Whether it is a support report.
+    bool isReport = false;
+    /// What goes when it is closed.
+    std::shared_ptr<void> passing = {};
 
     /// Opens the phone that the options name, or makes the default one on its first use. A folder that was a mount when
     /// it was last opened, and is none now, is a problem unless the options say otherwise, and so is a list of device
     /// information that is none. `program` is the name that lines on standard error begin with.
     static platform::Result<OpenedPhone> open(const PhoneOptions& options, std::string program);
 
+    /// The same, or the support report that is named in the phone's place: a file, or "-" for standard input. What is
+    /// changed of it, and its history, is gone with the object, and its shape is the customer's device's unless the
+    /// options name one.
+    static platform::Result<OpenedPhone> openPhoneOrReport(const PhoneOptions& options, std::string program);
+
     /// Opens the phone to look at it alone, for those who say nothing to the user: nothing is made or remembered of it.
     /// In place of a default phone that has not been made stands the sample.
     static platform::Result<OpenedPhone> openToLook(const PhoneOptions& options);
 };
+
+/// Whether that name of a phone is a support report's: a file, or "-".
+bool namesReport(const std::string& named);
 
 /// What people call the phone: the device's own name, where it tells one, else its folder's. It may hold any bytes.
 std::string nameOf(OpenedPhone& opened);

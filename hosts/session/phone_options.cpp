@@ -32,7 +32,12 @@ void PhoneOptions::addTo(CLI::App& app) {
         ->check(notEmpty("file"))
         ->type_name("FILE");
     app.add_option_function<std::string>(
-           "--device", [this](const std::string& name) { device = findDeviceShape(name); }, "The phone's shape")
+           "--device",
+           [this](const std::string& name) {
+               device = findDeviceShape(name);
+               isDeviceNamed = true;
+           },
+           "The phone's shape")
         ->check(CLI::IsMember(deviceNames()))
         ->type_name("NAME");
     app.add_flag("--create", create, "Use the phone's folder as it is, though it was a mount and is none now");

@@ -15,6 +15,7 @@ namespace hosts {
 struct PhoneOptions {
     std::string phone;  ///< empty for the default phone
     const DeviceShape* device = &usualDeviceShape();
+    bool isDeviceNamed = false;     ///< whether the user has named it
     std::string deviceInformation;  ///< a list of answers about the device; empty for the phone's own
     bool create = false;            ///< whether a folder that was a mount, and is none now, is used as it is
     bool verbose = false;           ///< whether to say what is passed over on the phone

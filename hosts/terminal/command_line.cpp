@@ -19,6 +19,11 @@
 namespace hosts::terminal {
 namespace {
 
+constexpr const char* noReport =
+    "--phone: this works on a phone's folder alone; a support report is for show, get, list, diff, export, drive and "
+    "the "
+    "screen";
+constexpr const char* inputIsTaken = "--phone: standard input is taken; give the report as a file";
 constexpr const char* oddWords = "the last KEY lacks its VALUE";
 
 // The command line's grammar, and the subcommand that was chosen.
@@ -38,7 +43,17 @@ private:
     template <class Options>
     CLI::App* addPhoneCommand(const char* name, const char* help, Command<Options> command, const Options& options) {
         return addCommand(name, help, [this, command, &options] {
+            if (namesReport(_common.phone)) return refuse(noReport);
             auto phone = OpenedPhone::open(_common, "trivel3ctl");
+            return phone ? command(*phone, options) : fail(failed, phone.error());
+        });
+    }
+
+    // One that works on a support report, too.
+    template <class Options>
+    CLI::App* addReportCommand(const char* name, const char* help, Command<Options> command, const Options& options) {
+        return addCommand(name, help, [this, command, &options] {
+            auto phone = OpenedPhone::openPhoneOrReport(_common, "trivel3ctl");
             return phone ? command(*phone, options) : fail(failed, phone.error());
         });
     }
@@ -107,12 +122,12 @@ CLI::App* CommandLine::addCommand(const char* name, const char* help, std::funct
 }
 
 void CommandLine::addPageCommands() {
-    CLI::App* show = addPhoneCommand("show", "Print a page as it would look now", runShow, _show);
+    CLI::App* show = addReportCommand("show", "Print a page as it would look now", runShow, _show);
     show->add_option("PAGE", _show.page, "Titles from the root page, such as \"Advanced Options/Quick Launcher\"");
     show->add_flag("--json", _show.json, "Print the page as JSON");
 
     CLI::App* drive =
-        addPhoneCommand("drive", "Carry out commands from standard input, a JSON object a line", runDrive, _drive);
+        addReportCommand("drive", "Carry out commands from standard input, a JSON object a line", runDrive, _drive);
     drive->add_option("--can-open", _openableSchemes, "URL schemes that count as having a program")
         ->delimiter(',')
         ->allow_extra_args(false)
@@ -120,7 +135,7 @@ void CommandLine::addPageCommands() {
 }
 
 void CommandLine::addSettingCommands() {
-    CLI::App* get = addPhoneCommand("get", "Print settings' values", runGet, _get);
+    CLI::App* get = addReportCommand("get", "Print settings' values", runGet, _get);
     get->add_option("KEY", _get.keys, "The settings")->required();
     get->add_flag("--json", _get.json, "Print them as JSON");
 
@@ -145,7 +160,7 @@ void CommandLine::addSettingCommands() {
     CLI::Option* unsetKeys = unset->add_option("KEY", _unset.keys, "The settings, known or not");
     unset->add_flag("--all", _unset.all, "Every setting that is stored")->excludes(unsetKeys);
 
-    CLI::App* list = addPhoneCommand("list", "Print settings", runList, _list);
+    CLI::App* list = addReportCommand("list", "Print settings", runList, _list);
     list->add_option("KEY", _list.keys, "The settings; all, without any");
     list->add_flag("--json", _list.json, "Print them as JSON");
 
@@ -168,7 +183,7 @@ void CommandLine::addTravelCommands() {
     diff->add_flag("--exit-code", _diff.exitCode, "End with status 3 where there is a difference");
     diff->add_flag("--json", _diff.json, "Print it as JSON");
 
-    CLI::App* exported = addPhoneCommand("export", "Write what is stored, for another phone", runExport, _export);
+    CLI::App* exported = addReportCommand("export", "Write what is stored, for another phone", runExport, _export);
     exported->add_option("-o,--output", _export.output, "Where to write; - for standard output")->type_name("FILE");
 
     CLI::App* report =
@@ -279,6 +294,7 @@ int CommandLine::run(int argumentCount, char** arguments) {
     constexpr std::size_t mostPlaces = 2;
     if (_diff.where.size() > mostPlaces) return refuse("not expected: " + _diff.where[mostPlaces]);
     if (_set.words.size() % 2 != 0) return refuse(oddWords);
+    if (_app.got_subcommand("drive") && _common.phone == "-") return refuse(inputIsTaken);
     if (_app.got_subcommand("reset") && _reset.keys.empty() && !_reset.all) {
         return refuse("name the settings to reset, or give --all");
     }
@@ -290,7 +306,8 @@ int CommandLine::run(int argumentCount, char** arguments) {
 }
 
 int CommandLine::openScreen() const {
-    auto phone = OpenedPhone::open(_common, "trivel3ctl");
+    if (_common.phone == "-") return refuse(inputIsTaken);
+    auto phone = OpenedPhone::openPhoneOrReport(_common, "trivel3ctl");
     return phone ? runScreen(*phone) : fail(failed, phone.error());
 }
 

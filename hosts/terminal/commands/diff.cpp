@@ -16,10 +16,14 @@ namespace {
 using platform::Result;
 
 Result<StoredSettings> storedOnPhone(const PhoneOptions& options) {
-    auto phone = OpenedPhone::openToLook(options);
+    auto phone = namesReport(options.phone) ? OpenedPhone::openPhoneOrReport(options, "trivel3ctl")
+                                            : OpenedPhone::openToLook(options);
     if (!phone) return phone.error();
     auto command = SettingsCommand::open(*phone);
-    return command ? command->stored() : command.error();
+    if (!command) return command.error();
+    auto stored = command->stored();
+    if (stored) stored->tellsExceptions = !phone->isReport;
+    return stored;
 }
 
 Result<StoredSettings> storedAt(const std::string& where, PhoneOptions options) {
@@ -56,7 +60,7 @@ Result<Sides> sidesOf(const PhoneOptions& options, const std::vector<std::string
 int runDiff(const PhoneOptions& phone, const DiffOptions& options) {
     const auto sides = sidesOf(phone, options.where);
     if (!sides) return fail(failed, sides.error());
-    auto opened = OpenedPhone::openToLook(phone);
+    auto opened = OpenedPhone::openToLook(namesReport(phone.phone) ? PhoneOptions() : phone);
     if (!opened) return fail(failed, opened.error());
     const auto command = SettingsCommand::open(*opened);
     if (!command) return fail(failed, command.error());

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "hosts/phones/fault_place.h"
+#include "hosts/session/support_report.h"
 #include "platform/foundation/ascii.h"
 #include "platform/foundation/property_list.h"
 
@@ -24,11 +25,6 @@ constexpr std::string_view settingsKey = "Settings";
 constexpr std::string_view exceptionsKey = "Exceptions";
 constexpr int exportVersion = 1;
 
-// Of a support report.
-constexpr std::string_view reportedSettingsKey = "Preferences";
-constexpr std::string_view reportedPackagesKey = "Packages";
-constexpr std::string_view reportedModelKey = "ProductType";
-
 // What `list --json` prints nests no deeper, and a settings file is read no deeper either.
 constexpr std::size_t greatestDepth = platform::property_list::greatestDepth;
 
@@ -38,10 +34,6 @@ bool isExport(const Dictionary& root) {
                                        : entry.key == settingsKey || entry.key == exceptionsKey;
     };
     return root.contains(versionKey) && std::ranges::all_of(root, isOfExports);
-}
-
-bool isReport(const Dictionary& root) {
-    return root.contains(reportedSettingsKey) && root.contains(reportedPackagesKey) && root.contains(reportedModelKey);
 }
 
 Result<std::optional<Dictionary>> dictionaryUnder(const Dictionary& root, std::string_view key) {
@@ -62,19 +54,15 @@ Result<StoredSettings> fromExport(const Dictionary& root) {
     return StoredSettings{*std::move(settings), *std::move(exceptions)};
 }
 
-Result<StoredSettings> fromReport(const Dictionary& root) {
-    auto settings = dictionaryUnder(root, reportedSettingsKey);
-    if (!settings) return std::move(settings).error();
-    return StoredSettings{.settings = *std::move(settings), .tellsExceptions = false};
-}
-
 Result<StoredSettings> fromPropertyList(std::string_view bytes) {
     const auto reading = platform::readPropertyList(bytes);
     if (!reading) return Problem{.reason = faultPlace(reading.error) + ": " + reading.error.reason};
     const Dictionary* const root = reading.value->dictionary();
     if (!root) return Problem{.reason = "its root is no dictionary"};
     if (isExport(*root)) return fromExport(*root);
-    if (isReport(*root)) return fromReport(*root);
+    if (const auto report = supportReportIn(*root)) {
+        return StoredSettings{.settings = report->settings, .tellsExceptions = false};
+    }
     return StoredSettings{.settings = *root, .tellsExceptions = false};
 }
 
