@@ -9,6 +9,7 @@
 
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/desktop/program/phone_opener.h"
+#include "hosts/desktop/program/window_size.h"
 #include "hosts/session/page_snapshot.h"
 
 namespace hosts::desktop {
@@ -154,8 +155,7 @@ platform::Result<platform::Done> takeScreenshots(OpenedPhone& phone, const Optio
     QuietServices services(phone);
     NoHandOver handOver;
     DesktopSession session({phone, services.forSession(), handOver, *options.device});
-    const platform::CGSize size = options.device->screen.bounds.size();
-    const auto opened = session.open(QSizeF(size.width, size.height).toSize());
+    const auto opened = session.open(options.size.value_or(screenSize(*options.device)));
     if (!opened) return opened;
     session.navigation().phones().use(knownAs(phone), {});
     session.window().setTaste(options.over({.lessMotion = true, .accent = std::nullopt}));
