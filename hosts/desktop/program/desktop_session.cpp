@@ -25,7 +25,7 @@ platform::Result<platform::Done> DesktopSession::open(QSize size) {
     auto root = _session->makeRootPage();
     if (!root) return std::move(root).error();
     _window = std::make_unique<SettingsWindow>(_navigation);
-    const auto loaded = _window->load(size);
+    const auto loaded = _window->load(size, _outside.shape.screen.bounds.width);
     if (!loaded) return loaded;
     _window->view().setTitle(shownText(nameOf(_outside.phone)) + QStringLiteral(" – ") +
                              QString::fromStdString((*root)->title()));

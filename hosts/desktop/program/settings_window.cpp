@@ -87,9 +87,10 @@ SettingsWindow::SettingsWindow(Navigation& navigation) : _navigation(navigation)
     QObject::connect(&_navigation, &Navigation::closeAgreed, &_view, &QWindow::close);
 }
 
-platform::Result<platform::Done> SettingsWindow::load(QSize size) {
+platform::Result<platform::Done> SettingsWindow::load(QSize size, double phoneWidth) {
     _view.resize(size);
-    _view.setInitialProperties({{QStringLiteral("navigation"), QVariant::fromValue(&_navigation)}});
+    _view.setInitialProperties({{QStringLiteral("navigation"), QVariant::fromValue(&_navigation)},
+                                {QStringLiteral("phoneWidth"), phoneWidth}});
     _view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Trivel3/Settings/Shell.qml")));
     if (_view.status() == QQuickView::Ready) return platform::Done();
     std::string reason = "the window cannot be made";

@@ -7,6 +7,8 @@ FocusScope {
     id: shell
 
     required property Navigation navigation
+    /// How wide the screen is that the pages are made for.
+    required property real phoneWidth
     property bool dark: false
     property bool highContrast: false
     property color accent: "transparent"
@@ -30,6 +32,11 @@ FocusScope {
     Binding { target: Theme; property: "reducedMotion"; value: shell.reducedMotion }
     Binding { target: Theme; property: "showsFocus"; value: shell.showsFocus }
     Binding { target: Theme; property: "hairline"; value: 1 / Screen.devicePixelRatio }
+    Binding { target: Theme; property: "cards"; value: shell.cards }
+    Binding { target: Theme; property: "narrow"; value: shell.width < shell.phoneWidth }
+
+    // Never so early that rows became narrower than they are on the phone, but for its being wider than any card.
+    readonly property bool cards: width >= Math.min(phoneWidth, Theme.cardWidth) + 2 * Theme.cardGap
 
     /// What a banner leaves: it lies over nothing, and the rows above it stay in their places as it comes and goes.
     readonly property real roomHeight: height - banner.height
@@ -38,7 +45,7 @@ FocusScope {
         function onFocusPlaced() { shell.showsFocus = true }
     }
 
-    readonly property size pageSize: Qt.size(width, height - Theme.barHeight)
+    readonly property size pageSize: Qt.size(width - 2 * Theme.inset(width), height - Theme.barHeight)
     onPageSizeChanged: navigation.resize(pageSize)
 
     Rectangle {

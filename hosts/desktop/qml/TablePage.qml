@@ -14,6 +14,10 @@ ListView {
     /// Whether items have icons here: an item without one then has a placeholder.
     property bool itemsHaveIcons: false
 
+    /// Where its lines begin, and how wide they are.
+    readonly property real inset: Theme.inset(width)
+    readonly property real cellWidth: width - 2 * inset
+
     clip: true
     cacheBuffer: 0
     reuseItems: false
@@ -28,11 +32,13 @@ ListView {
     model: page.table
 
     header: ViewTree {
-        width: list.width
+        x: list.inset
+        width: list.cellWidth
         height: implicitHeight
         tree: list.page.header
         dark: Theme.dark
         textScale: Theme.textScale
+        wraps: Theme.narrow
         ground: Theme.page
         contrast: Theme.textContrast
         // A page at its beginning stays there when the header grows with its text.
@@ -49,8 +55,8 @@ ListView {
 
     delegate: DelegateChooser {
         role: "kind"
-        DelegateChoice { roleValue: "header"; SectionHeader {} }
-        DelegateChoice { roleValue: "footer"; SectionFooter {} }
+        DelegateChoice { roleValue: "header"; SectionHeader { table: list } }
+        DelegateChoice { roleValue: "footer"; SectionFooter { table: list } }
         DelegateChoice { roleValue: "switch"; SwitchRow { table: list } }
         DelegateChoice { roleValue: "link"; LinkRow { table: list } }
         DelegateChoice { roleValue: "item"; ItemRow { table: list } }

@@ -28,18 +28,20 @@ Item {
     readonly property bool isCurrent: table.activeFocus && ListView.isCurrentItem
     readonly property bool pressed: touch.pressed && !touch.strayed
 
-    width: ListView.view ? ListView.view.width : 0
+    x: table.inset
+    width: table.cellWidth
     height: Math.max(rowHeight, labelHeight)
     enabled: usable
 
     Component.onDestruction: row.table.model.lineLeft(row.lineId)
 
-    Rectangle {
-        anchors.fill: parent
-        color: Theme.row
+    CardPart {
+        starts: row.starts
+        last: row.last
     }
-    Rectangle {
-        anchors.fill: parent
+    CardPart {
+        starts: row.starts
+        last: row.last
         color: Theme.rowPressed
         opacity: row.pressed ? 1 : 0
         visible: opacity > 0
@@ -51,7 +53,7 @@ Item {
 
     // Within the row: what lies above it may be drawn after it.
     Hairline {
-        visible: row.starts
+        visible: row.starts && !Theme.cards
         width: parent.width
     }
     Hairline {
