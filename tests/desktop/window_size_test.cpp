@@ -55,6 +55,9 @@ protected:
         ASSERT_FALSE(program->hasEnded()) << program->finish().errors;
         display.focusWindow();
     }
+    bool isDrawn() {
+        return waitFor([this] { return patches(display.picture(), switchOn).size() == 3; });
+    }
     static bool waitFor(const std::function<bool()>& condition) { return QTest::qWaitFor(condition, patience); }
 
     VirtualDisplay display;
@@ -77,6 +80,24 @@ TEST_F(WindowOnADisplay, isAsItWasLeftWhileThatFits) {
     program.reset();
     open();
     EXPECT_TRUE(waitFor([this] { return display.window().size() == QSize(500, 420); }));
+}
+
+TEST_F(WindowOnADisplay, hasTwoColumnsThatAreUsedByTheMouse) {
+    startDisplay("1300x900x24");
+    open({"--size", "1200x800"});
+    ASSERT_TRUE(isDrawn());
+    const QRect links = extent(display.picture(), switchOn);
+    ASSERT_LT(links.right(), display.window().left() + 360) << "they are in the left column";
+    const QRect right(display.window().topLeft() + QPoint(380, 60), QSize(800, 700));
+    // Below the last switch, and its footer, is the row that leads to the options.
+    const QPoint options(display.window().left() + 150, links.bottom() + 110);
+    const auto switchesAtRight = [&] { return patches(display.picture().copy(right), switchOn).size(); };
+    ASSERT_EQ(switchesAtRight(), 0U);
+    ASSERT_TRUE(waitFor([&] {
+        display.click(options);
+        return switchesAtRight() > 0;
+    }));
+    EXPECT_EQ(extent(display.picture(), switchOn).left(), links.left()) << "the first page is still there";
 }
 
 TEST_F(WindowOnADisplay, isSharpAndWholeAtEveryScale) {

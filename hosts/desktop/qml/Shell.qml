@@ -45,8 +45,14 @@ FocusScope {
         function onFocusPlaced() { shell.showsFocus = true }
     }
 
-    readonly property size pageSize: Qt.size(width - 2 * Theme.inset(width), height - Theme.barHeight)
-    onPageSizeChanged: navigation.resize(pageSize)
+    readonly property bool sideBySide: width >= Theme.columnsFrom
+    readonly property size firstSize: roomIn(sideBySide ? Theme.firstColumn : width)
+    readonly property size otherSize: roomIn(sideBySide ? width - Theme.firstColumn : width)
+    onFirstSizeChanged: navigation.layOut(firstSize, otherSize, sideBySide)
+    onOtherSizeChanged: navigation.layOut(firstSize, otherSize, sideBySide)
+    function roomIn(column) {
+        return Qt.size(column - 2 * Theme.inset(column), height - Theme.barHeight)
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -65,12 +71,33 @@ FocusScope {
         focus: true
         enabled: !shell.navigation.composerShown && !shell.overlaid
 
+        Text {
+            visible: shell.navigation.sideBySide && shell.navigation.current === shell.navigation.first
+            x: Theme.firstColumn + Theme.margin
+            y: Theme.barHeight
+            width: parent.width - x - Theme.margin
+            height: parent.height - y
+            text: qsTr("Choose a page on the left, and it opens here.")
+            textFormat: Text.PlainText
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+            wrapMode: Text.Wrap
+            font.pixelSize: Theme.textSize
+            color: Theme.secondary
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
         Repeater {
             model: shell.navigation
-            PageItem {
-                anchors.fill: parent
-                navigation: shell.navigation
-            }
+            PageItem { navigation: shell.navigation }
+        }
+        Rectangle {
+            visible: shell.navigation.sideBySide
+            x: Theme.firstColumn - width
+            z: 2
+            width: Theme.hairline
+            height: parent.height
+            color: Theme.barLine
         }
     }
     Hairline {
@@ -152,9 +179,16 @@ FocusScope {
         const typed = table ? table.typed : ""
         event.accepted = true
         if (event.key === Qt.Key_Backspace && typed !== "") navigation.current.type(typed.slice(0, -1))
+        else if (event.key === Qt.Key_Left && navigation.sideBySide) takeKeys(navigation.first)
+        else if (event.key === Qt.Key_Right && navigation.sideBySide) takeKeys(navigation.current)
         else if (!Typing.isText(event)) event.accepted = false
         else if (table && table.listsApplications()) navigation.current.type(typed + event.text)
         else navigation.find.begin(event.text)
+    }
+
+    function takeKeys(page) {
+        page.takeKeys()
+        Theme.focusPlaced()
     }
 
     Shortcut {

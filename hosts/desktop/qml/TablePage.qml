@@ -173,6 +173,25 @@ ListView {
         if (currentItem.activated) currentItem.activated()
     }
 
+    // What is read stays where it was, or at the top, as lines become higher or lower: the row with the keys where that
+    // is in view, or else the first line that is.
+    property int keptLine: -1
+    onWidthChanged: {
+        if (keptLine >= 0 || count === 0 || atYBeginning) return
+        keptLine = activeFocus && isInView(currentIndex) ? currentIndex : indexAt(width / 2, contentY)
+        Qt.callLater(keepPlace)
+    }
+    function keepPlace() {
+        const line = keptLine
+        keptLine = -1
+        if (line < 0) return
+        forceLayout()
+        if (line === currentIndex) return show(line)
+        positionViewAtIndex(line, ListView.Beginning)
+        forceLayout()
+        positionViewAtIndex(line, ListView.Beginning)
+    }
+
     // What has the focus as it comes to be shown is among what the user sees.
     Connections {
         target: Theme

@@ -16,6 +16,8 @@ Item {
     required property real accessoryWidth
     required property real rowHeight
     required property bool animated
+    /// Whether the page that it leads to is open beside it.
+    required property bool isOpen
     required property Item table
 
     /// Where the label begins, and how high the row has to be for it.
@@ -38,6 +40,7 @@ Item {
     CardPart {
         starts: row.starts
         last: row.last
+        color: row.isOpen ? Theme.rowPressed : Theme.row
     }
     CardPart {
         starts: row.starts
@@ -49,6 +52,16 @@ Item {
             enabled: !row.pressed
             NumberAnimation { duration: Theme.fadeTime }
         }
+    }
+
+    Rectangle {
+        visible: row.isOpen
+        x: 5
+        y: 8
+        width: 3
+        height: parent.height - 2 * y
+        radius: 1.5
+        color: Theme.tint
     }
 
     // Within the row: what lies above it may be drawn after it.

@@ -106,6 +106,11 @@ QtObject {
     function barInset(width) {
         return cards ? inset(width) : margin
     }
+    /// Of the first page where it stays in view beside the one that is open: it grows with its texts, within limits.
+    readonly property real columnGrowth: Math.max(1, Math.min(textScale, 1.5))
+    readonly property real firstColumn: Math.round(360 * columnGrowth)
+    /// From which width of the window on that is so.
+    readonly property real columnsFrom: 900 * columnGrowth
     /// How far a row slides as it comes.
     readonly property real slide: 30
     /// The thinnest line that the screen can draw.
