@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include <QGuiApplication>
+
 #include "tests/desktop/desk.h"
 
 namespace desktop_tests {
@@ -111,6 +113,24 @@ TEST_F(WideWindow, keepsTheFocusFrameWithinTheCard) {
     }
     EXPECT_GE(changed.left(), (view().width() - widest) / 2);
     EXPECT_LE(changed.right(), (view().width() + widest) / 2);
+}
+
+// The pane's texts read from left to right, whatever the desktop's do.
+TEST_F(WideWindow, isTheSameWhereTheDesktopReadsFromRightToLeft) {
+    const std::vector<QSize> sizes{{320, 568}, {800, 700}, {1200, 800}};
+    std::vector<QImage> pictures;
+    for (const Qt::LayoutDirection direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        QGuiApplication::setLayoutDirection(direction);
+        open();
+        openPage({"Advanced Options"});
+        for (const QSize size : sizes) {
+            resize(size);
+            pictures.push_back(view().grabWindow());
+        }
+    }
+    QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+    for (std::size_t i = 0; i < sizes.size(); ++i)
+        EXPECT_EQ(pictures[i], pictures[i + sizes.size()]) << sizes[i].width();
 }
 
 TEST_F(WideWindow, clampsWhatIsFoundAndThePhones) {

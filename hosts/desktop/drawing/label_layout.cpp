@@ -46,6 +46,8 @@ LabelLayout::LabelLayout(const platform::UILabel& label, QSizeF size, double tex
       _isFree(wraps || textScale > 1),
       _text(withLineSeparators(label.text().value_or(std::string())), fontOf(label.font, textScale)) {
     QTextOption option(alignmentOf(label.textAlignment));
+    // The text's own, not the desktop's.
+    option.setTextDirection(Qt::LayoutDirectionAuto);
     const bool staysOnOneLine = label.numberOfLines == 1 && !_isFree;
     option.setWrapMode(staysOnOneLine ? QTextOption::NoWrap
                        : _isFree      ? QTextOption::WrapAtWordBoundaryOrAnywhere
