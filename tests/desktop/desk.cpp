@@ -127,8 +127,13 @@ bool Desk::isShown(const QQuickItem* item) {
 }
 
 QQuickItem* Desk::seenTable() {
-    return find(view().rootObject(), [](QQuickItem* item) {
-        return item->objectName() == QLatin1String("table") && item->isVisible() && item->isEnabled();
+    return tableOf(navigation().current());
+}
+
+QQuickItem* Desk::tableOf(hosts::desktop::Page* page) {
+    return find(view().rootObject(), [page](QQuickItem* item) {
+        return item->objectName() == QLatin1String("table") && item->isVisible() && item->isEnabled() &&
+               item->property("page").value<hosts::desktop::Page*>() == page;
     });
 }
 

@@ -69,7 +69,9 @@ protected:
     hosts::desktop::TableModel& table() { return *navigation().current()->table(); }
     QString title() { return navigation().current()->title(); }
 
-    /// The table that is seen, and its rows, headers and footers from top to bottom.
+    /// The table of a page that is in view and takes keys; null for any other.
+    QQuickItem* tableOf(hosts::desktop::Page* page);
+    /// That of the page that is open, and its rows, headers and footers from top to bottom.
     QQuickItem* seenTable();
     std::vector<QQuickItem*> lines();
     QStringList rowLabels();

@@ -83,13 +83,4 @@ TEST_F(NavigationInAWindow, pathDoesNotRunTheActionsOfRows) {
     EXPECT_FALSE(navigation().isComposerShown());
 }
 
-TEST_F(NavigationInAWindow, widerWindowStretchesHeaderAndRows) {
-    open();
-    view().resize(500, 600);
-    ASSERT_TRUE(waitFor([this] { return row("Multi-Center")->width() == 500; }));
-    const auto header = navigation().current()->header();
-    EXPECT_EQ(header.view->frame().width, 500);
-    EXPECT_EQ(header.view->frame().height, 114);
-}
-
 }  // namespace desktop_tests

@@ -42,13 +42,15 @@ protected:
     }
 
     // Opens the window and waits until it shows so many switches that are on.
-    void open(std::size_t expected = onAtFirst) {
-        start();
+    void open(std::size_t expected = onAtFirst, const QStringList& options = {}) {
+        start(options);
         waitForWindow();
         ASSERT_TRUE(showsSwitchesOn(expected)) << switchesOn(display.picture()).size() << " are on";
     }
 
-    void start() { program.emplace(command({"--phone", phone, "--appearance", "light"}), environment); }
+    void start(const QStringList& options = {}) {
+        program.emplace(command(QStringList{"--phone", phone, "--appearance", "light"} + options), environment);
+    }
 
     void waitForWindow() {
         const auto hasEnded = [this] { return program->hasEnded(); };
@@ -211,7 +213,7 @@ TEST_F(RealEvents, postIsOpenedAndCancelled) {
 }
 
 TEST_F(RealEvents, wheelScrollsThePage) {
-    open();
+    open(onAtFirst, {"--size", "320x568"});
     const int top = display.window().top() + 44;
     // Turned until it is there: how far a turn goes differs from Qt to Qt, and turns of one moment may count as one.
     EXPECT_TRUE(waitFor([&] {

@@ -180,4 +180,13 @@ TEST(GrownLayout, isThePagesOwnAtTheUsualScaleAndBelow) {
         EXPECT_EQ(hosts::desktop::GrownLayout(tree, scale).height(), 100);
 }
 
+TEST(GrownLayout, growsAtTheUsualScaleTooWhereTextsWrap) {
+    platform::UIView tree({0, 0, 200, 100});
+    tree.addSubview(label({0, 10, 30, 20}, "far too long for it", 14));
+    EXPECT_GT(hosts::desktop::GrownLayout(tree, 1, true).height(), 100);
+    platform::UIView roomy({0, 0, 200, 100});
+    roomy.addSubview(label({0, 10, 190, 20}, "fits", 14));
+    EXPECT_EQ(hosts::desktop::GrownLayout(roomy, 1, true).height(), 100);
+}
+
 }  // namespace desktop_tests

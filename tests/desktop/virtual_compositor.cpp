@@ -30,10 +30,10 @@ bool VirtualCompositor::isInstalled() {
     return std::filesystem::exists(TEST_WESTON);
 }
 
-bool VirtualCompositor::startOn(const VirtualDisplay& display, const std::string& runtimeFolder) {
+bool VirtualCompositor::startOn(const VirtualDisplay& display, const std::string& runtimeFolder, QSize size) {
     kit::Environment environment = kit::ownEnvironment();
     environment["DISPLAY"] = display.name().toStdString();
-    return start("x11", std::move(environment), runtimeFolder);
+    return start("x11", std::move(environment), runtimeFolder, size);
 }
 
 bool VirtualCompositor::startWithoutSeat(const std::string& runtimeFolder) {
@@ -41,7 +41,7 @@ bool VirtualCompositor::startWithoutSeat(const std::string& runtimeFolder) {
 }
 
 bool VirtualCompositor::start(const std::string& backend, kit::Environment environment,
-                              const std::string& runtimeFolder) {
+                              const std::string& runtimeFolder, QSize size) {
     const std::string configurationFile = runtimeFolder + "/weston.ini";
     kit::writeText(configurationFile, configuration);
     environment["XDG_RUNTIME_DIR"] = runtimeFolder;
@@ -52,8 +52,8 @@ bool VirtualCompositor::start(const std::string& backend, kit::Environment envir
                                      std::string("--socket=") + name,
                                      "--config=" + configurationFile,
                                      "--log=" + quiet,
-                                     "--width=760",
-                                     "--height=860"};
+                                     "--width=" + std::to_string(size.width()),
+                                     "--height=" + std::to_string(size.height())};
     if (backend == "x11") command.emplace_back("--use-pixman");
     _server.emplace(command, environment);
     const std::string socket = runtimeFolder + '/' + name;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QSize>
 #include <optional>
 #include <string>
 
@@ -21,15 +22,18 @@ public:
     /// Whether the machine has one at all.
     static bool isInstalled();
 
+    static constexpr QSize usualSize{760, 860};
+
     /// Starts it with its socket in the run-time folder. False when it does not start.
-    bool startOn(const VirtualDisplay& display, const std::string& runtimeFolder);
+    bool startOn(const VirtualDisplay& display, const std::string& runtimeFolder, QSize size = usualSize);
     bool startWithoutSeat(const std::string& runtimeFolder);
 
     /// What WAYLAND_DISPLAY has to be.
     static constexpr const char* name = "trivel3-test";
 
 private:
-    bool start(const std::string& backend, kit::Environment environment, const std::string& runtimeFolder);
+    bool start(const std::string& backend, kit::Environment environment, const std::string& runtimeFolder,
+               QSize size = usualSize);
 
     std::optional<kit::ChildProcess> _server;
 };

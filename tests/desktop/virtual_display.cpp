@@ -10,8 +10,6 @@
 namespace desktop_tests {
 namespace {
 
-constexpr auto size = "800x900x24";
-
 struct Freer {
     void operator()(void* reply) const { std::free(reply); }
 };
@@ -37,10 +35,10 @@ VirtualDisplay::~VirtualDisplay() {
     _server->wait();
 }
 
-bool VirtualDisplay::start() {
+bool VirtualDisplay::start(const char* screen) {
     // It tells the number that it has found free.
     _server.emplace(
-        std::vector<std::string>{TEST_XVFB, "-displayfd", "1", "-screen", "0", size, "-nolisten", "tcp", "-noreset"},
+        std::vector<std::string>{TEST_XVFB, "-displayfd", "1", "-screen", "0", screen, "-nolisten", "tcp", "-noreset"},
         kit::ownEnvironment());
     const auto number = _server->readLine();
     if (!number) return false;

@@ -40,8 +40,11 @@ public:
 
     ~VirtualDisplay();
 
+    /// Width, height and depth of its screen.
+    static constexpr const char* usualScreen = "800x900x24";
+
     /// Starts the display under a number that is free. False when that does not work.
-    bool start();
+    bool start(const char* screen = usualScreen);
 
     /// What DISPLAY has to be.
     const QString& name() const { return _name; }

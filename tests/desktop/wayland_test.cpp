@@ -47,10 +47,10 @@ protected:
 
     std::string runtimeFolder() const { return folder / "run"; }
 
-    void startDesktop() {
+    void startDesktop(const char* screen = VirtualDisplay::usualScreen, QSize size = VirtualCompositor::usualSize) {
         if (!VirtualCompositor::isInstalled()) GTEST_SKIP() << "there is no weston on this machine";
-        ASSERT_TRUE(display.start()) << "no display could be started";
-        if (!compositor.startOn(display, runtimeFolder())) GTEST_SKIP() << "weston does not run on this machine";
+        ASSERT_TRUE(display.start(screen)) << "no display could be started";
+        if (!compositor.startOn(display, runtimeFolder(), size)) GTEST_SKIP() << "weston does not run on this machine";
         const bool isPainted = waitFor([this] { return display.pixel({400, 40}) == VirtualCompositor::background; });
         ASSERT_TRUE(isPainted) << "the desktop does not come";
         // Before there is a window: one that appears gets the keyboard when the desktop has it.
@@ -135,6 +135,39 @@ TEST_F(Wayland, letterFindsAndEnterGoesThere) {
     display.press(VirtualDisplay::Return);
     display.press(VirtualDisplay::Space);
     EXPECT_TRUE(waitFor([this] { return !extent(display.picture(), on).isEmpty(); })) << "the one switch there is on";
+}
+
+TEST_F(Wayland, windowAndItsFrameFitTheScreenAtFirst) {
+    startDesktop();
+    if (IsSkipped()) return;
+    start({"--appearance", "light"});
+    constexpr QRgb bar = qRgb(0xf8, 0xf8, 0xf8);
+    constexpr QRgb page = qRgb(0xef, 0xef, 0xf4);
+    QRect frame;
+    QRect ground;
+    EXPECT_TRUE(waitFor([&] {
+        frame = extent(display.picture(), bar);
+        ground = extent(display.picture(), page);
+        return ground.height() > windowSize.height() && frame.bottom() > ground.bottom();
+    })) << "the frame's lower edge, from "
+        << frame.top() << " to " << frame.bottom();
+    EXPECT_LT(frame.height(), VirtualCompositor::usualSize.height());
+}
+
+TEST_F(Wayland, wideWindowHasTwoColumns) {
+    startDesktop("1300x900x24", {1260, 880});
+    if (IsSkipped()) return;
+    start({"--appearance", "light", "--size", "1200x800"});
+    constexpr QRgb on = qRgb(0x21, 0x94, 0x40);
+    // The first rows of the options have switches that are on, too. Where the first page's are alone, the row that
+    // leads there is below the last of them, and its footer. The compositor may still be moving the window.
+    EXPECT_TRUE(waitFor([&] {
+        const QImage picture = display.picture();
+        const QRect switches = extent(picture, on);
+        if (switches.width() > 500) return true;
+        if (patches(picture, on).size() == 3) display.click({switches.left() - 100, switches.bottom() + 110});
+        return false;
+    })) << "switches in both columns";
 }
 
 TEST_F(Wayland, everyPageIsDrawnWhereThereIsNoSeat) {

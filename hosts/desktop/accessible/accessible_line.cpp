@@ -25,6 +25,7 @@ QAccessible::State changingState(const SpokenLine& row) {
     QAccessible::State state;
     state.checked = row.look.on.value_or(row.look.checked);
     state.disabled = !row.look.enabled;
+    state.selected = row.isOpen;
     return state;
 }
 
@@ -68,6 +69,7 @@ QAccessible::State AccessibleLine::state() const {
     state.checkable = isCheckable(roleOfRow(now));
     state.checked = now.look.on.value_or(now.look.checked);
     state.disabled = !now.look.enabled || !_table.isUsable();
+    state.selected = now.isOpen;
     state.focusable = _table.isUsable();
     state.focused = _table.isFocused(line());
     return state;
@@ -105,8 +107,9 @@ void AccessibleLine::tellChange() {
     QAccessible::State changed;
     changed.checked = state.checked != _toldState.checked;
     changed.disabled = state.disabled != _toldState.disabled;
+    changed.selected = state.selected != _toldState.selected;
     _toldState = state;
-    if (!changed.checked && !changed.disabled) return;
+    if (!changed.checked && !changed.disabled && !changed.selected) return;
     QAccessibleStateChangeEvent event(this, changed);
     QAccessible::updateAccessibility(&event);
 }

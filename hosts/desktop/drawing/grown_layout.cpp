@@ -7,8 +7,8 @@
 
 namespace hosts::desktop {
 
-GrownLayout::GrownLayout(const platform::UIView& tree, double textScale) : _height(tree.frame().height) {
-    if (textScale <= 1) return;
+GrownLayout::GrownLayout(const platform::UIView& tree, double textScale, bool wraps) : _height(tree.frame().height) {
+    if (textScale <= 1 && !wraps) return;
     collect(tree, {}, textScale);
     _growth = moved(_height) - _height;
 }
@@ -18,7 +18,7 @@ void GrownLayout::collect(const platform::UIView& view, QPointF origin, double t
     auto* label = dynamic_cast<const platform::UILabel*>(&view);
     if (label && label->text() && size.height() > 0) {
         const double usual = std::min(LabelLayout(*label, size, 1).textHeight(), size.height());
-        const double large = LabelLayout(*label, size, textScale).textHeight();
+        const double large = LabelLayout(*label, size, textScale, true).textHeight();
         if (large > usual) _labels.push_back({QRectF(origin, size), large - usual});
     }
     for (const auto& part : view.subviews())

@@ -9,12 +9,12 @@
 namespace hosts::desktop {
 
 /// Where the parts of a view tree stand when its texts are larger than the page has laid them out
-/// for. Each label keeps its width and what room it has above and below its lines, and becomes as much
-/// higher as its lines do; what stands below moves down. Pictures keep their size: one beside the
+/// for, or have less room and wrap. Each label keeps its width and what room it has above and below its lines, and
+/// becomes as much higher as its lines do; what stands below moves down. Pictures keep their size: one beside the
 /// labels stays as far down the tree as it was. Frames are in points, from the tree's own origin.
 class GrownLayout {
 public:
-    GrownLayout(const platform::UIView& tree, double textScale);
+    GrownLayout(const platform::UIView& tree, double textScale, bool wraps = false);
 
     double height() const { return _height + _growth; }
 

@@ -40,19 +40,21 @@ QList<QTextLayout::FormatRange> formatsOf(const platform::NSAttributedString& ru
 
 }  // namespace
 
-LabelLayout::LabelLayout(const platform::UILabel& label, QSizeF size, double textScale)
+LabelLayout::LabelLayout(const platform::UILabel& label, QSizeF size, double textScale, bool wraps)
     : _label(label),
       _size(size),
-      _isLarge(textScale > 1),
+      _isFree(wraps || textScale > 1),
       _text(withLineSeparators(label.text().value_or(std::string())), fontOf(label.font, textScale)) {
     QTextOption option(alignmentOf(label.textAlignment));
-    const bool staysOnOneLine = label.numberOfLines == 1 && !_isLarge;
+    // The text's own, not the desktop's.
+    option.setTextDirection(Qt::LayoutDirectionAuto);
+    const bool staysOnOneLine = label.numberOfLines == 1 && !_isFree;
     option.setWrapMode(staysOnOneLine ? QTextOption::NoWrap
-                       : _isLarge     ? QTextOption::WrapAtWordBoundaryOrAnywhere
+                       : _isFree      ? QTextOption::WrapAtWordBoundaryOrAnywhere
                                       : QTextOption::WordWrap);
     _text.setTextOption(option);
     _text.setFormats(formatsOf(label.attributedText(), textScale));
-    const bool hasLimit = label.numberOfLines > 0 && !_isLarge;
+    const bool hasLimit = label.numberOfLines > 0 && !_isFree;
     breakLines(hasLimit ? label.numberOfLines : std::numeric_limits<int>::max());
 }
 
@@ -67,7 +69,7 @@ void LabelLayout::breakLines(int most) {
         top += line.height();
     }
     _text.endLayout();
-    if (_lines > 0 && !_isLarge) elideLastLine(_text.lineAt(_lines - 1));
+    if (_lines > 0 && !_isFree) elideLastLine(_text.lineAt(_lines - 1));
 }
 
 // Text that wraps by words just ends with its last line; other text says that it was cut.

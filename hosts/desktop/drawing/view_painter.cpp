@@ -21,7 +21,7 @@ const platform::UIImage* imageIn(const platform::UIView& view) {
 }  // namespace
 
 void ViewPainter::paint(const platform::UIView& view) {
-    paint(view, {}, {}, GrownLayout(view, _style.textScale));
+    paint(view, {}, {}, GrownLayout(view, _style.textScale, _style.wraps));
 }
 
 void ViewPainter::paint(const platform::UIView& view, QPointF origin, QPointF parent, const GrownLayout& layout) {
@@ -62,7 +62,7 @@ void ViewPainter::paintImage(const platform::UIImage* image, const platform::UIV
 }
 
 void ViewPainter::paintLabel(const platform::UILabel& label, QSizeF size) {
-    const LabelLayout layout(label, size, _style.textScale);
+    const LabelLayout layout(label, size, _style.textScale, _style.wraps);
     if (label.shadowColor) {
         const QPointF offset(label.shadowOffset.width, label.shadowOffset.height);
         layout.draw(_painter, offset, shown(*label.shadowColor));

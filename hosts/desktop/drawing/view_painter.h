@@ -17,6 +17,8 @@ struct ViewStyle {
     bool dark = false;
     /// How large texts are, 1 being as large as the page says.
     double textScale = 1;
+    /// Whether texts take the lines that they need, as larger ones do: there is less room than the page was made for.
+    bool wraps = false;
     /// What texts stand on, and how much they differ from it at least, whatever their own colour.
     QColor ground = {};
     double contrast = 1;

@@ -27,6 +27,12 @@ void ViewTreeItem::setTextScale(qreal scale) {
     setStyle(style);
 }
 
+void ViewTreeItem::setWraps(bool wraps) {
+    ViewStyle style = _style;
+    style.wraps = wraps;
+    setStyle(style);
+}
+
 void ViewTreeItem::setGround(const QColor& ground) {
     ViewStyle style = _style;
     style.ground = ground;
@@ -49,7 +55,7 @@ void ViewTreeItem::setStyle(const ViewStyle& style) {
 
 void ViewTreeItem::measure() {
     if (!_tree.view) return setImplicitSize(0, 0);
-    setImplicitSize(_tree.view->frame().width, GrownLayout(*_tree.view, _style.textScale).height());
+    setImplicitSize(_tree.view->frame().width, GrownLayout(*_tree.view, _style.textScale, _style.wraps).height());
 }
 
 void ViewTreeItem::paint(QPainter* painter) {

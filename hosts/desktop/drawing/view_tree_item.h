@@ -16,6 +16,7 @@ class ViewTreeItem : public QQuickPaintedItem {
     Q_PROPERTY(hosts::desktop::ViewHandle tree READ tree WRITE setTree NOTIFY treeChanged)
     Q_PROPERTY(bool dark READ isDark WRITE setDark NOTIFY styleChanged)
     Q_PROPERTY(qreal textScale READ textScale WRITE setTextScale NOTIFY styleChanged)
+    Q_PROPERTY(bool wraps READ wraps WRITE setWraps NOTIFY styleChanged)
     /// What the tree is drawn on, and how much its texts differ from that at least.
     Q_PROPERTY(QColor ground READ ground WRITE setGround NOTIFY styleChanged)
     Q_PROPERTY(qreal contrast READ contrast WRITE setContrast NOTIFY styleChanged)
@@ -31,6 +32,8 @@ public:
     void setDark(bool dark);
     qreal textScale() const { return _style.textScale; }
     void setTextScale(qreal scale);
+    bool wraps() const { return _style.wraps; }
+    void setWraps(bool wraps);
     const QColor& ground() const { return _style.ground; }
     void setGround(const QColor& ground);
     qreal contrast() const { return _style.contrast; }

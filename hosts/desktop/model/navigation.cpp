@@ -7,8 +7,19 @@
 
 #include "hosts/session/printable.h"
 #include "hosts/session/title_path.h"
+#include "platform/list/page_controller.h"
 
 namespace hosts::desktop {
+namespace {
+
+// The row that has led to the page; null for none.
+const platform::PSSpecifier* linkTo(const Page& page) {
+    const auto* controller = dynamic_cast<const platform::PSViewController*>(&page.controller());
+    return controller ? controller->specifier().get() : nullptr;
+}
+
+}  // namespace
+
 Navigation::Navigation(HandOver& handOver) : _handOver(handOver), _controller(*this) {
     QQmlEngine::setObjectOwnership(&_banners, QQmlEngine::CppOwnership);
     QQmlEngine::setObjectOwnership(&_find, QQmlEngine::CppOwnership);
@@ -74,10 +85,33 @@ QStringList Navigation::path() const {
     return titles;
 }
 
-void Navigation::resize(QSizeF size) {
-    _size = size;
+void Navigation::layOut(QSizeF first, QSizeF others, bool sideBySide) {
+    _firstSize = first;
+    _otherSize = others;
     for (const auto& page : _stack)
-        page->resize(size.width(), size.height());
+        giveRoom(*page);
+    if (std::exchange(_isSideBySide, sideBySide) == sideBySide) return;
+    _isAnimated = false;
+    moveToPlaces();
+    markOpenPage();
+    emit sideBySideChanged();
+}
+
+void Navigation::giveRoom(Page& page) const {
+    const QSizeF size = page.depth() == 0 ? _firstSize : _otherSize;
+    page.resize(size.width(), size.height());
+}
+
+bool Navigation::isSeen(const Page* page) const {
+    return page == current() || (_isSideBySide && page == first());
+}
+
+std::vector<Page*> Navigation::seenPages() const {
+    std::vector<Page*> seen;
+    for (const auto& page : _stack) {
+        if (isSeen(page.get())) seen.push_back(page.get());
+    }
+    return seen;
 }
 
 void Navigation::redrawVisibleRows() {
@@ -86,16 +120,19 @@ void Navigation::redrawVisibleRows() {
     }
 }
 
-// What has led to another page is over, on whichever page it was.
-std::function<bool()> Navigation::takeAct() {
-    std::optional<RowAct> act;
-    for (const auto& page : _stack)
-        act = page->table() ? page->table()->takeAct() : std::nullopt;
-    if (!act) return nullptr;
-    return [act = *act, page = std::weak_ptr(_stack.back())] {
-        const auto there = page.lock();
-        return there && there->table()->repeat(act);
-    };
+// What has led to another page is over, on whichever page it was; a switch never leads anywhere.
+Navigation::Act Navigation::takeAct() {
+    Act taken;
+    for (const auto& page : _stack) {
+        const auto act = page->table() ? page->table()->takeAct() : std::nullopt;
+        if (!act || !isSeen(page.get()) || (page != _stack.back() && !act->on)) continue;
+        taken.page = page.get();
+        taken.again = [act = *act, page = std::weak_ptr(page)] {
+            const auto there = page.lock();
+            return there && there->table()->repeat(act);
+        };
+    }
+    return taken;
 }
 
 bool Navigation::back() {
@@ -117,15 +154,17 @@ QHash<int, QByteArray> Navigation::roleNames() const {
 }
 
 void Navigation::didPush(platform::UIViewController& page, bool animated) {
-    auto pushed = std::make_shared<Page>(page.shared_from_this(), _stack.empty() ? QString() : _stack.back()->title());
+    auto pushed = std::make_shared<Page>(page.shared_from_this(), current());
     QQmlEngine::setObjectOwnership(pushed.get(), QQmlEngine::CppOwnership);
     if (TableModel* const table = pushed->table()) {
         QQmlEngine::setObjectOwnership(table, QQmlEngine::CppOwnership);
         connect(table, &TableModel::acted, this, &Navigation::acted);
+        table->askBeforeLinks([this, on = pushed.get()](const auto& link) { return comeBackTo(on, link); });
     }
-    pushed->resize(_size.width(), _size.height());
+    giveRoom(*pushed);
     _stack.push_back(std::move(pushed));
-    _isAnimated = animated;
+    // A page that takes the place of another is there at once.
+    _isAnimated = animated && !(_willPublish && !_leaving.empty());
     publishLater();
 }
 
@@ -148,6 +187,7 @@ void Navigation::publish() {
     _willPublish = false;
     publishNewPages();
     moveToPlaces();
+    markOpenPage();
     emit currentChanged();
 }
 
@@ -163,7 +203,7 @@ void Navigation::publishNewPages() {
 
 void Navigation::moveToPlaces() {
     for (const auto& page : _stack)
-        page->setPlace(page == _stack.back() ? Page::Seen : Page::Beneath, _isAnimated);
+        page->setPlace(isSeen(page.get()) ? Page::Seen : Page::Beneath, _isAnimated);
     // Copied: a page that leaves at once takes itself off the list.
     const std::vector<std::shared_ptr<Page>> leaving = _leaving;
     for (const auto& page : leaving) {
@@ -171,6 +211,25 @@ void Navigation::moveToPlaces() {
         page->setPlace(Page::Away, _isAnimated);
         if (isInPlace) forget(page.get());
     }
+}
+
+// A page that is touched while it has led on already is come back to first, as the user would by the back button; no
+// further than to the page that the link leads to, where that is open.
+bool Navigation::comeBackTo(const Page* page, const platform::PSSpecifier& link) {
+    const auto from = std::ranges::find(_stack, page, [](const auto& each) { return each.get(); });
+    if (from == _stack.end() || *from == _stack.back()) return true;
+    const Page* const next = std::next(from)->get();
+    const bool isOpen = linkTo(*next) == &link;
+    const platform::UIViewController* const goal = isOpen ? &next->controller() : &page->controller();
+    while (_controller.topViewController().get() != goal && _controller.popViewControllerAnimated(false)) {
+    }
+    if (isOpen) current()->takeKeys();
+    return !isOpen;
+}
+
+void Navigation::markOpenPage() {
+    if (_stack.empty() || !first()->table()) return;
+    first()->table()->markOpen(_isSideBySide && _stack.size() > 1 ? linkTo(*_stack[1]) : nullptr);
 }
 
 bool Navigation::isShown(const Page* page) const {

@@ -26,7 +26,11 @@ class Navigation : public QAbstractListModel, public platform::NavigationHost {
     QML_ELEMENT
     QML_UNCREATABLE("The program has the navigation")
     Q_PROPERTY(hosts::desktop::Page* current READ current NOTIFY currentChanged)
+    /// The page that the others are come by from.
+    Q_PROPERTY(hosts::desktop::Page* first READ first NOTIFY currentChanged)
     Q_PROPERTY(bool canGoBack READ canGoBack NOTIFY currentChanged)
+    /// Whether the first page stays in view, to the left of the one that is open.
+    Q_PROPERTY(bool sideBySide READ isSideBySide NOTIFY sideBySideChanged)
     Q_PROPERTY(hosts::desktop::Composer* composer READ composer NOTIFY composerChanged)
     /// False as soon as the composer is on its way out.
     Q_PROPERTY(bool composerShown READ isComposerShown NOTIFY composerShownChanged)
@@ -61,6 +65,10 @@ public:
 
     /// Null before the first page.
     Page* current() const { return _stack.empty() ? nullptr : _stack.back().get(); }
+    Page* first() const { return _stack.empty() ? nullptr : _stack.front().get(); }
+    bool isSideBySide() const { return _isSideBySide; }
+    /// Those that are in view and take keys, from left to right.
+    std::vector<Page*> seenPages() const;
     bool canGoBack() const { return _stack.size() > 1; }
     Composer* composer() const { return _composer.get(); }
     bool isComposerShown() const { return _isComposerShown; }
@@ -69,16 +77,22 @@ public:
     Find& find() { return _find; }
     Phones& phones() { return _phones; }
 
-    /// The room that a page has, in points.
-    Q_INVOKABLE void resize(QSizeF size);
+    /// The room that the first page has, and that the others have, in points; and whether it stays in view beside them.
+    Q_INVOKABLE void layOut(QSizeF first, QSizeF others, bool sideBySide);
 
     /// What the pages show may have changed on disk.
     void redrawVisibleRows();
 
-    /// What does once more, as the user would, what the user has done last to a row of the page that is seen, since
-    /// this was last asked; empty where that is nothing. It gives false where the row is no longer there, and then does
-    /// nothing. To be called while the navigation is there.
-    std::function<bool()> takeAct();
+    /// What the user has done last to a row of a page that is still seen.
+    struct Act {
+        /// Null where that is nothing; else to be told from others alone.
+        const Page* page = nullptr;
+        /// Does it once more, as the user would. False where the row is no longer there, with nothing done. To be
+        /// called while the navigation is there.
+        std::function<bool()> again;
+    };
+    /// Since this was last asked.
+    Act takeAct();
 
     /// Something for the user to read, over whatever page or composer is seen.
     void tell(Banner banner) { _banners.tell(std::move(banner)); }
@@ -107,6 +121,7 @@ signals:
     void undoAsked();
     void redoAsked();
     void currentChanged();
+    void sideBySideChanged();
     void composerChanged();
     void composerShownChanged();
     /// The window may close now.
@@ -122,11 +137,17 @@ private:
     void publish();
     void publishNewPages();
     void moveToPlaces();
+    bool isSeen(const Page* page) const;
+    void giveRoom(Page& page) const;
+    bool comeBackTo(const Page* page, const platform::PSSpecifier& link);
+    void markOpenPage();
     bool isShown(const Page* page) const;
     void forget(const Page* page);
 
     HandOver& _handOver;
-    QSizeF _size;
+    QSizeF _firstSize;
+    QSizeF _otherSize;
+    bool _isSideBySide = false;
     /// The stack as the pages have made it, and the pages that are on their way out.
     std::vector<std::shared_ptr<Page>> _stack;
     std::vector<std::shared_ptr<Page>> _leaving;

@@ -13,8 +13,10 @@ std::shared_ptr<platform::UIView> rightView(platform::UIViewController& page) {
 
 }  // namespace
 
-Page::Page(std::shared_ptr<platform::UIViewController> controller, QString backTitle)
-    : _controller(std::move(controller)), _backTitle(std::move(backTitle)) {
+Page::Page(std::shared_ptr<platform::UIViewController> controller, const Page* before)
+    : _controller(std::move(controller)),
+      _depth(before ? before->depth() + 1 : 0),
+      _backTitle(before ? before->title() : QString()) {
     platform::UITableView* table = tableOfPage(*_controller);
     if (!table) return;
     _table = std::make_unique<TableModel>(*table, dynamic_cast<platform::PSListController*>(_controller.get()));

@@ -16,6 +16,8 @@ class Page : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The navigation has the pages")
+    /// How many pages lead to it: 0 for the first one.
+    Q_PROPERTY(int depth READ depth CONSTANT)
     Q_PROPERTY(QString title READ title CONSTANT)
     Q_PROPERTY(hosts::desktop::ViewHandle titleView READ titleView CONSTANT)
     Q_PROPERTY(bool hasTitleView READ hasTitleView CONSTANT)
@@ -30,19 +32,21 @@ class Page : public QObject {
     Q_PROPERTY(bool animated READ isAnimated NOTIFY placeChanged)
 
 public:
-    /// Where a page is: beneath the one that is seen, seen, or to the right of the screen, from where
-    /// it comes and to where it goes.
+    /// Where a page is: beneath another one, seen, or to the right of the screen, from where it comes and to where it
+    /// goes.
     enum Place { Beneath = -1, Seen = 0, Away = 1 };
     Q_ENUM(Place)
 
-    /// `backTitle` names the page before this one.
-    Page(std::shared_ptr<platform::UIViewController> controller, QString backTitle);
+    /// `before` is the page that leads to this one; null for none.
+    Page(std::shared_ptr<platform::UIViewController> controller, const Page* before);
 
     platform::UIViewController& controller() const { return *_controller; }
     /// Null for a page that is no table.
     TableModel* table() const { return _table.get(); }
 
+    int depth() const { return _depth; }
     QString title() const;
+    /// Names the page before this one.
     const QString& backTitle() const { return _backTitle; }
     ViewHandle titleView() const;
     bool hasTitleView() const { return titleView().view != nullptr; }
@@ -60,6 +64,9 @@ public:
     /// The room that the page has from here on, in points.
     void resize(double width, double height);
 
+    /// The keyboard is to be on the page.
+    Q_INVOKABLE void takeKeys() { emit keysWanted(); }
+
     /// The page has left the stack. It is still drawn on its way out, and does nothing else.
     void letGo();
 
@@ -70,6 +77,7 @@ public:
 signals:
     void headerChanged();
     void placeChanged();
+    void keysWanted();
     /// The user has been led to the row on this line of the table.
     void rowWanted(int line);
 
@@ -77,6 +85,7 @@ private:
     std::shared_ptr<platform::UIView> headerView() const;
 
     std::shared_ptr<platform::UIViewController> _controller;
+    int _depth;
     QString _backTitle;
     std::unique_ptr<TableModel> _table;
     int _headerRevision = 0;

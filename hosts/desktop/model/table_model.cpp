@@ -7,6 +7,7 @@
 
 #include "hosts/desktop/drawing/view_handle.h"
 #include "hosts/session/finder.h"
+#include "hosts/session/title_path.h"
 #include "platform/list/table_cell.h"
 
 namespace hosts::desktop {
@@ -118,6 +119,7 @@ QHash<int, QByteArray> TableModel::roleNames() const {
             {FirstRole, "first"},
             {StartsRole, "starts"},
             {LastRole, "last"},
+            {OpenRole, "isOpen"},
             {BareRole, "bare"},
             {AnimatedRole, "animated"}};
 }
@@ -137,6 +139,8 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
             return isStart(position);
         case LastRole:
             return isLast(position);
+        case OpenRole:
+            return line.isRow() && line.specifier && line.specifier == _open;
         case BareRole:
             return isBare(position);
         case AnimatedRole:
@@ -283,9 +287,10 @@ bool TableModel::says(int line) const {
 SpokenLine TableModel::spoken(int line) const {
     if (!isLine(line)) return {};
     const TableLine& told = lineAt(line);
-    if (!told.isRow()) return {told.part, false, sectionText(told), {}, {}};
+    if (!told.isRow()) return {told.part, false, false, sectionText(told), {}, {}};
     const auto position = static_cast<std::size_t>(line);
-    SpokenLine spoken{told.part, told.isView(), {}, footerBelow(position), lookOf(told)};
+    const bool isOpen = told.specifier && told.specifier == _open;
+    SpokenLine spoken{told.part, told.isView(), isOpen, {}, footerBelow(position), lookOf(told)};
     QStringList texts{QString::fromStdString(spoken.look.label)};
     for (const std::string& detail : spoken.look.details)
         texts.append(QString::fromStdString(detail).replace(u'\n', u' '));
@@ -318,9 +323,24 @@ void TableModel::activate(int line) {
 
 void TableModel::tap(int line) {
     if (!_table || !isLine(line) || !lineAt(line).isRow()) return;
-    noteAct({lineAt(line).id, std::nullopt});
-    _table->touchRowAtIndexPath(lineAt(line).path);
+    const int id = lineAt(line).id;
+    noteAct({id, std::nullopt});
+    if (!mayFollow(lineAt(line))) return;
+    const auto touched = std::ranges::find(_lines, id, &TableLine::id);
+    if (touched == _lines.end()) return;
+    _table->touchRowAtIndexPath(touched->path);
     takeLooks();
+}
+
+bool TableModel::mayFollow(const TableLine& line) const {
+    const bool leads = line.specifier && line.specifier->isEnabled() && isPageLink(*line.specifier);
+    return !leads || !_mayFollow || _mayFollow(*line.specifier);
+}
+
+void TableModel::markOpen(const platform::PSSpecifier* link) {
+    if (_open == link) return;
+    _open = link;
+    if (!_lines.empty()) notify(0, _lines.size() - 1, {OpenRole});
 }
 
 void TableModel::moveSwitch(int line, bool on) {

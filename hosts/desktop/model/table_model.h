@@ -3,6 +3,7 @@
 
 #include <QtQml/qqmlregistration.h>
 #include <QAbstractListModel>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <utility>
@@ -52,6 +53,7 @@ struct TableLine {
 struct SpokenLine {
     TableLine::Part part = TableLine::Part::row;
     bool isView = false;
+    bool isOpen = false;  ///< of a link whose page is marked as the open one
     QString name;
     QString description;  ///< what stands below the row
     RowLook look;         ///< a row's
@@ -94,6 +96,7 @@ public:
         FirstRole,    ///< a line of the first section
         StartsRole,   ///< the first row of its section
         LastRole,     ///< the last row of its section
+        OpenRole,     ///< whether the page that the row leads to is marked as the open one
         BareRole,     ///< a footer of a section without rows
         AnimatedRole  ///< whether the last change is to be seen happening
     };
@@ -143,6 +146,14 @@ public:
     /// The row's switch moved.
     Q_INVOKABLE void moveSwitch(int line, bool on);
 
+    /// Asked before a link is followed, with the row that is touched: whether that may be. What it does to the page
+    /// comes first.
+    using MayFollow = std::function<bool(const platform::PSSpecifier& link)>;
+    void askBeforeLinks(MayFollow mayFollow) { _mayFollow = std::move(mayFollow); }
+
+    /// Marks the row whose page is open; null for none.
+    void markOpen(const platform::PSSpecifier* link);
+
     /// What the user has done last since this was last asked; nothing where that is nothing.
     std::optional<RowAct> takeAct() { return std::exchange(_act, std::nullopt); }
     /// Does the same to the same row, as the user would. False where the row is no longer there.
@@ -179,6 +190,7 @@ private:
     };
 
     void noteAct(const RowAct& act);
+    bool mayFollow(const TableLine& line) const;
     void rebuild(bool animated);
     Change changeTo(const std::vector<TableLine>& lines) const;
     void removeLines(std::size_t first, std::size_t last);
@@ -212,6 +224,8 @@ private:
     int _lastId = 0;
     bool _isAnimating = false;
     std::optional<RowAct> _act;
+    MayFollow _mayFollow;
+    const platform::PSSpecifier* _open = nullptr;
     QString _typed;
     bool _isTypedInVain = false;
 };

@@ -25,7 +25,7 @@ platform::Result<platform::Done> DesktopSession::open(QSize size) {
     auto root = _session->makeRootPage();
     if (!root) return std::move(root).error();
     _window = std::make_unique<SettingsWindow>(_navigation);
-    const auto loaded = _window->load(size);
+    const auto loaded = _window->load(size, _outside.shape.screen.bounds.width);
     if (!loaded) return loaded;
     _window->view().setTitle(shownText(nameOf(_outside.phone)) + QStringLiteral(" – ") +
                              QString::fromStdString((*root)->title()));
@@ -46,13 +46,14 @@ platform::Result<platform::Done> DesktopSession::open(QSize size) {
 // over: what was read before it failed may be no more than defaults.
 void DesktopSession::closeTurn() {
     Outcomes& outcomes = *_outside.phone.outcomes;
-    const auto act = _navigation.takeAct();
+    const Navigation::Act act = _navigation.takeAct();
     const bool hasSaved = outcomes.takeSaved();
     const auto unsaved = outcomes.takeUnsaved();
     // What a page itself has tried to mend takes nothing from what the user may try again.
-    const bool isNews = unsaved && (act || unsaved != _unsaved);
+    const bool isNews = unsaved && (act.again || unsaved != _unsaved);
     if (unsaved || hasSaved) _unsaved = unsaved;
     if (unsaved) _navigation.redrawVisibleRows();
+    if (hasSaved) showChange(act.page);
     if (hasSaved) _navigation.banners().withdraw(Banner::About::change);
     const auto unread = outcomes.takeUnread();
     const bool hasRead = _session->drawn();
@@ -60,7 +61,21 @@ void DesktopSession::closeTurn() {
     if (hasRead && !unread && !_observedFiles.empty()) tellDefaults(_session->whyDefaults(_observedFiles));
     for (const std::string& remark : outcomes.takeRemarks())
         _navigation.tell({.text = shownText(remark)});
-    if (isNews) tellUnsaved(*unsaved, act);
+    if (isNews) tellUnsaved(*unsaved, act.again);
+}
+
+// What one page has changed is seen on the one beside it, as what another program has changed would be.
+void DesktopSession::showChange(const Page* acting) {
+    const auto seen = _navigation.seenPages();
+    if (seen.size() < 2) return;
+    for (Page* page : seen) {
+        if (page != acting) bringUpToDate(*page);
+    }
+}
+
+void DesktopSession::bringUpToDate(Page& page) {
+    _session->bringUpToDate(page.controller());
+    if (page.table()) page.table()->redrawVisibleRows();
 }
 
 void DesktopSession::tellUnsaved(const platform::Problem& problem, const std::function<bool()>& act) {
@@ -117,7 +132,8 @@ void DesktopSession::lookAtFiles() {
 }
 
 void DesktopSession::showFilesAnew() {
-    if (Page* const page = _navigation.current()) _session->bringUpToDate(page->controller());
+    for (Page* page : _navigation.seenPages())
+        _session->bringUpToDate(page->controller());
     _navigation.redrawVisibleRows();
     _finder.forget();
     if (_navigation.find().isOpen()) _navigation.find().refresh();

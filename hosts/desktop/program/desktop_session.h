@@ -41,11 +41,13 @@ public:
 
 private:
     void closeTurn();
+    void showChange(const Page* acting);
     void tellUnsaved(const platform::Problem& problem, const std::function<bool()>& act);
     void tellDefaults(const std::optional<platform::Problem>& why);
     void takePhoneEvents();
     void notePhoneGone(const std::string& why);
     void lookAtFiles();
+    void bringUpToDate(Page& page);
     void showFilesAnew();
     void tellTakenBack(const platform::Result<std::string>& outcome);
 

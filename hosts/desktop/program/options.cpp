@@ -2,10 +2,12 @@
 #include "hosts/desktop/program/options.h"
 
 #include <CLI/CLI.hpp>
+#include <QRegularExpression>
 #include <string>
 
 #include "hosts/desktop/model/phones.h"
 #include "hosts/desktop/program/message_window.h"
+#include "hosts/desktop/program/window_size.h"
 #include "hosts/session/completion.h"
 #include "hosts/session/exit_status.h"
 
@@ -25,10 +27,24 @@ struct Words {
     std::vector<std::string> folders;
     std::string appearance;
     std::string contrast;
+    std::string size;
 };
 
 std::string whyNoFolder(const std::string& text) {
     return folderNamed(QString::fromStdString(text)).isEmpty() ? "'" + text + "' is no folder of this machine" : "";
+}
+
+// Empty for what is none.
+QSize sizeNamed(const std::string& text) {
+    static const QRegularExpression form(QStringLiteral("^([0-9]{1,5})x([0-9]{1,5})$"));
+    const auto match = form.match(QString::fromStdString(text));
+    return match.hasMatch() ? QSize(match.captured(1).toInt(), match.captured(2).toInt()) : QSize();
+}
+
+std::string whyNoSize(const std::string& text) {
+    const QSize size = sizeNamed(text);
+    const bool fits = size.boundedTo(largestWindow).expandedTo(smallestWindow) == size;
+    return fits ? "" : "'" + text + "' is no size from 260x200 to 8192x8192, such as 1280x800";
 }
 
 void addTo(CLI::App& app, Options& options, Words& words) {
@@ -51,6 +67,9 @@ void addTo(CLI::App& app, Options& options, Words& words) {
     app.add_option("--text-scale", options.textScale, "How large texts are, from 0.5 to 3, whatever the desktop says")
         ->check(CLI::Range(smallestTextScale, largestTextScale))
         ->type_name("NUMBER");
+    app.add_option("--size", words.size, "The window's size in points, such as 1280x800")
+        ->check(CLI::Validator(whyNoSize, ""))
+        ->type_name("WIDTHxHEIGHT");
     app.add_option("--screenshots", options.screenshots, "Draw every page into PNG files in this folder and exit")
         ->type_name("DIR");
 }
@@ -65,6 +84,7 @@ void take(const Words& words, Options& options) {
     }
     if (!words.appearance.empty()) options.dark = words.appearance == "dark";
     if (!words.contrast.empty()) options.highContrast = words.contrast == "high";
+    if (!words.size.empty()) options.size = sizeNamed(words.size);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <QSize>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,6 +19,8 @@ struct Options : PhoneOptions {
     std::optional<bool> dark;
     std::optional<bool> highContrast;
     std::optional<double> textScale;
+    /// Of the window, in points.
+    std::optional<QSize> size;
     /// The titles of the links that lead to the page to open, with "/" between them; empty for the page that was open
     /// last.
     std::string page;

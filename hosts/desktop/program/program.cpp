@@ -21,6 +21,7 @@
 #include "hosts/desktop/program/screenshots.h"
 #include "hosts/desktop/program/single_instance.h"
 #include "hosts/desktop/program/window_memory.h"
+#include "hosts/desktop/program/window_size.h"
 #include "hosts/session/exit_status.h"
 #include "hosts/session/printable.h"
 #include "hosts/session/program_entry.h"
@@ -55,12 +56,10 @@ DeviceShape shapeForScreen(const DeviceShape& device) {
     return shape;
 }
 
-// The device's size, unless the user has chosen another; never more than the screen has room for.
-QSize startingSize(const DeviceShape& device, const WindowMemory& memory) {
-    const platform::CGSize own = device.screen.bounds.size();
-    const QSize size = memory.size().isEmpty() ? QSizeF(own.width, own.height).toSize() : memory.size();
+QSize sizeToOpenIn(const Options& options, const WindowMemory& memory) {
     const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? size.boundedTo(screen->availableSize()) : size;
+    const QSize room = screen ? screen->availableSize() : screenSize(*options.device);
+    return options.size ? options.size->boundedTo(room) : startingSize(*options.device, memory.size(), room);
 }
 
 void followTaste(SettingsWindow& window, DesktopTaste& desktop, const Options& options) {
@@ -80,7 +79,7 @@ void comeForward(QQuickView& view, const QByteArray& token) {
 // What was asked of a window that is open already, and came to nothing, must not go unnoticed.
 int leaveToOpenWindow(const Options& options, const QString& problem) {
     if (!problem.isEmpty()) return failBeforeUser(failed, problem.toStdString());
-    const bool wantsAnother = options.device != &usualDeviceShape() || options.asksForTaste() ||
+    const bool wantsAnother = options.device != &usualDeviceShape() || options.asksForTaste() || options.size ||
                               !options.deviceInformation.empty() || options.verbose;
     if (!wantsAnother) return done;
     return failBeforeUser(
@@ -143,7 +142,7 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
                             services.handOver,
                             shapeForScreen(*options.device)});
     links.tell(session.navigation().banners());
-    const auto opened = session.open(startingSize(*options.device, memory));
+    const auto opened = session.open(sizeToOpenIn(options, memory));
     if (!opened) return failBeforeUser(failed, opened.error().text());
     const auto page = openFirstPage(session.navigation(), options, memory);
     // First: a page may be missing only because of what could not be read.

@@ -9,6 +9,7 @@
 
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/desktop/program/phone_opener.h"
+#include "hosts/desktop/program/window_size.h"
 #include "hosts/session/page_snapshot.h"
 
 namespace hosts::desktop {
@@ -25,10 +26,13 @@ QString fileNameOf(const QString& title) {
     return name.isEmpty() ? QStringLiteral("page") : name;
 }
 
-QQuickItem* seenTable(const QQuickItem& item) {
-    if (item.objectName() == QLatin1String("table") && item.isEnabled()) return const_cast<QQuickItem*>(&item);
-    for (const QQuickItem* child : item.childItems()) {
-        if (QQuickItem* table = seenTable(*child)) return table;
+// The page's own; null for a page that is no table.
+QQuickItem* tableOf(const Page* page, const QQuickItem& within) {
+    if (within.objectName() == QLatin1String("table") && within.property("page").value<Page*>() == page) {
+        return const_cast<QQuickItem*>(&within);
+    }
+    for (const QQuickItem* child : within.childItems()) {
+        if (QQuickItem* table = tableOf(page, *child)) return table;
     }
     return nullptr;
 }
@@ -76,7 +80,7 @@ private:
 
     void drawPage(const QString& name) {
         draw(name);
-        QQuickItem* table = seenTable(*_view.rootObject());
+        QQuickItem* table = tableOf(_navigation.current(), *_view.rootObject());
         bool goesOn = table && !table->property("atYEnd").toBool();
         for (int part = 2; goesOn; ++part) {
             goesOn = scrollOn(*table);
@@ -152,8 +156,7 @@ platform::Result<platform::Done> takeScreenshots(OpenedPhone& phone, const Optio
     QuietServices services(phone);
     NoHandOver handOver;
     DesktopSession session({phone, services.forSession(), handOver, *options.device});
-    const platform::CGSize size = options.device->screen.bounds.size();
-    const auto opened = session.open(QSizeF(size.width, size.height).toSize());
+    const auto opened = session.open(options.size.value_or(screenSize(*options.device)));
     if (!opened) return opened;
     session.navigation().phones().use(knownAs(phone), {});
     session.window().setTaste(options.over({.lessMotion = true, .accent = std::nullopt}));

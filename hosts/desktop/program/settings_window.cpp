@@ -13,15 +13,13 @@
 #include "hosts/desktop/accessible/accessible_tree.h"
 #include "hosts/desktop/drawing/qt_values.h"
 #include "hosts/desktop/program/window_frame.h"
+#include "hosts/desktop/program/window_size.h"
 
 // What qmltyperegistrar writes for the module; a static library's initialisers are otherwise dropped.
 void qml_register_types_Trivel3_Settings();
 
 namespace hosts::desktop {
 namespace {
-
-// Smaller, a label and a switch no longer stand side by side.
-constexpr QSize smallestSize{260, 200};
 
 constexpr double usualFontSize = 17;
 
@@ -83,15 +81,16 @@ void importSettingsModule(QQmlEngine& engine) {
 SettingsWindow::SettingsWindow(Navigation& navigation) : _navigation(navigation) {
     importSettingsModule(*_view.engine());
     _view.setResizeMode(QQuickView::SizeRootObjectToView);
-    _view.setMinimumSize(smallestSize);
+    _view.setMinimumSize(smallestWindow);
     _view.installEventFilter(this);
     QObject::connect(_view.engine(), &QQmlEngine::quit, &_view, &QWindow::close);
     QObject::connect(&_navigation, &Navigation::closeAgreed, &_view, &QWindow::close);
 }
 
-platform::Result<platform::Done> SettingsWindow::load(QSize size) {
+platform::Result<platform::Done> SettingsWindow::load(QSize size, double phoneWidth) {
     _view.resize(size);
-    _view.setInitialProperties({{QStringLiteral("navigation"), QVariant::fromValue(&_navigation)}});
+    _view.setInitialProperties({{QStringLiteral("navigation"), QVariant::fromValue(&_navigation)},
+                                {QStringLiteral("phoneWidth"), phoneWidth}});
     _view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Trivel3/Settings/Shell.qml")));
     if (_view.status() == QQuickView::Ready) return platform::Done();
     std::string reason = "the window cannot be made";

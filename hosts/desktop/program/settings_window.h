@@ -37,8 +37,9 @@ public:
     /// `navigation` outlives the window.
     explicit SettingsWindow(Navigation& navigation);
 
-    /// Loads what the window is made of. The problem, when that fails, is one line.
-    platform::Result<platform::Done> load(QSize size);
+    /// Loads what the window is made of, for pages that are made for a screen of this width in points. The problem,
+    /// when that fails, is one line.
+    platform::Result<platform::Done> load(QSize size, double phoneWidth);
 
     QQuickView& view() { return _view; }
 

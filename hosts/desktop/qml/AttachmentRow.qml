@@ -6,6 +6,8 @@ import Trivel3.Settings
 Item {
     id: attachment
 
+    /// Whether the card that it stands in ends with it.
+    property bool last: false
     property string name: ""
     property string note: ""
 
@@ -52,6 +54,7 @@ Item {
         Accessible.ignored: true
     }
     Hairline {
+        visible: !(Theme.cards && attachment.last)
         anchors.bottom: parent.bottom
         x: Theme.margin
         width: parent.width - x

@@ -12,7 +12,7 @@ FocusScope {
     /// The user is done with what is shown, and the keyboard with this.
     signal done
 
-    readonly property bool isWide: width >= 560
+    readonly property bool isWide: body.width >= 560
     readonly property real gap: 12
     readonly property real buttonsRoom: isWide ? 0 : buttons.height
     readonly property real wordsRoom: Math.max(words.implicitHeight, mark.height) + 2 * gap
@@ -52,73 +52,80 @@ FocusScope {
         onWheel: (wheel) => wheel.accepted = true
     }
 
-    Rectangle {
-        id: mark
-        x: Theme.margin
-        y: banner.gap
-        width: Theme.headerSize + 6
-        height: width
-        radius: width / 2
-        color: banner.banners.problem ? Theme.danger : Theme.tint
-        Text {
-            anchors.centerIn: parent
-            text: banner.banners.problem ? "!" : "i"
-            horizontalAlignment: Text.AlignLeft
-            font.pixelSize: Theme.headerSize
-            font.weight: Font.Bold
-            color: Theme.bar
-            Accessible.ignored: true
-        }
-    }
-    Flickable {
-        id: reading
-        x: mark.x + mark.width + 10
-        y: banner.gap
-        width: parent.width - x - (banner.isWide ? buttons.width + 2 * Theme.margin : Theme.margin)
-        height: parent.height - 2 * y - banner.buttonsRoom
-        contentHeight: words.implicitHeight
-        clip: contentHeight > height
-        boundsBehavior: Flickable.StopAtBounds
-        activeFocusOnTab: contentHeight > height
-        Keys.onUpPressed: contentY = Math.max(0, contentY - Theme.footerSize)
-        Keys.onDownPressed: contentY = Math.min(contentHeight - height, contentY + Theme.footerSize)
+    Item {
+        id: body
+        x: Theme.inset(parent.width)
+        width: parent.width - 2 * x
+        height: parent.height
 
-        Text {
-            id: words
-            width: reading.width
-            topPadding: Math.max(0, (mark.height - contentHeight) / 2)
-            text: banner.banners.text
-            textFormat: Text.PlainText
-            horizontalAlignment: Text.AlignLeft
-            wrapMode: Text.Wrap
-            font.pixelSize: Theme.headerSize
-            color: Theme.text
-            Accessible.ignored: true
+        Rectangle {
+            id: mark
+            x: Theme.margin
+            y: banner.gap
+            width: Theme.headerSize + 6
+            height: width
+            radius: width / 2
+            color: banner.banners.problem ? Theme.danger : Theme.tint
+            Text {
+                anchors.centerIn: parent
+                text: banner.banners.problem ? "!" : "i"
+                horizontalAlignment: Text.AlignLeft
+                font.pixelSize: Theme.headerSize
+                font.weight: Font.Bold
+                color: Theme.bar
+                Accessible.ignored: true
+            }
         }
-        ScrollThumb { flickable: reading }
-    }
-    FocusFrame {
-        anchors.fill: reading
-        anchors.margins: -4
-        active: reading.activeFocus
-    }
-    Row {
-        id: buttons
-        anchors.right: parent.right
-        anchors.rightMargin: Theme.margin
-        y: Math.round((parent.height - height) / (banner.isWide ? 2 : 1))
-        height: Theme.barHeight
-        spacing: 24
+        Flickable {
+            id: reading
+            x: mark.x + mark.width + 10
+            y: banner.gap
+            width: parent.width - x - (banner.isWide ? buttons.width + 2 * Theme.margin : Theme.margin)
+            height: parent.height - 2 * y - banner.buttonsRoom
+            contentHeight: words.implicitHeight
+            clip: contentHeight > height
+            boundsBehavior: Flickable.StopAtBounds
+            activeFocusOnTab: contentHeight > height
+            Keys.onUpPressed: contentY = Math.max(0, contentY - Theme.footerSize)
+            Keys.onDownPressed: contentY = Math.min(contentHeight - height, contentY + Theme.footerSize)
 
-        BarButton {
-            visible: text !== ""
-            text: banner.banners.action
-            bold: true
-            onActivated: banner.act()
+            Text {
+                id: words
+                width: reading.width
+                topPadding: Math.max(0, (mark.height - contentHeight) / 2)
+                text: banner.banners.text
+                textFormat: Text.PlainText
+                horizontalAlignment: Text.AlignLeft
+                wrapMode: Text.Wrap
+                font.pixelSize: Theme.headerSize
+                color: Theme.text
+                Accessible.ignored: true
+            }
+            ScrollThumb { flickable: reading }
         }
-        BarButton {
-            text: banner.banners.waiting > 0 ? qsTr("Next") : qsTr("Close")
-            onActivated: banner.close()
+        FocusFrame {
+            anchors.fill: reading
+            anchors.margins: -4
+            active: reading.activeFocus
+        }
+        Row {
+            id: buttons
+            anchors.right: parent.right
+            anchors.rightMargin: Theme.margin
+            y: Math.round((parent.height - height) / (banner.isWide ? 2 : 1))
+            height: Theme.barHeight
+            spacing: 24
+
+            BarButton {
+                visible: text !== ""
+                text: banner.banners.action
+                bold: true
+                onActivated: banner.act()
+            }
+            BarButton {
+                text: banner.banners.waiting > 0 ? qsTr("Next") : qsTr("Close")
+                onActivated: banner.close()
+            }
         }
     }
 

@@ -32,7 +32,7 @@ FocusScope {
         color: Theme.bar
 
         Rectangle {
-            x: Theme.margin
+            x: Theme.barInset(parent.width)
             y: 6
             width: closing.x - 12 - x
             height: parent.height - 2 * y
@@ -85,7 +85,7 @@ FocusScope {
         BarButton {
             id: closing
             anchors.right: parent.right
-            anchors.rightMargin: Theme.margin
+            anchors.rightMargin: Theme.barInset(parent.width)
             text: qsTr("Close")
             onActivated: sheet.find.close()
         }
@@ -98,7 +98,7 @@ FocusScope {
 
     Text {
         visible: text !== ""
-        x: Theme.margin
+        x: Theme.inset(parent.width) + Theme.margin
         y: bar.height + Theme.margin
         width: parent.width - 2 * x
         text: sheet.find.remark
@@ -112,6 +112,7 @@ FocusScope {
     }
     SheetRows {
         id: reading
+        objectName: "hits"
         y: bar.height
         width: parent.width
         height: parent.height - y
@@ -121,7 +122,9 @@ FocusScope {
             model: sheet.find
             onCountChanged: reading.contentY = 0
             FindHit {
-                width: reading.width
+                width: reading.rowWidth
+                starts: index === 0
+                last: index === hits.count - 1
                 willOpen: index === 0 && field.activeFocus
                 onActivated: sheet.find.choose(index)
                 onStepped: (step) => sheet.moveTo(index + step)

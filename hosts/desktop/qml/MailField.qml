@@ -5,6 +5,8 @@ import QtQuick
 Item {
     id: field
 
+    /// Whether the card that it stands in ends with it.
+    property bool last: false
     property string label: ""
     property string value: ""
 
@@ -40,6 +42,7 @@ Item {
         Accessible.ignored: true
     }
     Hairline {
+        visible: !(Theme.cards && field.last)
         anchors.bottom: parent.bottom
         x: Theme.margin
         width: parent.width - x

@@ -11,7 +11,7 @@ FocusScope {
 
     Rectangle {
         anchors.fill: parent
-        color: Theme.row
+        color: Theme.cards ? Theme.page : Theme.row
     }
     Rectangle {
         width: parent.width
@@ -23,6 +23,7 @@ FocusScope {
         width: parent.width
         title: form.title
         finishText: qsTr("Send")
+        side: Theme.barInset(width)
         onCancelled: form.composer.cancel()
         onFinished: form.composer.send()
     }
@@ -39,31 +40,43 @@ FocusScope {
         anchors.top: bar.bottom
         anchors.bottom: parent.bottom
         width: parent.width
-        contentHeight: fields.height
+        contentHeight: fields.y + fields.height
         clip: true
         boundsBehavior: Flickable.StopAtBounds
 
+        CardPart {
+            visible: Theme.cards
+            anchors.fill: fields
+            anchors.bottomMargin: drafting.height
+        }
         Column {
             id: fields
-            width: parent.width
+            x: Theme.inset(content.width)
+            y: Theme.cards ? Theme.cardGap : 0
+            width: content.width - 2 * x
 
             MailField {
                 label: qsTr("To:")
                 value: form.composer ? form.composer.recipients : ""
             }
             MailField {
+                last: attachments.count === 0
                 label: qsTr("Subject:")
                 value: form.composer ? form.composer.subject : ""
             }
             Repeater {
+                id: attachments
                 model: form.composer ? form.composer.attachments : []
                 AttachmentRow {
                     required property var modelData
+                    required property int index
+                    last: index === attachments.count - 1
                     name: modelData.name
                     note: modelData.missing ? qsTr("No data") : modelData.size
                 }
             }
             Item {
+                id: drafting
                 width: parent.width
                 height: Theme.barHeight + 16
                 BarButton {
@@ -78,6 +91,8 @@ FocusScope {
     FocusFrame {
         anchors.fill: content
         anchors.margins: 3
+        anchors.leftMargin: Math.max(3, fields.x - 6)
+        anchors.rightMargin: anchors.leftMargin
         active: content.activeFocus
     }
 }

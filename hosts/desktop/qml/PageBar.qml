@@ -18,7 +18,8 @@ Item {
     height: Theme.barHeight
     opacity: 1 - Math.min(1, Math.abs(slide) * 1.6)
 
-    readonly property bool hasBack: page.backTitle !== ""
+    /// Whether the page before this one is out of view.
+    property bool hasBack: false
     readonly property real rightSide: page.hasRightItem ? right.width + 24 : 8
     /// What the title would have for itself in the middle of the bar.
     readonly property real titleWidth: page.hasTitleView ? titleView.width : title.implicitWidth
@@ -72,7 +73,7 @@ Item {
 
     // On the first page, where the way back is on others.
     BarButton {
-        visible: !bar.hasBack && bar.phone !== ""
+        visible: bar.page.depth === 0 && bar.phone !== ""
         x: 8 + bar.slide * 40
         height: parent.height
         width: Math.min(implicitWidth, (parent.width - bar.titleWidth) / 2 - x - 8)

@@ -12,6 +12,13 @@ FocusScope {
     // From -1, beneath the page that is seen, over 0, seen, to 1, off to the right.
     property real slide: page.place
     readonly property bool isSeen: page.place === 0
+    // The first page may have a column of its own, over what moves in the other one.
+    readonly property bool isFirst: page.depth === 0
+    readonly property bool isBeside: navigation.sideBySide && !isFirst
+    x: isBeside ? Theme.firstColumn : 0
+    z: navigation.sideBySide && isFirst ? 1 : 0
+    width: navigation.sideBySide && isFirst ? Theme.firstColumn : parent.width - x
+    height: parent.height
 
     Behavior on slide {
         enabled: item.page.animated && Theme.pushTime > 0
@@ -27,8 +34,14 @@ FocusScope {
     enabled: isSeen
     readonly property string title: page.title
     Accessible.role: Accessible.Pane
-    onIsSeenChanged: if (isSeen) table.forceActiveFocus()
-    Component.onCompleted: if (isSeen) table.forceActiveFocus()
+    readonly property bool isCurrent: isSeen && navigation.current === page
+    onIsCurrentChanged: if (isCurrent) table.forceActiveFocus()
+    Component.onCompleted: if (isCurrent) table.forceActiveFocus()
+    // What a page is no longer in view for, it has no keys for either.
+    Connections {
+        target: item.navigation
+        function onSideBySideChanged() { if (item.isCurrent) item.focus = true }
+    }
 
     Item {
         x: (item.slide > 0 ? item.slide : item.slide * 0.3) * parent.width
@@ -57,6 +70,7 @@ FocusScope {
         Connections {
             target: item.page
             function onRowWanted(line) { table.placeFocus(line) }
+            function onKeysWanted() { table.forceActiveFocus() }
         }
         // The page that comes over this one shades it.
         Rectangle {
@@ -81,6 +95,7 @@ FocusScope {
     PageBar {
         width: parent.width
         page: item.page
+        hasBack: item.page.depth > (item.isBeside ? 1 : 0)
         slide: item.slide
         phone: item.navigation.phones.name
         onBackWanted: item.navigation.back()

@@ -52,7 +52,7 @@ FocusScope {
             BarButton {
                 id: closing
                 anchors.right: parent.right
-                anchors.rightMargin: Theme.margin
+                anchors.rightMargin: Theme.barInset(parent.width)
                 text: qsTr("Close")
                 onActivated: sheet.phones.close()
             }
@@ -71,7 +71,7 @@ FocusScope {
 
             SheetRow {
                 id: folders
-                width: reading.width
+                width: reading.rowWidth
                 text: qsTr("Open Folder…")
                 detail: qsTr("The root of a phone's file system, or a folder that looks like one")
                 leads: true
@@ -80,7 +80,7 @@ FocusScope {
                 onStepped: (by) => sheet.step(by)
             }
             Text {
-                width: reading.width
+                width: reading.rowWidth
                 visible: text !== ""
                 padding: Theme.margin
                 text: sheet.phones.asking ? "" : sheet.phones.problem
@@ -97,13 +97,16 @@ FocusScope {
                 height: Theme.gap
             }
             Repeater {
+                id: known
                 model: sheet.phones
                 SheetRow {
                     required property int index
                     required property string name
                     required property string folder
                     required property bool current
-                    width: reading.width
+                    width: reading.rowWidth
+                    starts: index === 0
+                    last: index === known.count - 1
                     text: name
                     detail: folder
                     marked: current

@@ -5,11 +5,13 @@ import QtQuick
 Item {
     id: footer
 
+    required property Item table
     required property string text
     required property bool bare
     required property bool animated
 
-    width: ListView.view ? ListView.view.width : 0
+    x: table.inset
+    width: table.cellWidth
     // On whole points, so that the lines of the rows below stay thin.
     readonly property real wanted: text === "" ? Theme.gap
                                                : Theme.textGap + Math.ceil(words.implicitHeight) + Theme.footerGap
@@ -44,7 +46,7 @@ Item {
     }
     Hairline {
         width: parent.width
-        visible: !footer.bare
+        visible: !footer.bare && !Theme.cards
     }
     Text {
         id: words

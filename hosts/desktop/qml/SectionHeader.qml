@@ -5,10 +5,12 @@ import QtQuick
 Item {
     id: header
 
+    required property Item table
     required property string text
     required property bool first
 
-    width: ListView.view ? ListView.view.width : 0
+    x: table.inset
+    width: table.cellWidth
     height: text === "" ? (first ? Theme.firstGap : 0) : (first ? Theme.firstTitleGap : Theme.titleGap) + Theme.textGap
                         + words
     /// On whole points, so that the lines of the rows below stay thin.

@@ -8,6 +8,8 @@ Item {
     property string title: ""
     property string finishText: ""
     property bool canFinish: true
+    /// How far from the edges its buttons are.
+    property real side: Theme.margin
     signal cancelled
     signal finished
 
@@ -15,7 +17,7 @@ Item {
 
     BarButton {
         id: cancel
-        x: Theme.margin
+        x: bar.side
         text: qsTr("Cancel")
         onActivated: bar.cancelled()
     }
@@ -42,7 +44,7 @@ Item {
     BarButton {
         id: finish
         anchors.right: parent.right
-        anchors.rightMargin: Theme.margin
+        anchors.rightMargin: bar.side
         text: bar.finishText
         bold: true
         enabled: bar.canFinish

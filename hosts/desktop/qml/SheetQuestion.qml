@@ -29,83 +29,110 @@ FocusScope {
 
     Backdrop { color: Theme.scrim }
     SheetCard {
-        height: content.height + buttons.height
+        height: Math.min(content.height + buttons.height, parent.height - 16)
 
-        Column {
-            id: content
-            x: Theme.margin
-            width: parent.width - 2 * x
-            topPadding: 16
-            bottomPadding: 12
-            spacing: 10
-
-            Text {
-                width: parent.width
-                text: asking.title
-                textFormat: Text.PlainText
-                wrapMode: Text.Wrap
-                horizontalAlignment: Text.AlignHCenter
-                font.pixelSize: Theme.titleSize
-                font.weight: Font.DemiBold
-                color: Theme.text
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
+        Flickable {
+            id: reading
+            width: parent.width
+            height: parent.height - buttons.height
+            contentHeight: content.height
+            clip: contentHeight > height
+            boundsBehavior: Flickable.StopAtBounds
+            activeFocusOnTab: contentHeight > height
+            onHeightChanged: showField()
+            onContentHeightChanged: showField()
+            // Where there is no room for everything, what is to be filled in comes first.
+            function showField() {
+                if (!field.activeFocus || contentHeight <= height) return
+                contentY = Math.max(0, Math.min(contentHeight, box.y + box.height + content.bottomPadding) - height)
             }
-            Text {
-                width: parent.width
-                text: asking.text
-                textFormat: Text.PlainText
-                wrapMode: Text.Wrap
-                horizontalAlignment: Text.AlignHCenter
-                font.pixelSize: Theme.headerSize
-                color: Theme.text
-                Accessible.role: Accessible.StaticText
-                Accessible.name: text
-            }
-            Rectangle {
-                visible: asking.hasField
-                width: parent.width
-                height: field.implicitHeight + 16
-                radius: 6
-                color: Theme.row
-                border.width: 1
-                border.color: Theme.secondary
+            Keys.onUpPressed: contentY = Math.max(0, contentY - Theme.footerSize)
+            Keys.onDownPressed: contentY = Math.min(Math.max(0, contentHeight - height), contentY + Theme.footerSize)
 
-                TextInput {
-                    id: field
-                    x: 8
-                    width: parent.width - 2 * x
-                    anchors.verticalCenter: parent.verticalCenter
-                    activeFocusOnTab: true
-                    clip: true
-                    selectByMouse: true
-                    text: asking.suggestion
-                    horizontalAlignment: TextInput.AlignLeft
+            Column {
+                id: content
+                x: Theme.margin
+                width: parent.width - 2 * x
+                topPadding: 16
+                bottomPadding: 12
+                spacing: 10
+
+                Text {
+                    width: parent.width
+                    text: asking.title
+                    textFormat: Text.PlainText
+                    wrapMode: Text.Wrap
+                    horizontalAlignment: Text.AlignHCenter
+                    font.pixelSize: Theme.titleSize
+                    font.weight: Font.DemiBold
+                    color: Theme.text
+                    Accessible.role: Accessible.Heading
+                    Accessible.name: text
+                }
+                Text {
+                    width: parent.width
+                    text: asking.text
+                    textFormat: Text.PlainText
+                    wrapMode: Text.Wrap
+                    horizontalAlignment: Text.AlignHCenter
                     font.pixelSize: Theme.headerSize
                     color: Theme.text
-                    selectionColor: Theme.tint
-                    selectedTextColor: Theme.tintText
-                    onAccepted: asking.agreed(text)
-                    Accessible.role: Accessible.EditableText
-                    Accessible.name: asking.title
+                    Accessible.role: Accessible.StaticText
+                    Accessible.name: text
                 }
-                FocusFrame {
-                    anchors.margins: -3
-                    active: field.activeFocus
+                Rectangle {
+                    id: box
+                    visible: asking.hasField
+                    width: parent.width
+                    height: field.implicitHeight + 16
+                    radius: 6
+                    color: Theme.row
+                    border.width: 1
+                    border.color: Theme.secondary
+
+                    TextInput {
+                        id: field
+                        x: 8
+                        width: parent.width - 2 * x
+                        anchors.verticalCenter: parent.verticalCenter
+                        activeFocusOnTab: true
+                        onActiveFocusChanged: reading.showField()
+                        clip: true
+                        selectByMouse: true
+                        text: asking.suggestion
+                        horizontalAlignment: TextInput.AlignLeft
+                        font.pixelSize: Theme.headerSize
+                        color: Theme.text
+                        selectionColor: Theme.tint
+                        selectedTextColor: Theme.tintText
+                        onAccepted: asking.agreed(text)
+                        Accessible.role: Accessible.EditableText
+                        Accessible.name: asking.title
+                    }
+                    FocusFrame {
+                        anchors.margins: -3
+                        active: field.activeFocus
+                    }
+                }
+                Text {
+                    visible: text !== ""
+                    width: parent.width
+                    text: asking.problem
+                    textFormat: Text.PlainText
+                    wrapMode: Text.Wrap
+                    horizontalAlignment: Text.AlignLeft
+                    font.pixelSize: Theme.headerSize
+                    color: Theme.danger
+                    Accessible.role: Accessible.AlertMessage
+                    Accessible.name: text
                 }
             }
-            Text {
-                visible: text !== ""
-                width: parent.width
-                text: asking.problem
-                textFormat: Text.PlainText
-                wrapMode: Text.Wrap
-                horizontalAlignment: Text.AlignLeft
-                font.pixelSize: Theme.headerSize
-                color: Theme.danger
-                Accessible.role: Accessible.AlertMessage
-                Accessible.name: text
-            }
+            ScrollThumb { flickable: reading }
+        }
+        FocusFrame {
+            anchors.fill: reading
+            anchors.margins: 3
+            active: reading.activeFocus
         }
         Item {
             id: buttons

@@ -11,6 +11,9 @@ FocusScope {
     /// Whether it is the one of its fellows that holds now.
     property bool marked: false
     property bool leads: false
+    /// Whether the card that it stands in begins and ends with it.
+    property bool starts: true
+    property bool last: true
     /// Whether Enter opens it from where the keyboard is now.
     property bool willOpen: false
     /// Whether what is typed here, Space included, is for another item.
@@ -46,8 +49,9 @@ FocusScope {
         typed(event.text)
     }
 
-    Rectangle {
-        anchors.fill: parent
+    CardPart {
+        starts: row.starts
+        last: row.last
         color: touch.pressed && !touch.strayed || row.willOpen ? Theme.rowPressed : Theme.row
     }
     Column {
@@ -62,8 +66,6 @@ FocusScope {
             textFormat: Text.PlainText
             horizontalAlignment: Text.AlignLeft
             wrapMode: Text.Wrap
-            maximumLineCount: 2
-            elide: Text.ElideRight
             font.pixelSize: Theme.textSize
             color: Theme.text
             Accessible.ignored: true
@@ -74,7 +76,7 @@ FocusScope {
             textFormat: Text.PlainText
             horizontalAlignment: Text.AlignLeft
             wrapMode: Text.Wrap
-            maximumLineCount: 3
+            maximumLineCount: 5
             elide: Text.ElideRight
             font.pixelSize: Theme.smallSize
             color: Theme.secondary
@@ -94,6 +96,7 @@ FocusScope {
         color: Theme.tint
     }
     Hairline {
+        visible: !(Theme.cards && row.last)
         anchors.bottom: parent.bottom
         x: Theme.margin
         width: parent.width - x

@@ -6,6 +6,7 @@ Flickable {
     id: reading
 
     default property alias rows: column.data
+    readonly property alias rowWidth: column.width
     property real roomBelow: 0
 
     contentHeight: column.height + roomBelow
@@ -18,7 +19,10 @@ Flickable {
 
     Column {
         id: column
-        width: reading.width
+        x: Theme.inset(reading.width)
+        width: reading.width - 2 * x
+        topPadding: Theme.cards ? Theme.cardGap : 0
+        bottomPadding: topPadding
     }
     ScrollThumb { flickable: reading }
 }

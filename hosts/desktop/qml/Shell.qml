@@ -7,6 +7,8 @@ FocusScope {
     id: shell
 
     required property Navigation navigation
+    /// How wide the screen is that the pages are made for.
+    required property real phoneWidth
     property bool dark: false
     property bool highContrast: false
     property color accent: "transparent"
@@ -30,6 +32,11 @@ FocusScope {
     Binding { target: Theme; property: "reducedMotion"; value: shell.reducedMotion }
     Binding { target: Theme; property: "showsFocus"; value: shell.showsFocus }
     Binding { target: Theme; property: "hairline"; value: 1 / Screen.devicePixelRatio }
+    Binding { target: Theme; property: "cards"; value: shell.cards }
+    Binding { target: Theme; property: "narrow"; value: shell.width < shell.phoneWidth }
+
+    // Never so early that rows became narrower than they are on the phone, but for its being wider than any card.
+    readonly property bool cards: width >= Math.min(phoneWidth, Theme.cardWidth) + 2 * Theme.cardGap
 
     /// What a banner leaves: it lies over nothing, and the rows above it stay in their places as it comes and goes.
     readonly property real roomHeight: height - banner.height
@@ -38,8 +45,14 @@ FocusScope {
         function onFocusPlaced() { shell.showsFocus = true }
     }
 
-    readonly property size pageSize: Qt.size(width, height - Theme.barHeight)
-    onPageSizeChanged: navigation.resize(pageSize)
+    readonly property bool sideBySide: width >= Theme.columnsFrom
+    readonly property size firstSize: roomIn(sideBySide ? Theme.firstColumn : width)
+    readonly property size otherSize: roomIn(sideBySide ? width - Theme.firstColumn : width)
+    onFirstSizeChanged: navigation.layOut(firstSize, otherSize, sideBySide)
+    onOtherSizeChanged: navigation.layOut(firstSize, otherSize, sideBySide)
+    function roomIn(column) {
+        return Qt.size(column - 2 * Theme.inset(column), height - Theme.barHeight)
+    }
 
     Rectangle {
         anchors.fill: parent
@@ -58,12 +71,33 @@ FocusScope {
         focus: true
         enabled: !shell.navigation.composerShown && !shell.overlaid
 
+        Text {
+            visible: shell.navigation.sideBySide && shell.navigation.current === shell.navigation.first
+            x: Theme.firstColumn + Theme.margin
+            y: Theme.barHeight
+            width: parent.width - x - Theme.margin
+            height: parent.height - y
+            text: qsTr("Choose a page on the left, and it opens here.")
+            textFormat: Text.PlainText
+            horizontalAlignment: Text.AlignHCenter
+            verticalAlignment: Text.AlignVCenter
+            wrapMode: Text.Wrap
+            font.pixelSize: Theme.textSize
+            color: Theme.secondary
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
         Repeater {
             model: shell.navigation
-            PageItem {
-                anchors.fill: parent
-                navigation: shell.navigation
-            }
+            PageItem { navigation: shell.navigation }
+        }
+        Rectangle {
+            visible: shell.navigation.sideBySide
+            x: Theme.firstColumn - width
+            z: 2
+            width: Theme.hairline
+            height: parent.height
+            color: Theme.barLine
         }
     }
     Hairline {
@@ -145,9 +179,16 @@ FocusScope {
         const typed = table ? table.typed : ""
         event.accepted = true
         if (event.key === Qt.Key_Backspace && typed !== "") navigation.current.type(typed.slice(0, -1))
+        else if (event.key === Qt.Key_Left && navigation.sideBySide) takeKeys(navigation.first)
+        else if (event.key === Qt.Key_Right && navigation.sideBySide) takeKeys(navigation.current)
         else if (!Typing.isText(event)) event.accepted = false
         else if (table && table.listsApplications()) navigation.current.type(typed + event.text)
         else navigation.find.begin(event.text)
+    }
+
+    function takeKeys(page) {
+        page.takeKeys()
+        Theme.focusPlaced()
     }
 
     Shortcut {

@@ -14,6 +14,10 @@ ListView {
     /// Whether items have icons here: an item without one then has a placeholder.
     property bool itemsHaveIcons: false
 
+    /// Where its lines begin, and how wide they are.
+    readonly property real inset: Theme.inset(width)
+    readonly property real cellWidth: width - 2 * inset
+
     clip: true
     cacheBuffer: 0
     reuseItems: false
@@ -28,11 +32,13 @@ ListView {
     model: page.table
 
     header: ViewTree {
-        width: list.width
+        x: list.inset
+        width: list.cellWidth
         height: implicitHeight
         tree: list.page.header
         dark: Theme.dark
         textScale: Theme.textScale
+        wraps: Theme.narrow
         ground: Theme.page
         contrast: Theme.textContrast
         // A page at its beginning stays there when the header grows with its text.
@@ -49,8 +55,8 @@ ListView {
 
     delegate: DelegateChooser {
         role: "kind"
-        DelegateChoice { roleValue: "header"; SectionHeader {} }
-        DelegateChoice { roleValue: "footer"; SectionFooter {} }
+        DelegateChoice { roleValue: "header"; SectionHeader { table: list } }
+        DelegateChoice { roleValue: "footer"; SectionFooter { table: list } }
         DelegateChoice { roleValue: "switch"; SwitchRow { table: list } }
         DelegateChoice { roleValue: "link"; LinkRow { table: list } }
         DelegateChoice { roleValue: "item"; ItemRow { table: list } }
@@ -165,6 +171,25 @@ ListView {
     function activate() {
         if (!isInView(currentIndex, height, 0.5)) return moveTo(currentIndex)
         if (currentItem.activated) currentItem.activated()
+    }
+
+    // What is read stays where it was, or at the top, as lines become higher or lower: the row with the keys where that
+    // is in view, or else the first line that is.
+    property int keptLine: -1
+    onWidthChanged: {
+        if (keptLine >= 0 || count === 0 || atYBeginning) return
+        keptLine = activeFocus && isInView(currentIndex) ? currentIndex : indexAt(width / 2, contentY)
+        Qt.callLater(keepPlace)
+    }
+    function keepPlace() {
+        const line = keptLine
+        keptLine = -1
+        if (line < 0) return
+        forceLayout()
+        if (line === currentIndex) return show(line)
+        positionViewAtIndex(line, ListView.Beginning)
+        forceLayout()
+        positionViewAtIndex(line, ListView.Beginning)
     }
 
     // What has the focus as it comes to be shown is among what the user sees.

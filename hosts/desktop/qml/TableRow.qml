@@ -16,6 +16,8 @@ Item {
     required property real accessoryWidth
     required property real rowHeight
     required property bool animated
+    /// Whether the page that it leads to is open beside it.
+    required property bool isOpen
     required property Item table
 
     /// Where the label begins, and how high the row has to be for it.
@@ -28,18 +30,21 @@ Item {
     readonly property bool isCurrent: table.activeFocus && ListView.isCurrentItem
     readonly property bool pressed: touch.pressed && !touch.strayed
 
-    width: ListView.view ? ListView.view.width : 0
+    x: table.inset
+    width: table.cellWidth
     height: Math.max(rowHeight, labelHeight)
     enabled: usable
 
     Component.onDestruction: row.table.model.lineLeft(row.lineId)
 
-    Rectangle {
-        anchors.fill: parent
-        color: Theme.row
+    CardPart {
+        starts: row.starts
+        last: row.last
+        color: row.isOpen ? Theme.rowPressed : Theme.row
     }
-    Rectangle {
-        anchors.fill: parent
+    CardPart {
+        starts: row.starts
+        last: row.last
         color: Theme.rowPressed
         opacity: row.pressed ? 1 : 0
         visible: opacity > 0
@@ -49,9 +54,19 @@ Item {
         }
     }
 
+    Rectangle {
+        visible: row.isOpen
+        x: 5
+        y: 8
+        width: 3
+        height: parent.height - 2 * y
+        radius: 1.5
+        color: Theme.tint
+    }
+
     // Within the row: what lies above it may be drawn after it.
     Hairline {
-        visible: row.starts
+        visible: row.starts && !Theme.cards
         width: parent.width
     }
     Hairline {

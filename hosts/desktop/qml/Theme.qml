@@ -16,6 +16,11 @@ QtObject {
     property color accent: "transparent"
     /// How large texts are, 1 being usual.
     property real textScale: 1
+    /// Whether the window is narrower than the phone that it shows.
+    property bool narrow: false
+    /// Whether what there is to read and to touch stands in cards, with room beside them: the window is wider than the
+    /// phone that it shows.
+    property bool cards: false
 
     /// How much texts differ at least from what they stand on, and how much what has to be seen beside
     /// them: outlines, knobs, marks, and what is greyed.
@@ -89,6 +94,23 @@ QtObject {
     readonly property real firstTitleGap: 28
     readonly property real titleGap: 4
     readonly property real footerGap: 23
+    /// Of cards: how wide they are at most, and how much room is left beside them.
+    readonly property real cardWidth: 640
+    readonly property real cardGap: 16
+    readonly property real cardRadius: cards ? 10 : 0
+    /// How far from either edge of a column of this width its cards are.
+    function inset(width) {
+        return cards ? Math.max(cardGap, Math.round((width - cardWidth) / 2)) : 0
+    }
+    /// The same of what stands in a bar.
+    function barInset(width) {
+        return cards ? inset(width) : margin
+    }
+    /// Of the first page where it stays in view beside the one that is open: it grows with its texts, within limits.
+    readonly property real columnGrowth: Math.max(1, Math.min(textScale, 1.5))
+    readonly property real firstColumn: Math.round(360 * columnGrowth)
+    /// From which width of the window on that is so.
+    readonly property real columnsFrom: 900 * columnGrowth
     /// How far a row slides as it comes.
     readonly property real slide: 30
     /// The thinnest line that the screen can draw.

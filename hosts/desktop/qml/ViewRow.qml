@@ -20,6 +20,7 @@ TableRow {
         tree: row.tree
         dark: Theme.dark
         textScale: Theme.textScale
+        wraps: Theme.narrow
         // That of a row under a finger differs less from texts than that of one at rest.
         ground: Theme.rowPressed
         contrast: Theme.textContrast
