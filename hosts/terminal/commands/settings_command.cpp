@@ -37,7 +37,7 @@ platform::Result<platform::Done> SettingsCommand::write(std::string_view key, co
     return outcome();
 }
 
-Undo SettingsCommand::undo() const {
+OwnChanges SettingsCommand::ownChanges() const {
     platform::Platform& platform = _session->platform();
     return {platform.files, platform.notifications, _services->history.recorder, _access->observedFiles()};
 }

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "hosts/session/own_changes.h"
 #include "hosts/session/settings_session.h"
-#include "hosts/session/undo.h"
 
 namespace hosts::terminal {
 
@@ -31,8 +31,8 @@ public:
     /// Runs the pane's write rule. A problem when the file was not written.
     platform::Result<platform::Done> write(std::string_view key, const platform::Value& value);
 
-    /// What takes changes of this phone back.
-    Undo undo() const;
+    /// What changes this phone's files by themselves, without the pane's rules.
+    OwnChanges ownChanges() const;
 
     /// What the pane's files hold now.
     platform::DictionaryFiles& dictionaries() { return _session->platform().dictionaries; }

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/session/reset.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+namespace hosts {
+namespace {
+
+using platform::Dictionary;
+using platform::Result;
+using platform::Value;
+
+struct DefaultOf {
+    std::string key;
+    Value value;
+};
+
+std::vector<DefaultOf> defaultsOf(const platform::PreferenceAccess& settings, std::span<const std::string> keys) {
+    std::vector<DefaultOf> defaults;
+    for (const auto& setting : settings.settings()) {
+        if (setting.defaultValue && std::ranges::find(keys, setting.key) != keys.end()) {
+            defaults.push_back({setting.key, *setting.defaultValue});
+        }
+    }
+    return defaults;
+}
+
+OwnChange resetIn(const std::string& file, Dictionary held, const std::vector<DefaultOf>& defaults, ResetTo to) {
+    OwnChange change{std::move(held), {}};
+    for (const DefaultOf& each : defaults) {
+        const auto before = change.content.valueForKey(each.key);
+        if (!before || *before == each.value) continue;
+        const auto after = to == ResetTo::absence ? std::nullopt : std::optional(each.value);
+        after ? change.content.set(each.key, *after) : change.content.remove(each.key);
+        addHistoryEntries(change.steps, file, each.key, before, after);
+    }
+    return change;
+}
+
+/// A reset as a change of the main settings file.
+struct ResetChange {
+    std::string file;
+    OwnChanges::Make make;
+};
+
+ResetChange resetOf(const platform::PreferenceAccess& settings, std::span<const std::string> keys, ResetTo to) {
+    const auto files = settings.observedFiles();
+    const std::string file = files.empty() ? std::string() : files.front().path;
+    return {file, [file, defaults = defaultsOf(settings, keys), to](Dictionary held) {
+                return Result(resetIn(file, std::move(held), defaults, to));
+            }};
+}
+
+}  // namespace
+
+Result<std::vector<HistoryEntry>> resetSettings(OwnChanges changes, const platform::PreferenceAccess& settings,
+                                                std::span<const std::string> keys, ResetTo to) {
+    const ResetChange reset = resetOf(settings, keys, to);
+    const auto foreseen = changes.foresee(reset.file, reset.make);
+    if (!foreseen) return foreseen.error();
+    // A file that cannot be understood holds no setting, and is not to be written over for none.
+    if (foreseen->steps.empty()) return foreseen->steps;
+    changes.endTurn();
+    return changes.change(reset.file, reset.make);
+}
+
+bool wouldReset(OwnChanges changes, const platform::PreferenceAccess& settings, std::span<const std::string> keys) {
+    const ResetChange reset = resetOf(settings, keys, ResetTo::absence);
+    const auto foreseen = changes.foresee(reset.file, reset.make);
+    return foreseen && !foreseen->steps.empty();
+}
+
+}  // namespace hosts
