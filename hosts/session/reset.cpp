@@ -5,6 +5,8 @@
 #include <optional>
 #include <utility>
 
+#include "platform/services/dictionary_files.h"
+
 namespace hosts {
 namespace {
 
@@ -66,9 +68,11 @@ Result<std::vector<HistoryEntry>> resetSettings(OwnChanges changes, const platfo
     return changes.change(reset.file, reset.make);
 }
 
-bool wouldReset(OwnChanges changes, const platform::PreferenceAccess& settings, std::span<const std::string> keys) {
+bool wouldReset(platform::FileSystem& files, const platform::PreferenceAccess& settings,
+                std::span<const std::string> keys) {
     const ResetChange reset = resetOf(settings, keys, ResetTo::absence);
-    const auto foreseen = changes.foresee(reset.file, reset.make);
+    const auto held = platform::DictionaryFiles(files).read(reset.file);
+    const auto foreseen = reset.make(held ? *held : Dictionary());
     return foreseen && !foreseen->steps.empty();
 }
 

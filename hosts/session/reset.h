@@ -24,6 +24,7 @@ platform::Result<std::vector<HistoryEntry>> resetSettings(OwnChanges changes,
                                                           std::span<const std::string> keys, ResetTo to);
 
 /// Whether that would do anything as things are now.
-bool wouldReset(OwnChanges changes, const platform::PreferenceAccess& settings, std::span<const std::string> keys);
+bool wouldReset(platform::FileSystem& files, const platform::PreferenceAccess& settings,
+                std::span<const std::string> keys);
 
 }  // namespace hosts

@@ -187,9 +187,8 @@ Result<SettingsSession::DoneTurn> SettingsSession::reset(std::span<const std::st
 }
 
 bool SettingsSession::canReset(std::span<const std::string> keys) {
-    const auto own = ownChanges();
     const auto access = preferenceAccess();
-    return own && access && wouldReset(*own, **access, keys);
+    return access && wouldReset(_platform.files, **access, keys);
 }
 
 std::vector<std::string> SettingsSession::observedFiles() {

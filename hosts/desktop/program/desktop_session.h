@@ -47,6 +47,8 @@ private:
     void notePhoneGone(const std::string& why);
     void lookAtFiles();
     void showFilesAnew();
+    void takeOnCommands();
+    void tellReset(const platform::Result<SettingsSession::DoneTurn>& outcome);
     void tellTakenBack(const platform::Result<std::string>& outcome);
 
     Outside _outside;

@@ -28,6 +28,13 @@ FocusScope {
     function announce() {
         if (told !== "") banners.announce(banner)
     }
+    // Not while the user is about to do something with it.
+    HoverHandler { id: pointer }
+    Timer {
+        interval: Theme.passingTime
+        running: banner.banners.passing && !pointer.hovered && !banner.activeFocus
+        onTriggered: banner.banners.close()
+    }
     function close() {
         done()
         banners.close()

@@ -14,12 +14,13 @@ Item {
     property alias backButton: back
     signal backWanted
     signal phonesWanted
+    signal menuWanted
 
     height: Theme.barHeight
     opacity: 1 - Math.min(1, Math.abs(slide) * 1.6)
 
     readonly property bool hasBack: page.backTitle !== ""
-    readonly property real rightSide: page.hasRightItem ? right.width + 24 : 8
+    readonly property real rightSide: width - menu.x + 8
     /// What the title would have for itself in the middle of the bar.
     readonly property real titleWidth: page.hasTitleView ? titleView.width : title.implicitWidth
     /// How wide the back button's text may be beside that.
@@ -120,6 +121,23 @@ Item {
         Accessible.name: bar.page.title
     }
 
+    BarButton {
+        id: menu
+        x: (bar.page.hasRightItem ? right.x : parent.width) - 16 - width
+        height: parent.height
+        implicitWidth: dots.width
+        name: qsTr("Menu")
+        onActivated: bar.menuWanted()
+        Glyph {
+            id: dots
+            anchors.verticalCenter: parent.verticalCenter
+            width: 20
+            height: 20
+            shape: Glyph.Dots
+            stroke: 1.5
+            color: Theme.tint
+        }
+    }
     BarButton {
         id: right
         visible: bar.page.hasRightItem

@@ -85,5 +85,6 @@ FocusScope {
         phone: item.navigation.phones.name
         onBackWanted: item.navigation.back()
         onPhonesWanted: item.navigation.phones.begin()
+        onMenuWanted: item.navigation.menuAsked()
     }
 }

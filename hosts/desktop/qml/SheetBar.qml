@@ -45,7 +45,7 @@ Item {
         anchors.rightMargin: Theme.margin
         text: bar.finishText
         bold: true
-        enabled: bar.canFinish
+        usable: bar.canFinish
         onActivated: bar.finished()
     }
     Hairline {

@@ -79,14 +79,32 @@ FocusScope {
         height: shell.roomHeight
         // Phones over what is looked for: they can be asked for from there.
         readonly property url wanted: shell.navigation.phones.open ? "PhonesSheet.qml"
-                                      : shell.navigation.find.open ? "FindSheet.qml" : ""
+                                      : shell.navigation.find.open ? "FindSheet.qml"
+                                      : shell.navigation.commands.sheet === Commands.KeysSheet ? "KeysSheet.qml"
+                                      : shell.navigation.commands.sheet === Commands.AboutSheet ? "AboutSheet.qml" : ""
         onWantedChanged: {
             const hadKeys = activeFocus
             if (wanted == "") source = ""
             else if (shell.navigation.phones.open) setSource(wanted, { phones: shell.navigation.phones })
-            else setSource(wanted, { find: shell.navigation.find })
+            else if (shell.navigation.find.open) setSource(wanted, { find: shell.navigation.find })
+            else setSource(wanted, { commands: shell.navigation.commands })
             if (item) item.forceActiveFocus()
             else if (hadKeys) pages.forceActiveFocus()
+        }
+    }
+    Loader {
+        id: menu
+        width: parent.width
+        height: shell.roomHeight
+        readonly property bool wanted: shell.navigation.menu.open
+        onWantedChanged: {
+            if (wanted) return setSource("PopupMenu.qml", { menu: shell.navigation.menu })
+            source = ""
+            shell.giveBack()
+        }
+        Connections {
+            target: shell.navigation
+            function onMenuAsked() { shell.navigation.openMenu(Qt.point(shell.width, Theme.barHeight)) }
         }
     }
     Loader {
@@ -129,12 +147,14 @@ FocusScope {
     /// The keyboard is the composer's or the pages' again.
     function giveBack() {
         if (navigation.composerShown) composer.item.forceActiveFocus()
+        else if (menu.item) menu.item.forceActiveFocus()
         else if (overlay.item) overlay.item.forceActiveFocus()
         else pages.forceActiveFocus()
     }
 
     /// Whether what the user looks for, or the page of phones, lies over the pages.
-    readonly property bool overlaid: navigation.find.open || navigation.phones.open
+    readonly property bool overlaid: navigation.find.open || navigation.phones.open || navigation.menu.open
+                                     || navigation.commands.sheet !== Commands.NoSheet
     /// Whether nothing lies over the pages.
     readonly property bool onPages: pages.enabled
     readonly property TableModel table: navigation.current ? navigation.current.table : null
@@ -150,15 +170,21 @@ FocusScope {
         else navigation.find.begin(event.text)
     }
 
-    Shortcut {
-        sequences: [StandardKey.Open]
-        enabled: !shell.navigation.composerShown && !shell.navigation.phones.asking
-        onActivated: shell.navigation.phones.chooseFolder()
-    }
-    Shortcut {
-        sequences: [StandardKey.Find]
-        enabled: shell.onPages
-        onActivated: shell.navigation.find.begin("")
+    Repeater {
+        model: shell.navigation.commands
+        Item {
+            id: command
+            required property int index
+            required property var sequences
+            required property int scope
+            Shortcut {
+                sequences: command.sequences
+                enabled: command.scope === Commands.Everywhere || shell.onPages
+                         || command.scope === Commands.OutsideComposers && !shell.navigation.composerShown
+                            && !shell.navigation.phones.asking
+                onActivated: shell.navigation.commands.runLine(command.index)
+            }
+        }
     }
     Shortcut {
         sequences: ["Escape", "Alt+Left", "Back"]
@@ -168,30 +194,35 @@ FocusScope {
             else shell.navigation.back()
         }
     }
-    Shortcut {
-        sequences: [StandardKey.Undo]
-        enabled: shell.onPages
-        onActivated: shell.navigation.undoAsked()
-    }
-    Shortcut {
-        sequences: [StandardKey.Redo]
-        enabled: shell.onPages
-        onActivated: shell.navigation.redoAsked()
-    }
-    Shortcut {
-        sequences: [StandardKey.Quit, StandardKey.Close]
-        onActivated: Qt.quit()
-    }
-
     // The mouse's own way back.
     MouseArea {
         anchors.fill: parent
         z: 10
         acceptedButtons: Qt.BackButton
         onClicked: {
-            if (shell.navigation.phones.open) shell.navigation.phones.close()
+            if (shell.navigation.menu.open) shell.navigation.menu.close()
+            else if (shell.navigation.commands.sheet !== Commands.NoSheet) shell.navigation.commands.closeSheet()
+            else if (shell.navigation.phones.open) shell.navigation.phones.close()
             else if (shell.navigation.find.open) shell.navigation.find.close()
             else shell.navigation.back()
+        }
+    }
+
+    // In front of what scrolls by it.
+    Item {
+        anchors.fill: parent
+        z: 10
+        WheelHandler {
+            acceptedModifiers: Qt.ControlModifier
+            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+            property real turned: 0
+            readonly property int oneStep: 120
+            onWheel: (event) => {
+                turned += event.angleDelta.y
+                if (Math.abs(turned) < oneStep) return
+                shell.navigation.commands.run(turned > 0 ? Commands.LargerText : Commands.SmallerText)
+                turned = 0
+            }
         }
     }
 

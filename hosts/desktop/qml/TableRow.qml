@@ -16,6 +16,7 @@ Item {
     required property real accessoryWidth
     required property real rowHeight
     required property bool animated
+    required property bool isChanged
     required property Item table
 
     /// Where the label begins, and how high the row has to be for it.
@@ -24,6 +25,9 @@ Item {
 
     /// What a touch, Enter or Space does.
     signal activated
+
+    /// What is touched now is no tap.
+    function leaveTouch() { touch.strayed = true }
 
     readonly property bool isCurrent: table.activeFocus && ListView.isCurrentItem
     readonly property bool pressed: touch.pressed && !touch.strayed
@@ -59,6 +63,11 @@ Item {
         anchors.bottom: parent.bottom
         x: row.labelInset
         width: parent.width - x
+    }
+
+    ChangedMark {
+        visible: row.isChanged
+        color: row.usable ? Theme.tint : Theme.greyed
     }
 
     TapArea {

@@ -94,6 +94,8 @@ QtObject {
     /// The thinnest line that the screen can draw.
     property real hairline: 1
 
+    /// How long news stay that go by themselves.
+    readonly property int passingTime: 6000
     readonly property int pushTime: reducedMotion ? 0 : 350
     readonly property int rowTime: reducedMotion ? 0 : 280
     readonly property int switchTime: reducedMotion ? 0 : 200
