@@ -30,6 +30,19 @@ FocusScope {
     Keys.onEnterPressed: activated()
     Keys.onSpacePressed: activated()
 
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: -6
+        anchors.topMargin: 4
+        anchors.bottomMargin: 4
+        radius: 8
+        color: Theme.barPointed
+        visible: pointer.hovered
+    }
+    Pointer {
+        id: pointer
+        tip: button.text === "" ? button.name : label.truncated ? button.text : ""
+    }
     Text {
         id: label
         visible: text !== ""

@@ -105,6 +105,7 @@ Item {
         color: Theme.text
         Accessible.role: Accessible.Heading
         Accessible.name: bar.page.title
+        Pointer { tip: title.truncated ? title.text : "" }
     }
     ViewTree {
         id: titleView

@@ -226,6 +226,18 @@ FocusScope {
         }
     }
 
+    Loader {
+        anchors.fill: parent
+        z: 11
+        active: Tips.over !== null
+        sourceComponent: Item {
+            ToolTip {
+                over: Tips.over
+                text: Tips.text
+            }
+        }
+    }
+
     // A folder that is let go over the window is a phone to open.
     DropArea {
         id: drop

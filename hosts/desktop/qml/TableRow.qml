@@ -22,6 +22,8 @@ Item {
     /// Where the label begins, and how high the row has to be for it.
     property real labelInset: inset
     property real labelHeight: 0
+    /// Whether the label is cut off.
+    property bool labelIsCut: false
 
     /// What a touch, Enter or Space does.
     signal activated
@@ -40,7 +42,11 @@ Item {
 
     Rectangle {
         anchors.fill: parent
-        color: Theme.row
+        color: pointer.hovered ? Theme.rowPointed : Theme.row
+    }
+    Pointer {
+        id: pointer
+        tip: row.labelIsCut ? row.text : ""
     }
     Rectangle {
         anchors.fill: parent
