@@ -170,20 +170,19 @@ FocusScope {
         else navigation.find.begin(event.text)
     }
 
-    Repeater {
-        model: shell.navigation.commands
-        Item {
-            id: command
-            required property int index
-            required property var sequences
-            required property int scope
-            Shortcut {
-                sequences: command.sequences
-                enabled: command.scope === Commands.Everywhere || shell.onPages
-                         || command.scope === Commands.OutsideComposers && !shell.navigation.composerShown
-                            && !shell.navigation.phones.asking
-                onActivated: shell.navigation.commands.runLine(command.index)
-            }
+    // The first picture is what the user waits for.
+    Loader {
+        id: keys
+        active: false
+        source: "CommandKeys.qml"
+        onLoaded: {
+            item.navigation = shell.navigation
+            item.onPages = Qt.binding(() => shell.onPages)
+        }
+        Connections {
+            target: shell.Window.window
+            enabled: !keys.active
+            function onFrameSwapped() { keys.active = true }
         }
     }
     Shortcut {
