@@ -22,6 +22,9 @@ public:
     /// What is changed from here on belongs to another turn.
     void endTurn() { _turn = 0; }
 
+    /// The number of the turn that is going on; 0 before the first change of it has been kept.
+    std::uint64_t turn() const { return _turn; }
+
     /// Keeps changes that this session has made, in the order in which it has.
     void record(std::vector<HistoryEntry> entries);
 

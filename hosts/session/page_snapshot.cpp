@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/session/page_snapshot.h"
 
+#include "hosts/session/defaults.h"
 #include "platform/list/table_cell.h"
 #include "platform/ui/label.h"
 
@@ -45,11 +46,8 @@ bool isSingleValue(const platform::PSSpecifier& row) {
 }
 
 void describeChoice(RowSnapshot& row, const platform::PSSpecifier& specifier) {
-    const platform::Dictionary* info = choiceInfo(specifier);
-    if (!info) return;
-    const platform::Value* value = info->find(choiceValue);
     row.key = choiceKeyOf(specifier);
-    if (value && value->integer()) row.value = platform::integerValue(*value);
+    row.value = choiceValueOf(specifier);
 }
 
 SectionSnapshot describeSection(platform::UITableView& table, std::size_t section) {
@@ -72,6 +70,12 @@ std::optional<std::string> choiceKeyOf(const platform::PSSpecifier& row) {
     const platform::Dictionary* info = choiceInfo(row);
     const platform::Value* key = info ? info->find(choiceKey) : nullptr;
     return key && key->string() ? std::optional(*key->string()) : std::nullopt;
+}
+
+std::optional<std::int64_t> choiceValueOf(const platform::PSSpecifier& row) {
+    const platform::Dictionary* info = choiceInfo(row);
+    const platform::Value* value = info ? info->find(choiceValue) : nullptr;
+    return value && value->integer() ? std::optional(platform::integerValue(*value)) : std::nullopt;
 }
 
 RowLook::Kind rowKind(const platform::PSSpecifier& row) {
@@ -99,7 +103,7 @@ const char* kindName(RowLook::Kind kind) {
     return "item";
 }
 
-RowLook RowLook::of(const platform::UITableViewCell& cell) {
+RowLook RowLook::of(const platform::UITableViewCell& cell, const Defaults* defaults) {
     RowLook look;
     look.details = textsIn(cell);
     if (!look.details.empty()) {
@@ -117,6 +121,7 @@ RowLook RowLook::of(const platform::UITableViewCell& cell) {
         look.checked = listCell->isChecked();
         look.isOneOfSeveral = isSingleValue(*listCell->specifier());
         if (listCell->isSwitch()) look.on = listCell->isOn();
+        look.isChanged = defaults && defaults->isChanged(*listCell->specifier(), look.checked);
     }
     return look;
 }
@@ -125,10 +130,11 @@ bool RowLook::leadsOn() const {
     return kind == Kind::link || accessory == platform::UITableViewCellAccessoryType::disclosureIndicator;
 }
 
-RowSnapshot RowSnapshot::of(platform::NSIndexPath path, std::shared_ptr<platform::UITableViewCell> cell) {
+RowSnapshot RowSnapshot::of(platform::NSIndexPath path, std::shared_ptr<platform::UITableViewCell> cell,
+                            const Defaults* defaults) {
     RowSnapshot row;
     row.path = path;
-    if (cell) static_cast<RowLook&>(row) = RowLook::of(*cell);
+    if (cell) static_cast<RowLook&>(row) = RowLook::of(*cell, defaults);
     if (auto* listCell = dynamic_cast<const platform::PSTableCell*>(cell.get())) {
         row.identifier = listCell->specifier()->identifier();
         describeChoice(row, *listCell->specifier());

@@ -15,6 +15,8 @@
 
 namespace hosts {
 
+class Defaults;
+
 /// What a row's cell shows at a time, whoever draws it.
 struct RowLook {
     enum class Kind { switchRow, link, item };
@@ -32,6 +34,8 @@ struct RowLook {
     bool isOneOfSeveral = false;
     /// A switch's state.
     std::optional<bool> on;
+    /// Whether the row's setting differs from its default, where somebody has asked for that.
+    bool isChanged = false;
     platform::UITableViewCellAccessoryType accessory = platform::UITableViewCellAccessoryType::none;
     /// In points: from the left edge to the label, from the label's end to the right edge, and the height.
     double labelInset = 0;
@@ -44,12 +48,15 @@ struct RowLook {
     /// bears the same arrow.
     bool leadsOn() const;
 
-    static RowLook of(const platform::UITableViewCell& cell);
+    /// `defaults` tells whether the setting differs; null for nobody who asks.
+    static RowLook of(const platform::UITableViewCell& cell, const Defaults* defaults = nullptr);
 };
 
 RowLook::Kind rowKind(const platform::PSSpecifier& row);
 /// The setting that the row stands for a value of; nothing for a row that is no choice.
 std::optional<std::string> choiceKeyOf(const platform::PSSpecifier& row);
+/// The number that the row stands for; nothing for a row that is no choice.
+std::optional<std::int64_t> choiceValueOf(const platform::PSSpecifier& row);
 /// "switch", "link" or "item".
 const char* kindName(RowLook::Kind kind);
 
@@ -63,7 +70,8 @@ struct RowSnapshot : RowLook {
     std::shared_ptr<platform::UITableViewCell> cell;
 
     /// What the cell of the row at this path shows; a null cell shows nothing.
-    static RowSnapshot of(platform::NSIndexPath path, std::shared_ptr<platform::UITableViewCell> cell);
+    static RowSnapshot of(platform::NSIndexPath path, std::shared_ptr<platform::UITableViewCell> cell,
+                          const Defaults* defaults = nullptr);
 };
 
 struct SectionSnapshot {

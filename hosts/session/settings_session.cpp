@@ -2,15 +2,25 @@
 #include "hosts/session/settings_session.h"
 
 #include <algorithm>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "hosts/session/printable.h"
+#include "hosts/session/reset.h"
 #include "hosts/session/stored_content.h"
 #include "hosts/session/undo.h"
 
 namespace hosts {
+
+/// What the user is told of turns that are taken back.
+struct TakeBackWords {
+    const char* done;
+    const char* notDone;
+    const char* nothing;
+};
+
 namespace {
 
 using platform::Problem;
@@ -18,6 +28,8 @@ using platform::Result;
 
 constexpr std::string_view panePath = "/Library/PreferenceBundles/Trivel3Preferences.bundle";
 constexpr const char* advice = "; install the program again";
+
+constexpr TakeBackWords undoWords{"Undone: ", "Not undone: ", "there is nothing to undo"};
 
 // Each once.
 std::string namesOf(const std::vector<HistoryEntry>& changes) {
@@ -29,6 +41,20 @@ std::string namesOf(const std::vector<HistoryEntry>& changes) {
     for (const std::string& name : names)
         text += (text.empty() ? "" : ", ") + printable(name);
     return text;
+}
+
+std::size_t settingsIn(const std::vector<HistoryEntry>& changes) {
+    std::set<std::string_view> keys;
+    for (const HistoryEntry& change : changes)
+        keys.insert(change.key);
+    return keys.size();
+}
+
+std::string resetText(const std::string& label, std::size_t settings) {
+    const std::string name = label.empty() ? std::string() : "“" + printable(label) + "”";
+    if (settings == 0) return label.empty() ? "All is at its default already." : name + " is at its default already.";
+    if (!label.empty()) return "Reset " + name + ".";
+    return settings == 1 ? "Reset 1 setting." : "Reset " + std::to_string(settings) + " settings.";
 }
 
 }  // namespace
@@ -78,6 +104,12 @@ Result<std::shared_ptr<platform::PreferenceAccess>> SettingsSession::preferenceA
         _pane->path(), {}, std::string("offers no settings by name (") + platform::PreferenceAccess::infoKey + ")"};
 }
 
+const Defaults* SettingsSession::defaults() {
+    if (_defaults) return _defaults.get();
+    if (auto access = preferenceAccess()) _defaults = std::make_unique<Defaults>(*std::move(access));
+    return _defaults.get();
+}
+
 bool SettingsSession::drawn() {
     auto contents = _platform.dictionaries.forget();
     for (auto& [path, content] : contents)
@@ -97,25 +129,66 @@ void SettingsSession::bringUpToDate(platform::UIViewController& page) {
 }
 
 Result<std::string> SettingsSession::undo() {
-    return takeBack(turnToUndo, "Undone: ", "there is nothing to undo");
+    return takeBack(turnToUndo, undoWords);
 }
 
 Result<std::string> SettingsSession::redo() {
-    return takeBack(turnToRedo, "Done again: ", "there is nothing to do again");
+    return takeBack(turnToRedo, {"Done again: ", "Not done again: ", "there is nothing to do again"});
 }
 
-Result<std::string> SettingsSession::takeBack(ChooseTurn choose, const char* told, const char* nothing) {
-    if (!_history) return Problem{.reason = nothing};
+Result<std::string> SettingsSession::undoTurn(std::uint64_t turn) {
+    return takeBack([turn](const History::Reading& history) { return turnNumbered(history, turn); }, undoWords);
+}
+
+bool SettingsSession::hasTurnToUndo() const {
+    return hasTurn(turnToUndo);
+}
+
+bool SettingsSession::hasTurnToRedo() const {
+    return hasTurn(turnToRedo);
+}
+
+bool SettingsSession::hasTurn(const ChooseTurn& choose) const {
+    const auto history = _history ? _history->history.read() : History::Reading();
+    return history && !choose(*history).empty();
+}
+
+Result<std::string> SettingsSession::takeBack(const ChooseTurn& choose, const TakeBackWords& words) {
+    const auto refused = [&words](const std::string& why) { return Problem{.reason = words.notDone + why}; };
+    if (!_history) return refused(words.nothing);
     const auto history = _history->history.read();
-    if (!history) return history.error();
+    if (!history) return refused(history.error().text());
     const auto changes = choose(*history);
-    if (changes.empty()) return Problem{.reason = nothing};
+    if (changes.empty()) return refused(words.nothing);
+    auto own = ownChanges();
+    if (!own) return refused(own.error().text());
+    const auto steps = Undo(*std::move(own)).takeBack(changes, Undo::Newer::stays);
+    if (!steps) return refused(steps.error().text());
+    return words.done + namesOf(*steps);
+}
+
+Result<OwnChanges> SettingsSession::ownChanges() {
+    if (!_history) return Problem{.reason = "nothing is changed here"};
     const auto access = preferenceAccess();
     if (!access) return access.error();
-    Undo undo(_platform.files, _platform.notifications, _history->recorder, (*access)->observedFiles());
-    const auto steps = undo.takeBack(changes, Undo::Newer::stays);
-    if (!steps) return steps.error();
-    return told + namesOf(*steps);
+    return OwnChanges(_platform.files, _platform.notifications, _history->recorder, (*access)->observedFiles());
+}
+
+Result<SettingsSession::DoneTurn> SettingsSession::reset(std::span<const std::string> keys, const std::string& label) {
+    auto own = ownChanges();
+    if (!own) return own.error();
+    const auto access = preferenceAccess();
+    if (!access) return access.error();
+    const auto steps = resetSettings(*std::move(own), **access, keys);
+    if (!steps) return Problem{.reason = "Not reset: " + steps.error().text()};
+    const std::uint64_t turn = _history->recorder.turn();
+    _history->recorder.endTurn();
+    return DoneTurn{resetText(label, settingsIn(*steps)), turn};
+}
+
+bool SettingsSession::canReset(std::span<const std::string> keys) {
+    const auto access = preferenceAccess();
+    return access && wouldReset(_platform.files, **access, keys);
 }
 
 std::vector<std::string> SettingsSession::observedFiles() {

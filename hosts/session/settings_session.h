@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -8,7 +10,9 @@
 #include <vector>
 
 #include "hosts/session/composers.h"
+#include "hosts/session/defaults.h"
 #include "hosts/session/device_shape.h"
+#include "hosts/session/own_changes.h"
 #include "hosts/session/page_services.h"
 #include "hosts/session/services.h"
 #include "platform/list/page_controller.h"
@@ -16,6 +20,8 @@
 #include "platform/services/preference_access.h"
 
 namespace hosts {
+
+struct TakeBackWords;
 
 /// A Settings application's process as the pane sees it: its classes, its system image, its services
 /// and its device. It loads the pane from its bundle and knows nothing of it but what the bundle's
@@ -37,6 +43,9 @@ public:
     /// The pane's settings by name. A problem when the bundle offers none.
     platform::Result<std::shared_ptr<platform::PreferenceAccess>> preferenceAccess();
 
+    /// The settings beside their defaults; null where the bundle offers no settings by name.
+    const Defaults* defaults();
+
     platform::Platform& platform() { return _platform; }
 
     /// The turn is over: what it has read is dropped, but for the note of what is on the screen now. Whether it has
@@ -52,10 +61,26 @@ public:
     void bringUpToDate(platform::UIViewController& page);
 
     /// Takes back the last turn that is neither an undo nor undone, and posts the notifications that follow; `redo`
-    /// takes back the last undo that nothing new has followed. Each is a turn of its own, whichever program made the
-    /// one that it is about, and gives a sentence for the user. Pages know nothing of it.
+    /// takes back the last undo that nothing new has followed, and `undoTurn` the turn of that number. Each is a turn
+    /// of its own, whichever program made the one that it is about, and gives a sentence for the user; a problem, with
+    /// nothing done, where a key no longer holds what it was left with. Pages know nothing of it.
     platform::Result<std::string> undo();
     platform::Result<std::string> redo();
+    platform::Result<std::string> undoTurn(std::uint64_t turn);
+    /// Whether there is such a turn. That it can be taken back is not said.
+    bool hasTurnToUndo() const;
+    bool hasTurnToRedo() const;
+
+    /// What has been done, for the user, and the turn that it was; 0 where that is not in the history.
+    struct DoneTurn {
+        std::string text;
+        std::uint64_t turn = 0;
+    };
+    /// Takes the settings out of the file, so that they are at their defaults, and posts the notification: a turn of
+    /// its own, of which pages know nothing. `label` is what the user calls a setting; empty for those of a page.
+    platform::Result<DoneTurn> reset(std::span<const std::string> keys, const std::string& label);
+    /// Whether that would change anything.
+    bool canReset(std::span<const std::string> keys);
 
     /// Whether one of the files holds something else than what was drawn of it last. A file of which nothing has been
     /// drawn does not count: no row depends on it.
@@ -68,8 +93,10 @@ public:
 private:
     SettingsSession(const SessionServices& services, const std::string& systemImage, const DeviceShape& shape);
     bool isOtherThanDrawn(const std::string& path);
-    using ChooseTurn = std::vector<HistoryEntry> (*)(const History::Reading&);
-    platform::Result<std::string> takeBack(ChooseTurn choose, const char* told, const char* nothing);
+    using ChooseTurn = std::function<std::vector<HistoryEntry>(const History::Reading&)>;
+    platform::Result<std::string> takeBack(const ChooseTurn& choose, const TakeBackWords& words);
+    bool hasTurn(const ChooseTurn& choose) const;
+    platform::Result<OwnChanges> ownChanges();
 
     PageServices _services;
     platform::ClassRegistry _classes;
@@ -79,6 +106,7 @@ private:
     PhoneHistory* _history;
     platform::DictionaryFiles::Contents _drawn;
     std::unique_ptr<platform::NSBundle> _pane;
+    std::unique_ptr<Defaults> _defaults;
 };
 
 }  // namespace hosts

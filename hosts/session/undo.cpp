@@ -2,11 +2,11 @@
 #include "hosts/session/undo.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <utility>
 
 #include "hosts/session/printable.h"
-#include "platform/services/dictionary_files.h"
 
 namespace hosts {
 namespace {
@@ -15,12 +15,6 @@ using platform::Dictionary;
 using platform::Problem;
 using platform::Result;
 using platform::Value;
-
-/// What taking changes back makes of a file.
-struct TakenBack {
-    Dictionary content;
-    std::vector<HistoryEntry> steps;
-};
 
 Dictionary dictionaryUnder(const Dictionary& held, const std::string& key) {
     const Value* const value = held.find(key);
@@ -42,7 +36,7 @@ void takeBackEntry(Dictionary& content, const HistoryEntry& change) {
 }
 
 // A step that changes nothing is one all the same: it says that the change is taken back.
-void takeBackOne(TakenBack& result, const HistoryEntry& change) {
+void takeBackOne(OwnChange& result, const HistoryEntry& change) {
     const auto before = result.content.valueForKey(change.key);
     if (change.entry) {
         takeBackEntry(result.content, change);
@@ -70,8 +64,8 @@ bool isAsChanged(const Dictionary& content, const HistoryEntry& change) {
     return held == change.after;
 }
 
-Result<TakenBack> takenBack(Dictionary held, std::span<const HistoryEntry> changes, Undo::Newer newer) {
-    TakenBack result{std::move(held), {}};
+Result<OwnChange> takenBack(Dictionary held, std::span<const HistoryEntry> changes, Undo::Newer newer) {
+    OwnChange result{std::move(held), {}};
     for (const HistoryEntry& change : changes) {
         if (newer == Undo::Newer::stays && !isAsChanged(result.content, change)) {
             return Problem{.reason = inQuotes(change.name()) + " has been changed since change " +
@@ -82,29 +76,9 @@ Result<TakenBack> takenBack(Dictionary held, std::span<const HistoryEntry> chang
     return result;
 }
 
-/// Hears what becomes of one file that changes are taken back in.
-class UndoListener final : public platform::FileListener {
-public:
-    UndoListener(platform::FileListener& next, std::span<const HistoryEntry> changes, Undo::Newer newer)
-        : _next(next), _changes(changes), _newer(newer) {}
-
-    void passedOver(const Problem& problem) override { _next.passedOver(problem); }
-    void changed(std::string_view, const Dictionary& before, const Dictionary&) override {
-        if (auto result = takenBack(before, _changes, _newer)) _steps = std::move(result->steps);
-    }
-    void notRead(const Problem& problem) override { _problem = problem; }
-    void notChanged(const Problem& problem, bool) override { _problem = problem; }
-
-    const std::optional<Problem>& problem() const { return _problem; }
-    const std::vector<HistoryEntry>& steps() const { return _steps; }
-
-private:
-    platform::FileListener& _next;
-    std::span<const HistoryEntry> _changes;
-    Undo::Newer _newer;
-    std::optional<Problem> _problem;
-    std::vector<HistoryEntry> _steps;
-};
+OwnChanges::Make takingBack(const std::vector<HistoryEntry>& changes, Undo::Newer newer) {
+    return [changes, newer](Dictionary held) { return takenBack(std::move(held), changes, newer); };
+}
 
 // In the order in which their files come first.
 std::vector<std::pair<std::string, std::vector<HistoryEntry>>> byFile(std::span<const HistoryEntry> changes) {
@@ -115,14 +89,6 @@ std::vector<std::pair<std::string, std::vector<HistoryEntry>>> byFile(std::span<
         file->second.push_back(change);
     }
     return files;
-}
-
-std::vector<HistoryEntry> turnOf(const History::Reading& history, std::uint64_t turn) {
-    std::vector<HistoryEntry> changes;
-    std::ranges::copy_if(history.entries, std::back_inserter(changes),
-                         [turn](const HistoryEntry& entry) { return entry.turn == turn && !entry.isUndone; });
-    std::ranges::reverse(changes);
-    return changes;
 }
 
 using Entries = std::map<std::uint64_t, const HistoryEntry*>;
@@ -146,10 +112,18 @@ std::vector<HistoryEntry> lastTurnWhere(const History::Reading& history, Predica
     const auto& entries = history.entries;
     const auto last = std::find_if(entries.rbegin(), entries.rend(),
                                    [&](const HistoryEntry& entry) { return !entry.isUndone && isMeant(entry); });
-    return last == entries.rend() ? std::vector<HistoryEntry>() : turnOf(history, last->turn);
+    return last == entries.rend() ? std::vector<HistoryEntry>() : turnNumbered(history, last->turn);
 }
 
 }  // namespace
+
+std::vector<HistoryEntry> turnNumbered(const History::Reading& history, std::uint64_t turn) {
+    std::vector<HistoryEntry> changes;
+    std::ranges::copy_if(history.entries, std::back_inserter(changes),
+                         [turn](const HistoryEntry& entry) { return entry.turn == turn && !entry.isUndone; });
+    std::ranges::reverse(changes);
+    return changes;
+}
 
 std::vector<HistoryEntry> lastTurn(const History::Reading& history) {
     return lastTurnWhere(history, [](const HistoryEntry&) { return true; });
@@ -189,17 +163,9 @@ Result<std::vector<HistoryEntry>> changesNamed(const History::Reading& history,
     return changes;
 }
 
-Undo::Undo(platform::FileSystem& files, platform::DarwinNotifyCenter& notifications, ChangeRecorder& recorder,
-           std::vector<platform::PreferenceAccess::ObservedFile> observed)
-    : _files(files), _notifications(notifications), _recorder(recorder), _observed(std::move(observed)) {}
-
 std::optional<Problem> Undo::obstacle(std::span<const HistoryEntry> changes) {
     for (const auto& [file, ofFile] : byFile(changes)) {
-        UndoListener listener(_recorder, ofFile, Newer::stays);
-        platform::DictionaryFiles dictionaries(_files, &listener);
-        const auto held = dictionaries.read(file);
-        if (listener.problem()) return listener.problem();
-        const auto result = takenBack(held ? *held : Dictionary(), ofFile, Newer::stays);
+        const auto result = _changes.foresee(file, takingBack(ofFile, Newer::stays));
         if (!result) return result.error();
     }
     return std::nullopt;
@@ -210,31 +176,14 @@ Result<std::vector<HistoryEntry>> Undo::takeBack(std::span<const HistoryEntry> c
         if (auto problem = obstacle(changes)) return *std::move(problem);
     }
     std::vector<HistoryEntry> taken;
-    _recorder.endTurn();
+    _changes.endTurn();
     for (const auto& [file, ofFile] : byFile(changes)) {
-        auto steps = takeBackIn(file, ofFile, newer);
+        auto steps = _changes.change(file, takingBack(ofFile, newer));
         if (!steps) return steps;
         std::ranges::move(*steps, std::back_inserter(taken));
     }
-    _recorder.endTurn();
+    _changes.endTurn();
     return taken;
-}
-
-Result<std::vector<HistoryEntry>> Undo::takeBackIn(const std::string& file, const std::vector<HistoryEntry>& changes,
-                                                   Newer newer) {
-    UndoListener listener(_recorder, changes, newer);
-    platform::DictionaryFiles dictionaries(_files, &listener);
-    dictionaries.edit(file, [changes, newer](Dictionary held) -> Result<Dictionary> {
-        auto result = takenBack(std::move(held), changes, newer);
-        if (!result) return std::move(result).error();
-        return std::move(result->content);
-    });
-    if (listener.problem()) return *listener.problem();
-    _recorder.record(listener.steps());
-    for (const auto& observed : _observed) {
-        if (observed.path == file) _notifications.postNotification(observed.notification);
-    }
-    return listener.steps();
 }
 
 }  // namespace hosts

@@ -5,14 +5,12 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "hosts/phones/history.h"
-#include "hosts/session/change_recorder.h"
+#include "hosts/session/own_changes.h"
 #include "platform/foundation/result.h"
-#include "platform/services/file_system.h"
-#include "platform/services/notification_center.h"
-#include "platform/services/preference_access.h"
 
 namespace hosts {
 
@@ -23,6 +21,8 @@ std::vector<HistoryEntry> lastTurn(const History::Reading& history);
 /// the last undo that no other turn has followed.
 std::vector<HistoryEntry> turnToUndo(const History::Reading& history);
 std::vector<HistoryEntry> turnToRedo(const History::Reading& history);
+/// The turn of that number, as far as it has not been undone.
+std::vector<HistoryEntry> turnNumbered(const History::Reading& history, std::uint64_t turn);
 /// A problem where one of them is not there, is another phone's or has been undone.
 platform::Result<std::vector<HistoryEntry>> changesNamed(const History::Reading& history,
                                                          std::span<const std::uint64_t> numbers);
@@ -31,10 +31,7 @@ platform::Result<std::vector<HistoryEntry>> changesNamed(const History::Reading&
 /// not there is taken out, and all else that is in the file by then stays.
 class Undo {
 public:
-    /// `files`, `notifications` and `recorder` outlive the object; `observed` tells which notification follows the
-    /// change of which file.
-    Undo(platform::FileSystem& files, platform::DarwinNotifyCenter& notifications, ChangeRecorder& recorder,
-         std::vector<platform::PreferenceAccess::ObservedFile> observed);
+    explicit Undo(OwnChanges changes) : _changes(std::move(changes)) {}
 
     enum class Newer {
         stays,  ///< what has been changed since, by whomever, is a problem
@@ -49,13 +46,7 @@ public:
     platform::Result<std::vector<HistoryEntry>> takeBack(std::span<const HistoryEntry> changes, Newer newer);
 
 private:
-    platform::Result<std::vector<HistoryEntry>> takeBackIn(const std::string& file,
-                                                           const std::vector<HistoryEntry>& changes, Newer newer);
-
-    platform::FileSystem& _files;
-    platform::DarwinNotifyCenter& _notifications;
-    ChangeRecorder& _recorder;
-    std::vector<platform::PreferenceAccess::ObservedFile> _observed;
+    OwnChanges _changes;
 };
 
 }  // namespace hosts

@@ -294,6 +294,26 @@ TEST_F(AccessibleTree, composerIsModalAndNothingBeneathItTakesAnAction) {
     EXPECT_FALSE(settings().contains("QuickSwitcher"));
 }
 
+TEST_F(AccessibleTree, menuIsOpenedReadAndChosenFrom) {
+    ASSERT_TRUE(row("Hot Corners").act("Toggle"));
+    ASSERT_TRUE(waitFor([this] { return row("Hot Corners").description().startsWith("Not at its default."); }));
+    ASSERT_TRUE(named("Menu").act("Press"));
+    const Accessible undo = named("Undo");
+    EXPECT_EQ(undo.role(), "menu item");
+    EXPECT_EQ(undo.description(), "Ctrl+Z");
+    EXPECT_TRUE(undo.isEnabled());
+    EXPECT_FALSE(named("Redo").isEnabled());
+    EXPECT_FALSE(named("Redo").act("Press"));
+    EXPECT_FALSE(table()) << "what lies beneath is not told";
+    ASSERT_TRUE(undo.act("Press"));
+    ASSERT_TRUE(waitFor([this] { return table() && row("Hot Corners").isChecked(); }));
+    EXPECT_FALSE(row("Hot Corners").description().startsWith("Not at its default."));
+    EXPECT_NO_THROW(named("Undone: HotCorners"));
+    ASSERT_TRUE(named("Menu").act("Press"));
+    ASSERT_TRUE(named("About Trivel 3").act("Press"));
+    EXPECT_TRUE(named("About").isModal());
+}
+
 TEST_F(AccessibleTree, rowsThatComeAndGoAreToldAsTheyAre) {
     openPage({"Advanced Options"});
     const auto isThere = [this] { return namesOf(rows()).contains("Apply to Quick Switcher"); };

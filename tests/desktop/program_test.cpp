@@ -68,8 +68,8 @@ TEST_F(Program, drawsEveryPageInTheDevicesSize) {
          {"trivel-3.png", "trivel-3-mail.png", "trivel-3-post.png", "trivel-3-the-creators.png",
           "trivel-3-advanced-options.png", "trivel-3-advanced-options-slider-actions.png",
           "trivel-3-advanced-options-quick-launcher.png", "trivel-3-advanced-options-album-artwork.png", "find.png",
-          "phones.png", "trivel-3-advanced-options-close-all-apps.png",
-          "trivel-3-advanced-options-disable-in-applications.png"})
+          "phones.png", "menu.png", "keys.png", "about.png", "row-menu.png",
+          "trivel-3-advanced-options-close-all-apps.png", "trivel-3-advanced-options-disable-in-applications.png"})
         EXPECT_TRUE(files.contains(name)) << name << " of " << files.join(u' ').toStdString();
     for (const QString& file : files) {
         const QImage image(pictures + u'/' + file);

@@ -287,6 +287,39 @@ TEST_F(RealEvents, findGoesToARowOfAnotherPageAndUndoTakesBackWhatIsDoneThere) {
     EXPECT_TRUE(waitFor([this] { return !switchesOn(display.picture()).empty(); })) << "the page before is seen";
 }
 
+TEST_F(RealEvents, rowIsResetByItsMenuAndThatIsUndoneByTheWindows) {
+    open();
+    const QPoint changed = switchesOn(display.picture()).back().center();
+    display.click(changed);
+    ASSERT_TRUE(settingBecomes("HotCorners", "<false/>")) << settings().toStdString();
+    display.click(changed - QPoint(200, 0), Display::RightButton);
+    display.type("r");
+    EXPECT_TRUE(waitFor([this] { return !settings().contains("HotCorners"); })) << settings().toStdString();
+    EXPECT_TRUE(showsSwitchesOn(onAtFirst));
+    display.press(Display::F10);
+    display.type("u");
+    EXPECT_TRUE(settingBecomes("HotCorners", "<false/>")) << settings().toStdString();
+}
+
+TEST_F(RealEvents, sizeOfTextsIsKeptForTheNextWindow) {
+    open();
+    const auto first = [this] {
+        const auto switches = switchesOn(display.picture());
+        return switches.empty() ? -1 : switches.front().top();
+    };
+    const int usual = first();
+    for (int i = 0; i < 4; ++i)
+        display.press(Display::Equals, {Display::Control});
+    ASSERT_TRUE(waitFor([&] { return first() > usual + 20; }));
+    display.press(Display::LetterQ, {Display::Control});
+    EXPECT_EQ(program->wait(), 0);
+    start();
+    waitForWindow();
+    EXPECT_TRUE(waitFor([&] { return first() > usual + 20; }));
+    display.press(Display::Digit0, {Display::Control});
+    EXPECT_TRUE(waitFor([&] { return first() == usual; }));
+}
+
 TEST_F(RealEvents, anotherPhoneIsOpenedInAWindowOfItsOwn) {
     DesktopPortal portal(bus.address(), {});
     const QString other = pathOf("Bob's Phone");

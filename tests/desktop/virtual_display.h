@@ -32,11 +32,17 @@ public:
         End = 0xff57,
         Return = 0xff0d,
         Escape = 0xff1b,
+        Equals = 0x3d,
+        Digit0 = 0x30,
+        LetterU = 0x75,
+        Menu = 0xff67,
+        F10 = 0xffc7,
+        Shift = 0xffe1,
         Left = 0xff51,
         Control = 0xffe3,
         Alt = 0xffe9
     };
-    enum Button : quint8 { LeftButton = 1, WheelDown = 5, BackButton = 8 };
+    enum Button : quint8 { LeftButton = 1, RightButton = 3, WheelDown = 5, BackButton = 8 };
 
     ~VirtualDisplay();
 

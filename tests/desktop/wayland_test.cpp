@@ -170,6 +170,26 @@ TEST_F(Wayland, wideWindowHasTwoColumns) {
     })) << "switches in both columns";
 }
 
+TEST_F(Wayland, menuOpensByAKeyAndOffersWhatItsLettersSay) {
+    startDesktop();
+    if (IsSkipped()) return;
+    start({"--appearance", "light"});
+    constexpr QRgb on = qRgb(0x21, 0x94, 0x40);
+    ASSERT_TRUE(waitFor([this] { return !extent(display.picture(), on).isEmpty(); }));
+    const QRect frame = extent(display.picture(), qRgb(0xf8, 0xf8, 0xf8));
+    const QImage unfocused = display.picture();
+    ASSERT_TRUE(waitFor([&] {
+        display.click(frame.topLeft() + QPoint(40, 8));
+        display.press(VirtualDisplay::Down);
+        return display.picture() != unfocused;
+    })) << "the window has the keyboard";
+    display.press(VirtualDisplay::F10);
+    display.type("k");
+    EXPECT_TRUE(waitFor([this] { return extent(display.picture(), on).isEmpty(); })) << "the keys lie over the page";
+    display.press(VirtualDisplay::Escape);
+    EXPECT_TRUE(waitFor([this] { return !extent(display.picture(), on).isEmpty(); }));
+}
+
 TEST_F(Wayland, everyPageIsDrawnWhereThereIsNoSeat) {
     if (!VirtualCompositor::isInstalled()) GTEST_SKIP() << "there is no weston on this machine";
     if (!compositor.startWithoutSeat(runtimeFolder())) GTEST_SKIP() << "weston does not run on this machine";

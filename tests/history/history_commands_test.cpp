@@ -262,7 +262,7 @@ TEST_F(HistoryCommands, refuseTheChangesOfAPhoneThatWasMountedInTheSamePlace) {
 
 TEST_F(HistoryCommands, twoAtOnceUndoATurnOnceOrComeBack) {
     for (int round = 0; round < 10; ++round) {
-        set("SliderActionsVolume", std::to_string(round));
+        expectDone(ctl.run({"set", "OwnNumber", std::to_string(round), "--type", "integer"}));
         const std::string changed = readSettings(phone);
         RunningTrivel3ctl one(ctl, {"undo"});
         RunningTrivel3ctl other(ctl, {"undo"});

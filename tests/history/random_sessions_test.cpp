@@ -105,7 +105,7 @@ public:
     }
     platform::Result<std::vector<HistoryEntry>> takeBack(const std::vector<HistoryEntry>& changes) {
         hosts::QuietNotifyCenter notifications;
-        return hosts::Undo(_phone, notifications, _second.history().recorder, {})
+        return hosts::Undo({_phone, notifications, _second.history().recorder, {}})
             .takeBack(changes, hosts::Undo::Newer::stays);
     }
     std::vector<std::string> remarks() const {
@@ -219,10 +219,10 @@ struct RandomSessionsTakenBack : testing::TestWithParam<unsigned long> {
 
     // How many turns were taken back before there was nothing more.
     std::size_t undoAll() {
-        return countUntil("there is nothing to undo", [this] { return sessions.session().undo(); });
+        return countUntil("Not undone: there is nothing to undo", [this] { return sessions.session().undo(); });
     }
     std::size_t redoAll() {
-        return countUntil("there is nothing to do again", [this] { return sessions.session().redo(); });
+        return countUntil("Not done again: there is nothing to do again", [this] { return sessions.session().redo(); });
     }
     template <class Step>
     std::size_t countUntil(const char* end, Step step) {

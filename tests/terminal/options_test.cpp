@@ -126,11 +126,12 @@ TEST(Options, everySubcommandFailsWithoutThePhoneThatIsNamed) {
     EXPECT_FALSE(fs::exists(ctl.folder() / "missing"));
 }
 
-TEST(Options, phoneThatIsAFileIsAFailure) {
+TEST(Options, phoneThatIsAFileAndNoReportIsAFailure) {
     Trivel3ctl ctl;
     writeText(ctl.folder() / "file", "");
 
-    expectFailure(ctl.run({"--phone", ctl.folder() / "file", "list"}), 1, "Not a directory");
+    expectFailure(ctl.run({"--phone", ctl.folder() / "file", "list"}), 1, "it is no support report");
+    expectFailure(ctl.run({"--phone", ctl.folder() / "file", "set", "HotCorners", "off"}), 2, "a phone's folder alone");
 }
 
 TEST(Options, deviceGivesTheScreenItsShape) {

@@ -121,6 +121,24 @@ TEST(Screen, movesTheCheckmarkToTheChosenRow) {
     EXPECT_EQ(screen.phone.stored("SliderActionsBrightness"), Value(0));
 }
 
+TEST(Screen, marksRowsThatAreNotAtTheirDefaults) {
+    OpenedScreen screen({}, Dictionary{{"QuickSwitcher", Value(true)}, {"HotCorners", Value(false)}});
+    EXPECT_THAT(screen.terminal.rowWith("Hot Corners"), HasSubstr("•  Hot Corners"));
+    EXPECT_THAT(screen.terminal.rowWith("Multi-Center  "), Not(HasSubstr("•")));
+    EXPECT_THAT(screen.terminal.rowWith("Quick Switcher"), Not(HasSubstr("•"))) << "stored, as it is by default";
+    screen.terminal.press({"Space"});
+    EXPECT_TRUE(screen.terminal.waitForRow("Multi-Center  ", "•"));
+    screen.terminal.press({"Space"});
+    EXPECT_TRUE(screen.terminal.waitForRow("Multi-Center  ", "on ━━●"));
+    EXPECT_THAT(screen.terminal.rowWith("Multi-Center  "), Not(HasSubstr("•")));
+    ASSERT_TRUE(screen.open("Advanced Options"));
+    ASSERT_TRUE(screen.open("Slider Actions"));
+    screen.find("Set Volume to Minimum");
+    screen.terminal.press({"Space"});
+    EXPECT_TRUE(screen.terminal.waitForRow("Set Volume to Minimum", "•✓"));
+    EXPECT_THAT(screen.terminal.rowWith("Switch to Ringer Volume"), Not(HasSubstr("•")));
+}
+
 TEST(Screen, undoesTurnByTurnAndDoesThemAgain) {
     OpenedScreen screen;
     screen.terminal.press({"Space"});
@@ -144,6 +162,35 @@ TEST(Screen, undoesTurnByTurnAndDoesThemAgain) {
     EXPECT_TRUE(screen.terminal.waitFor("Done again: HotCorners"));
     EXPECT_TRUE(screen.terminal.waitForRow("Hot Corners  ", "off ●──"));
     EXPECT_EQ(screen.phone.stored("HotCorners"), Value(false));
+}
+
+TEST(Screen, resetsARowAndUndoesThat) {
+    OpenedScreen screen({}, Dictionary{{"HotCorners", Value(false)}, {"Mine", Value(1)}});
+    screen.find("Hot Corners");
+    screen.terminal.press({"R"});
+    EXPECT_TRUE(screen.terminal.waitFor("Reset “Hot Corners”. u undoes it"));
+    EXPECT_TRUE(screen.terminal.waitForRow("Hot Corners  ", "on ━━●"));
+    EXPECT_THAT(screen.terminal.rowWith("Hot Corners  "), Not(HasSubstr("•")));
+    EXPECT_EQ(screen.phone.stored("HotCorners"), Value(true));
+    EXPECT_EQ(screen.phone.stored("Mine"), Value(1));
+    screen.terminal.press({"R"});
+    EXPECT_TRUE(screen.terminal.waitFor("“Hot Corners” is at its default already."));
+    screen.terminal.press({"u"});
+    EXPECT_TRUE(screen.terminal.waitForRow("Hot Corners  ", "off ●──"));
+    EXPECT_EQ(screen.phone.stored("HotCorners"), Value(false));
+    screen.find("The Creators");
+    screen.terminal.press({"R"});
+    EXPECT_TRUE(screen.terminal.waitFor("This row has no default to go back to"));
+}
+
+TEST(Screen, undoesNothingThatAnotherProgramHasChangedSince) {
+    OpenedScreen screen;
+    screen.terminal.press({"Space"});
+    ASSERT_TRUE(screen.phone.waitForStored("MultiCenter", Value(false)));
+    screen.phone.store("MultiCenter", Value(7));
+    screen.terminal.press({"u"});
+    EXPECT_TRUE(screen.terminal.waitFor("Not undone: 'MultiCenter' has been changed since change 1"));
+    EXPECT_EQ(screen.phone.stored("MultiCenter"), Value(7));
 }
 
 // A page in view, which has a repair for what another program has set.

@@ -34,6 +34,7 @@ QAccessible::State changingState(const SpokenLine& row) {
 AccessibleLine::AccessibleLine(AccessibleTable& table, int id) : _table(table), _id(id) {
     const SpokenLine now = spoken();
     _toldName = now.name;
+    _toldDescription = now.description;
     _toldState = changingState(now);
 }
 
@@ -101,6 +102,10 @@ void AccessibleLine::tellChange() {
     const SpokenLine now = spoken();
     if (std::exchange(_toldName, now.name) != now.name) {
         QAccessibleEvent event(this, QAccessible::NameChanged);
+        QAccessible::updateAccessibility(&event);
+    }
+    if (std::exchange(_toldDescription, now.description) != now.description) {
+        QAccessibleEvent event(this, QAccessible::DescriptionChanged);
         QAccessible::updateAccessibility(&event);
     }
     const QAccessible::State state = changingState(now);

@@ -46,6 +46,7 @@ private:
     int _id;
     QAccessible::State _toldState;
     QString _toldName;
+    QString _toldDescription;
 };
 
 }  // namespace hosts::desktop

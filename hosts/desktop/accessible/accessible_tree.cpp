@@ -65,15 +65,58 @@ QAccessible::State AccessibleStage::state() const {
     return state;
 }
 
+/// Something to choose from a menu. Qt's own interface does not say of an item that it is greyed.
+class AccessibleMenuEntry : public QAccessibleObject, public QAccessibleActionInterface {
+public:
+    explicit AccessibleMenuEntry(QQuickItem* item) : QAccessibleObject(item) {}
+
+    QWindow* window() const override { return item().window(); }
+    QAccessibleInterface* parent() const override { return accessibleParent(item()); }
+    int childCount() const override { return 0; }
+    QAccessibleInterface* child(int) const override { return nullptr; }
+    int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+    QRect rect() const override { return screenRect(item()); }
+    QAccessible::Role role() const override { return QAccessible::MenuItem; }
+    QString text(QAccessible::Text kind) const override {
+        return kind == QAccessible::Name          ? item().property("label").toString()
+               : kind == QAccessible::Description ? item().property("keys").toString()
+                                                  : QString();
+    }
+    QAccessible::State state() const override {
+        QAccessible::State state;
+        state.disabled = !item().isEnabled();
+        state.focusable = item().isEnabled();
+        state.focused = item().hasActiveFocus();
+        return state;
+    }
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this) : nullptr;
+    }
+    QStringList actionNames() const override {
+        return item().isEnabled() ? QStringList{pressAction(), setFocusAction()} : QStringList();
+    }
+    void doAction(const QString& name) override {
+        if (!actionNames().contains(name)) return;
+        QMetaObject::invokeMethod(&item(), name == pressAction() ? "chosen" : "takeFocus");
+    }
+    QStringList keyBindingsForAction(const QString&) const override { return {}; }
+
+private:
+    QQuickItem& item() const { return *static_cast<QQuickItem*>(object()); }
+};
+
 // By the names of their QML files: the class is all that is known of an item that is still being made.
 QAccessibleInterface* makeInterface(const QString& className, QObject* object) {
     constexpr std::array stages{
         std::pair{"Shell_QML", QAccessible::Pane},           std::pair{"PageItem_QML", QAccessible::Pane},
         std::pair{"ComposerSheet_QML", QAccessible::Dialog}, std::pair{"FindSheet_QML", QAccessible::Dialog},
-        std::pair{"PhonesSheet_QML", QAccessible::Dialog},   std::pair{"SheetQuestion_QML", QAccessible::Dialog}};
+        std::pair{"PhonesSheet_QML", QAccessible::Dialog},   std::pair{"SheetQuestion_QML", QAccessible::Dialog},
+        std::pair{"KeysSheet_QML", QAccessible::Dialog},     std::pair{"AboutSheet_QML", QAccessible::Dialog},
+        std::pair{"PopupMenu_QML", QAccessible::PopupMenu}};
     auto* item = qobject_cast<QQuickItem*>(object);
     if (!item) return nullptr;
     if (className.startsWith(QLatin1String("TablePage_QML"))) return new AccessibleTable(item);
+    if (className.startsWith(QLatin1String("MenuEntry_QML"))) return new AccessibleMenuEntry(item);
     for (const auto& [name, role] : stages) {
         if (className.startsWith(QLatin1String(name))) return new AccessibleStage(item, role);
     }

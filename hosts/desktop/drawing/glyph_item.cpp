@@ -30,6 +30,16 @@ QPainterPath paperclip(const QRectF& area) {
     return path;
 }
 
+// Three of them within a circle.
+QPainterPath dots(const QRectF& area) {
+    QPainterPath path;
+    path.addEllipse(area);
+    const double radius = area.width() * 0.04;
+    for (const double place : {-0.24, 0.0, 0.24})
+        path.addEllipse(area.center() + QPointF(area.width() * place, 0), radius, radius);
+    return path;
+}
+
 QPainterPath pathOf(GlyphItem::Shape shape, const QRectF& area) {
     switch (shape) {
         case GlyphItem::Disclosure:
@@ -42,6 +52,8 @@ QPainterPath pathOf(GlyphItem::Shape shape, const QRectF& area) {
                          area.topRight()});
         case GlyphItem::Paperclip:
             return paperclip(area);
+        case GlyphItem::Dots:
+            return dots(area);
     }
     return {};
 }

@@ -16,7 +16,7 @@ class GlyphItem : public QQuickPaintedItem {
     Q_PROPERTY(qreal stroke READ stroke WRITE setStroke NOTIFY strokeChanged)
 
 public:
-    enum Shape { Disclosure, Back, Checkmark, Paperclip };
+    enum Shape { Disclosure, Back, Checkmark, Paperclip, Dots };
     Q_ENUM(Shape)
 
     explicit GlyphItem(QQuickItem* parent = nullptr);

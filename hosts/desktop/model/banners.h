@@ -18,6 +18,8 @@ struct Banner {
     /// One or more sentences. It may hold no character that steers the text.
     QString text;
     bool isProblem = false;
+    /// Whether it goes by itself after some seconds.
+    bool passes = false;
     /// What there is to do, as its button says it, and how; both empty where there is nothing. Done once, with the
     /// banner gone already, so that it may tell of another.
     QString action = {};
@@ -32,6 +34,7 @@ class Banners : public QObject {
     Q_PROPERTY(bool shown READ isShown NOTIFY changed)
     Q_PROPERTY(QString text READ text NOTIFY changed)
     Q_PROPERTY(bool problem READ isProblem NOTIFY changed)
+    Q_PROPERTY(bool passing READ isPassing NOTIFY changed)
     /// The label of its button; empty for none.
     Q_PROPERTY(QString action READ action NOTIFY changed)
     /// How many wait behind the one that is shown.
@@ -47,6 +50,7 @@ public:
     QString text() const { return isShown() ? current()->text : QString(); }
     QString action() const { return isShown() ? current()->action : QString(); }
     bool isProblem() const { return isShown() && current()->isProblem; }
+    bool isPassing() const { return isShown() && current()->passes; }
     int waiting() const { return isShown() ? static_cast<int>(_banners.size()) - 1 : 0; }
 
     /// The user has read the one that is shown, or wants done what can be done about it.

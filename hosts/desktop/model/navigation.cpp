@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "hosts/session/defaults.h"
 #include "hosts/session/printable.h"
 #include "hosts/session/title_path.h"
 #include "platform/list/page_controller.h"
@@ -24,6 +25,46 @@ Navigation::Navigation(HandOver& handOver) : _handOver(handOver), _controller(*t
     QQmlEngine::setObjectOwnership(&_banners, QQmlEngine::CppOwnership);
     QQmlEngine::setObjectOwnership(&_find, QQmlEngine::CppOwnership);
     QQmlEngine::setObjectOwnership(&_phones, QQmlEngine::CppOwnership);
+    QQmlEngine::setObjectOwnership(&_menu, QQmlEngine::CppOwnership);
+    QQmlEngine::setObjectOwnership(&_commands, QQmlEngine::CppOwnership);
+    takeOnCommands();
+}
+
+// Those that the window can carry out by itself.
+void Navigation::takeOnCommands() {
+    _commands.use(Commands::Find, [this] { _find.begin({}); });
+    _commands.use(Commands::Reload, [this] { current()->reload(); });
+    _commands.use(Commands::OpenPhone, [this] { _phones.chooseFolder(); });
+    _commands.use(Commands::ShowKeys, [this] { _commands.showSheet(Commands::KeysSheet); });
+    _commands.use(Commands::About, [this] { _commands.showSheet(Commands::AboutSheet); });
+    _commands.use(
+        Commands::ResetPage,
+        [this] {
+            if (_reset) _reset(settingsOfPage(), {});
+        },
+        [this] { return _canReset && _canReset(settingsOfPage()); });
+}
+
+void Navigation::useReset(Reset reset, CanReset canReset) {
+    _reset = std::move(reset);
+    _canReset = std::move(canReset);
+}
+
+std::vector<std::string> Navigation::settingsOfPage() const {
+    return _defaults ? _defaults->settingsOf(current()->controller()) : std::vector<std::string>();
+}
+
+void Navigation::openMenu(QPointF place) {
+    _menu.show(tr("Menu"), _commands.menuItems(), place);
+}
+
+void Navigation::openRowMenu(int line, QPointF place) {
+    const auto row = current()->table()->settingAt(line);
+    if (!row) return;
+    const auto keys = row->key ? std::vector{*row->key} : std::vector<std::string>();
+    const bool can = _canReset && _canReset(keys);
+    _menu.show(QString::fromStdString(row->label),
+               {{tr("&Reset to Default"), {}, can, [this, keys, label = row->label] { _reset(keys, label); }}}, place);
 }
 
 Navigation::~Navigation() {
@@ -154,12 +195,13 @@ QHash<int, QByteArray> Navigation::roleNames() const {
 }
 
 void Navigation::didPush(platform::UIViewController& page, bool animated) {
-    auto pushed = std::make_shared<Page>(page.shared_from_this(), current());
+    auto pushed = std::make_shared<Page>(page.shared_from_this(), current(), _defaults);
     QQmlEngine::setObjectOwnership(pushed.get(), QQmlEngine::CppOwnership);
     if (TableModel* const table = pushed->table()) {
         QQmlEngine::setObjectOwnership(table, QQmlEngine::CppOwnership);
         connect(table, &TableModel::acted, this, &Navigation::acted);
         table->askBeforeLinks([this, on = pushed.get()](const auto& link) { return comeBackTo(on, link); });
+        connect(pushed.get(), &Page::rowMenuAsked, this, &Navigation::openRowMenu);
     }
     giveRoom(*pushed);
     _stack.push_back(std::move(pushed));

@@ -11,8 +11,10 @@
 #include <vector>
 
 #include "hosts/desktop/model/banners.h"
+#include "hosts/desktop/model/commands.h"
 #include "hosts/desktop/model/composer.h"
 #include "hosts/desktop/model/find.h"
+#include "hosts/desktop/model/menu.h"
 #include "hosts/desktop/model/page.h"
 #include "hosts/desktop/model/phones.h"
 #include "platform/ui/navigation_controller.h"
@@ -37,6 +39,8 @@ class Navigation : public QAbstractListModel, public platform::NavigationHost {
     Q_PROPERTY(bool composerAnimated READ isComposerAnimated NOTIFY composerShownChanged)
     Q_PROPERTY(hosts::desktop::Banners* banners READ bannersForQml CONSTANT)
     Q_PROPERTY(hosts::desktop::Find* find READ findForQml CONSTANT)
+    Q_PROPERTY(hosts::desktop::Menu* menu READ menuForQml CONSTANT)
+    Q_PROPERTY(hosts::desktop::Commands* commands READ commandsForQml CONSTANT)
     Q_PROPERTY(hosts::desktop::Phones* phones READ phonesForQml CONSTANT)
 
 public:
@@ -53,6 +57,13 @@ public:
     /// problem, where one of them leads to no page, is one line.
     platform::Result<platform::Done> openPath(std::string_view path);
 
+    /// By which the rows of pages that open from here on say that they are changed. They outlive the navigation.
+    void useDefaults(const Defaults* defaults) { _defaults = defaults; }
+    /// Puts settings back to their defaults; `label` is what the user calls them, empty for all of a page's.
+    using Reset = std::function<void(const std::vector<std::string>& keys, const std::string& label)>;
+    using CanReset = std::function<bool(const std::vector<std::string>& keys)>;
+    /// From here on settings are reset so.
+    void useReset(Reset reset, CanReset canReset);
     /// From here on, what the user looks for is found by the finder, which outlives the navigation.
     void useFinder(Finder& finder);
     /// Opens the hit's page, with the keyboard on its row.
@@ -76,6 +87,11 @@ public:
     Banners& banners() { return _banners; }
     Find& find() { return _find; }
     Phones& phones() { return _phones; }
+    Menu& menu() { return _menu; }
+    Commands& commands() { return _commands; }
+
+    /// Opens the window's menu, at this place in it.
+    Q_INVOKABLE void openMenu(QPointF place);
 
     /// The room that the first page has, and that the others have, in points; and whether it stays in view beside them.
     Q_INVOKABLE void layOut(QSizeF first, QSizeF others, bool sideBySide);
@@ -117,9 +133,8 @@ public:
 signals:
     /// The user has done something to a row.
     void acted();
-    /// The user wants the last turn back, or what was undone last done again.
-    void undoAsked();
-    void redoAsked();
+    /// The user wants the window's menu.
+    void menuAsked();
     void currentChanged();
     void sideBySideChanged();
     void composerChanged();
@@ -131,6 +146,11 @@ private:
     Banners* bannersForQml() { return &_banners; }
     Find* findForQml() { return &_find; }
     Phones* phonesForQml() { return &_phones; }
+    Menu* menuForQml() { return &_menu; }
+    Commands* commandsForQml() { return &_commands; }
+    void takeOnCommands();
+    void openRowMenu(int line, QPointF place);
+    std::vector<std::string> settingsOfPage() const;
     std::vector<std::string> titles() const;
     void tellOutcome(const ComposerOutcome& outcome);
     void publishLater();
@@ -145,6 +165,7 @@ private:
     void forget(const Page* page);
 
     HandOver& _handOver;
+    const Defaults* _defaults = nullptr;
     QSizeF _firstSize;
     QSizeF _otherSize;
     bool _isSideBySide = false;
@@ -161,6 +182,10 @@ private:
     Banners _banners;
     Find _find;
     Phones _phones;
+    Menu _menu;
+    Commands _commands;
+    Reset _reset;
+    CanReset _canReset;
     /// Last, so that it goes first: pages and composers that it lets go may be drawn until then.
     platform::UINavigationController _controller;
 };

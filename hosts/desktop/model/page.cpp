@@ -13,13 +13,14 @@ std::shared_ptr<platform::UIView> rightView(platform::UIViewController& page) {
 
 }  // namespace
 
-Page::Page(std::shared_ptr<platform::UIViewController> controller, const Page* before)
+Page::Page(std::shared_ptr<platform::UIViewController> controller, const Page* before, const Defaults* defaults)
     : _controller(std::move(controller)),
       _depth(before ? before->depth() + 1 : 0),
       _backTitle(before ? before->title() : QString()) {
     platform::UITableView* table = tableOfPage(*_controller);
     if (!table) return;
-    _table = std::make_unique<TableModel>(*table, dynamic_cast<platform::PSListController*>(_controller.get()));
+    _table =
+        std::make_unique<TableModel>(*table, dynamic_cast<platform::PSListController*>(_controller.get()), defaults);
 }
 
 QString Page::title() const {
@@ -78,6 +79,12 @@ void Page::letGo() {
 void Page::type(const QString& typed) {
     const int line = _table->type(typed);
     if (line >= 0) emit rowWanted(line);
+}
+
+void Page::reload() {
+    if (_isGone) return;
+    if (auto* list = dynamic_cast<platform::PSListController*>(_controller.get())) list->reloadSpecifiers();
+    if (_table) _table->redrawVisibleRows();
 }
 
 void Page::touchRightItem() {

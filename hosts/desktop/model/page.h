@@ -3,6 +3,7 @@
 
 #include <QtQml/qqmlregistration.h>
 #include <QObject>
+#include <QPointF>
 #include <memory>
 
 #include "hosts/desktop/drawing/view_handle.h"
@@ -37,8 +38,8 @@ public:
     enum Place { Beneath = -1, Seen = 0, Away = 1 };
     Q_ENUM(Place)
 
-    /// `before` is the page that leads to this one; null for none.
-    Page(std::shared_ptr<platform::UIViewController> controller, const Page* before);
+    /// `before` is the page that leads to this one; null for none. `defaults` are as of the page's table.
+    Page(std::shared_ptr<platform::UIViewController> controller, const Page* before, const Defaults* defaults);
 
     platform::UIViewController& controller() const { return *_controller; }
     /// Null for a page that is no table.
@@ -71,6 +72,10 @@ public:
     void letGo();
 
     Q_INVOKABLE void touchRightItem();
+    /// The menu of the row on this line of the table, at this place in the window.
+    Q_INVOKABLE void openRowMenu(int line, QPointF place) { emit rowMenuAsked(line, place); }
+    /// Loads the page's rows again.
+    void reload();
     /// So much has been typed of an application's name, on a page that lists them.
     Q_INVOKABLE void type(const QString& typed);
 
@@ -78,6 +83,7 @@ signals:
     void headerChanged();
     void placeChanged();
     void keysWanted();
+    void rowMenuAsked(int line, QPointF place);
     /// The user has been led to the row on this line of the table.
     void rowWanted(int line);
 

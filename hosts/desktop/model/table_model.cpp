@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "hosts/desktop/drawing/view_handle.h"
+#include "hosts/session/defaults.h"
 #include "hosts/session/finder.h"
 #include "hosts/session/title_path.h"
 #include "platform/list/table_cell.h"
@@ -84,7 +85,8 @@ QString spokenTexts(const platform::UIView& view) {
     return texts.join(QStringLiteral(", "));
 }
 
-TableModel::TableModel(platform::UITableView& table, platform::PSListController* list) : _table(&table), _list(list) {
+TableModel::TableModel(platform::UITableView& table, platform::PSListController* list, const Defaults* defaults)
+    : _table(&table), _list(list), _defaults(defaults) {
     rebuild(false);
     if (_list) _list->setTableHost(this);
 }
@@ -115,6 +117,7 @@ QHash<int, QByteArray> TableModel::roleNames() const {
             {InsetRole, "inset"},
             {AccessoryWidthRole, "accessoryWidth"},
             {RowHeightRole, "rowHeight"},
+            {ChangedRole, "isChanged"},
             {TreeRole, "tree"},
             {FirstRole, "first"},
             {StartsRole, "starts"},
@@ -173,6 +176,8 @@ QVariant TableModel::rowData(TableLine& line, int role) const {
             return row->look.accessoryWidth;
         case RowHeightRole:
             return row->look.height;
+        case ChangedRole:
+            return row->look.isChanged;
         case TreeRole:
             return QVariant::fromValue(ViewHandle{row->cell, row->revision});
         default:
@@ -223,7 +228,7 @@ void TableModel::produce(TableLine& line) const {
     auto cell = path ? _table->produceCellForRowAtIndexPath(*path) : nullptr;
     if (!cell) return;
     auto live = std::make_unique<LiveRow>();
-    live->look = RowLook::of(*cell);
+    live->look = RowLook::of(*cell, _defaults);
     live->revision = line.live ? line.live->revision + 1 : 0;
     live->cell = std::move(cell);
     line.live = std::move(live);
@@ -247,6 +252,14 @@ int TableModel::lineOfRow(platform::NSIndexPath path) const {
     const auto line =
         std::ranges::find_if(_lines, [path](const TableLine& each) { return each.isRow() && each.path == path; });
     return line == _lines.end() ? -1 : static_cast<int>(std::distance(_lines.begin(), line));
+}
+
+std::optional<TableModel::RowSetting> TableModel::settingAt(int line) const {
+    if (!isRow(line)) return std::nullopt;
+    RowSetting setting{lookOf(lineAt(line)).label, std::nullopt};
+    const auto row = _list ? _list->specifierAtIndexPath(lineAt(line).path) : nullptr;
+    if (row && _defaults) setting.key = _defaults->settingOf(*row);
+    return setting;
 }
 
 bool TableModel::listsApplications() const {
@@ -290,7 +303,10 @@ SpokenLine TableModel::spoken(int line) const {
     if (!told.isRow()) return {told.part, false, false, sectionText(told), {}, {}};
     const auto position = static_cast<std::size_t>(line);
     const bool isOpen = told.specifier && told.specifier == _open;
-    SpokenLine spoken{told.part, told.isView(), isOpen, {}, footerBelow(position), lookOf(told)};
+    SpokenLine spoken{told.part, told.isView(), isOpen, {}, {}, lookOf(told)};
+    QStringList about(footerBelow(position));
+    if (spoken.look.isChanged) about.prepend(tr("Not at its default."));
+    spoken.description = about.join(u' ').trimmed();
     QStringList texts{QString::fromStdString(spoken.look.label)};
     for (const std::string& detail : spoken.look.details)
         texts.append(QString::fromStdString(detail).replace(u'\n', u' '));
@@ -304,7 +320,7 @@ RowLook TableModel::lookOf(const TableLine& line) const {
     const auto path = _table ? placeOf(line) : std::nullopt;
     const auto cell = path ? _table->produceCellForRowAtIndexPath(*path) : nullptr;
     if (!cell) return {};
-    const RowLook look = RowLook::of(*cell);
+    const RowLook look = RowLook::of(*cell, _defaults);
     if (line.isView()) _table->enqueueReusableCell(cell);
     return look;
 }
@@ -329,7 +345,7 @@ void TableModel::tap(int line) {
     const auto touched = std::ranges::find(_lines, id, &TableLine::id);
     if (touched == _lines.end()) return;
     _table->touchRowAtIndexPath(touched->path);
-    takeLooks();
+    takeLooks(0);
 }
 
 bool TableModel::mayFollow(const TableLine& line) const {
@@ -349,10 +365,11 @@ void TableModel::moveSwitch(int line, bool on) {
     // Held here: what the page does with the change may take the row away.
     auto cell = row ? std::dynamic_pointer_cast<platform::PSTableCell>(row->cell) : nullptr;
     if (!cell) return;
-    noteAct({lineAt(line).id, on});
+    const int id = lineAt(line).id;
+    noteAct({id, on});
     lineAt(line).isAnimated = true;
     cell->userMovedSwitch(on);
-    takeLooks();
+    takeLooks(id);
 }
 
 void TableModel::noteAct(const RowAct& act) {
@@ -475,10 +492,14 @@ void TableModel::setAnimating(bool animating) {
     emit animatingChanged();
 }
 
-void TableModel::takeLook(std::size_t line) {
+// Of the row alone that has looked at its file with the act: another program may have changed it, and the other rows
+// show what it held.
+void TableModel::takeLook(std::size_t line, int acted) {
     LiveRow* row = _lines[line].live.get();
     if (!row) return;
-    RowLook look = RowLook::of(*row->cell);
+    const bool hasActed = _lines[line].id == acted;
+    RowLook look = RowLook::of(*row->cell, hasActed ? _defaults : nullptr);
+    if (!hasActed) look.isChanged = row->look.isChanged;
     if (look == row->look) return;
     row->look = std::move(look);
     ++row->revision;
@@ -486,9 +507,9 @@ void TableModel::takeLook(std::size_t line) {
 }
 
 // A page may change the cells on its screen without telling the table.
-void TableModel::takeLooks() {
+void TableModel::takeLooks(int acted) {
     for (std::size_t i = 0; i < _lines.size(); ++i)
-        takeLook(i);
+        takeLook(i, acted);
 }
 
 void TableModel::notify(std::size_t first, std::size_t last, const QList<int>& roles) {

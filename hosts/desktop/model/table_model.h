@@ -55,7 +55,7 @@ struct SpokenLine {
     bool isView = false;
     bool isOpen = false;  ///< of a link whose page is marked as the open one
     QString name;
-    QString description;  ///< what stands below the row
+    QString description;  ///< whether the row is changed, and what stands below it
     RowLook look;         ///< a row's
 };
 
@@ -92,6 +92,7 @@ public:
         InsetRole,
         AccessoryWidthRole,
         RowHeightRole,
+        ChangedRole,  ///< whether the row's setting differs from its default
         TreeRole,
         FirstRole,    ///< a line of the first section
         StartsRole,   ///< the first row of its section
@@ -101,8 +102,9 @@ public:
         AnimatedRole  ///< whether the last change is to be seen happening
     };
 
-    /// Both outlive the model, or are let go first. `list` is the page when it is a list of rows.
-    TableModel(platform::UITableView& table, platform::PSListController* list);
+    /// Both outlive the model, or are let go first. `list` is the page when it is a list of rows. `defaults` outlive
+    /// it; null where no row is to say that it is changed.
+    TableModel(platform::UITableView& table, platform::PSListController* list, const Defaults* defaults);
     ~TableModel() override;
 
     /// From here on the model shows what it has shown last, and nothing reaches the page.
@@ -121,6 +123,14 @@ public:
 
     /// The line that the row is on; -1 for none.
     int lineOfRow(platform::NSIndexPath path) const;
+
+    /// A row's label and the setting with a default that it changes, or no key. Nothing for what is no row.
+    struct RowSetting {
+        std::string label;
+        std::optional<std::string> key;
+    };
+    std::optional<RowSetting> settingAt(int line) const;
+    Q_INVOKABLE bool isRow(int line) const { return isLine(line) && lineAt(line).isRow(); }
 
     /// What a line says, whether or not it is on the screen; nothing for a number that is no line's.
     SpokenLine spoken(int line) const;
@@ -203,8 +213,8 @@ private:
     TableLine& lineAt(int line) const { return _lines[static_cast<std::size_t>(line)]; }
     LiveRow* liveRow(TableLine& line) const;
     void produce(TableLine& line) const;
-    void takeLook(std::size_t line);
-    void takeLooks();
+    void takeLook(std::size_t line, int acted);
+    void takeLooks(int acted);
     void notify(std::size_t first, std::size_t last, const QList<int>& roles = {});
 
     QVariant rowData(TableLine& line, int role) const;
@@ -219,6 +229,7 @@ private:
 
     platform::UITableView* _table;
     platform::PSListController* _list;
+    const Defaults* _defaults;
     /// Asking what a row shows produces its cell.
     mutable std::vector<TableLine> _lines;
     int _lastId = 0;

@@ -33,13 +33,23 @@ platform::Result<platform::Done> DesktopSession::open(QSize size) {
     QObject::connect(&_window->view(), &QQuickWindow::afterAnimating, &_navigation, [this] { closeTurn(); });
     // Rows that look as before need no picture, but what has become of the act may have to be told.
     QObject::connect(&_navigation, &Navigation::acted, &_window->view(), [this] { _window->view().update(); });
-    QObject::connect(&_navigation, &Navigation::undoAsked, &_navigation, [this] { tellTakenBack(_session->undo()); });
-    QObject::connect(&_navigation, &Navigation::redoAsked, &_navigation, [this] { tellTakenBack(_session->redo()); });
+    takeOnCommands();
     // What the pages say is found out when the user first wants to know, and then once for each search.
     QObject::connect(&_navigation.find(), &Find::openChanged, &_navigation, [this] { _finder.forget(); });
     _navigation.useFinder(_finder);
+    _navigation.useDefaults(_session->defaults());
     _navigation.open(*std::move(root));
     return platform::Done();
+}
+
+void DesktopSession::takeOnCommands() {
+    Commands& commands = _navigation.commands();
+    commands.use(
+        Commands::Undo, [this] { tellTakenBack(_session->undo()); }, [this] { return _session->hasTurnToUndo(); });
+    commands.use(
+        Commands::Redo, [this] { tellTakenBack(_session->redo()); }, [this] { return _session->hasTurnToRedo(); });
+    _navigation.useReset([this](const auto& keys, const auto& label) { tellReset(_session->reset(keys, label)); },
+                         [this](const auto& keys) { return _session->canReset(keys); });
 }
 
 // Where a change did not come about, the rows show what the file still holds. They are read for while the turn is not
@@ -143,8 +153,20 @@ void DesktopSession::showFilesAnew() {
 void DesktopSession::tellTakenBack(const platform::Result<std::string>& outcome) {
     if (outcome) showFilesAnew();
     _navigation.tell({.about = Banner::About::undo,
-                      .text = shownText(outcome ? *outcome : "Not undone: " + outcome.error().text()),
-                      .isProblem = !outcome});
+                      .text = shownText(outcome ? *outcome : outcome.error().text()),
+                      .isProblem = !outcome,
+                      .passes = outcome.has_value()});
+}
+
+void DesktopSession::tellReset(const platform::Result<SettingsSession::DoneTurn>& outcome) {
+    if (!outcome) return tellTakenBack(outcome.error());
+    showFilesAnew();
+    Banner banner{.about = Banner::About::undo, .text = shownText(outcome->text), .passes = true};
+    if (outcome->turn != 0) {
+        banner.action = QStringLiteral("Undo");
+        banner.act = [this, turn = outcome->turn] { tellTakenBack(_session->undoTurn(turn)); };
+    }
+    _navigation.tell(std::move(banner));
 }
 
 }  // namespace hosts::desktop

@@ -49,6 +49,8 @@ private:
     void lookAtFiles();
     void bringUpToDate(Page& page);
     void showFilesAnew();
+    void takeOnCommands();
+    void tellReset(const platform::Result<SettingsSession::DoneTurn>& outcome);
     void tellTakenBack(const platform::Result<std::string>& outcome);
 
     Outside _outside;

@@ -153,6 +153,7 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
     for (const std::string& problem : unopened)
         session.navigation().tell({.text = QString::fromStdString(printable(problem)), .isProblem = true});
     followTaste(session.window(), taste, options);
+    session.window().setZoom(memory.zoom());
     QObject::connect(&instance, &SingleInstance::wanted, &view,
                      [&view](const QByteArray& token) { comeForward(view, token); });
     instance.openPagesBy([&session](const QString& titles) { return openPageInWindow(session.navigation(), titles); });
@@ -163,7 +164,7 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
         QGuiApplication::setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName()));
     });
     const int status = application.exec();
-    memory.remember(view.size(), session.navigation().path());
+    memory.remember(view.size(), session.navigation().path(), session.window().zoom());
     return status;
 }
 

@@ -51,6 +51,8 @@ public:
         _navigation.phones().begin();
         draw(QStringLiteral("phones"));
         _navigation.phones().close();
+        drawMenus();
+        drawRowMenu();
         if (_error.isEmpty()) return platform::Done();
         return platform::Problem{.reason = _error.toStdString()};
     }
@@ -67,6 +69,31 @@ private:
         const QImage picture = _view.grabWindow();
         if (picture.isNull() || !picture.save(file)) _error = file + QStringLiteral(": cannot be written");
         if (_navigation.banners().isShown()) _error = _navigation.banners().text();
+    }
+
+    void drawMenus() {
+        emit _navigation.menuAsked();
+        draw(QStringLiteral("menu"));
+        _navigation.menu().close();
+        for (const auto& [sheet, name] : {std::pair{Commands::KeysSheet, "keys"}, {Commands::AboutSheet, "about"}}) {
+            _navigation.commands().showSheet(sheet);
+            draw(QString::fromLatin1(name));
+        }
+        _navigation.commands().closeSheet();
+    }
+
+    // The switch is moved in memory alone.
+    void drawRowMenu() {
+        TableModel& table = *_navigation.current()->table();
+        int last = -1;
+        for (int row = table.rowBeside(-1, 1); row >= 0; row = table.rowBeside(row, 1)) {
+            if (table.data(table.index(row), TableModel::KindRole) == QLatin1String("switch")) last = row;
+        }
+        table.activate(last);
+        QMetaObject::invokeMethod(tableOf(_navigation.current(), *_view.rootObject()), "openMenu",
+                                  Q_ARG(QVariant, last), Q_ARG(QVariant, QVariant()));
+        draw(QStringLiteral("row-menu"));
+        _navigation.menu().close();
     }
 
     void visitPage(const QString& name) {

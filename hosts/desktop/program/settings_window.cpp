@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstddef>
+#include <iterator>
 
 #include "hosts/desktop/accessible/accessible_tree.h"
 #include "hosts/desktop/drawing/qt_values.h"
@@ -23,11 +25,13 @@ namespace {
 
 constexpr double usualFontSize = 17;
 
+constexpr std::array zoomSteps{0.5, 0.67, 0.8, 0.9, 1.0, 1.1, 1.25, 1.5, 1.75, 2.0, 2.5, 3.0};
+
 constexpr const char* showsFocus = "showsFocus";
 
 constexpr std::array actingKeys{Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter};
-constexpr std::array movingKeys{Qt::Key_Up,   Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown,
-                                Qt::Key_Home, Qt::Key_End,  Qt::Key_Tab,    Qt::Key_Backtab};
+constexpr std::array movingKeys{Qt::Key_Up,  Qt::Key_Down, Qt::Key_PageUp,  Qt::Key_PageDown, Qt::Key_Home,
+                                Qt::Key_End, Qt::Key_Tab,  Qt::Key_Backtab, Qt::Key_Menu,     Qt::Key_F10};
 
 void setShellProperty(QQuickView& view, const char* name, const QVariant& value) {
     if (QQuickItem* shell = view.rootObject()) shell->setProperty(name, value);
@@ -83,8 +87,20 @@ SettingsWindow::SettingsWindow(Navigation& navigation) : _navigation(navigation)
     _view.setResizeMode(QQuickView::SizeRootObjectToView);
     _view.setMinimumSize(smallestWindow);
     _view.installEventFilter(this);
-    QObject::connect(_view.engine(), &QQmlEngine::quit, &_view, &QWindow::close);
+    takeOnCommands();
     QObject::connect(&_navigation, &Navigation::closeAgreed, &_view, &QWindow::close);
+}
+
+void SettingsWindow::takeOnCommands() {
+    Commands& commands = _navigation.commands();
+    commands.use(Commands::LargerText, [this] { zoomBy(1); });
+    commands.use(Commands::SmallerText, [this] { zoomBy(-1); });
+    commands.use(Commands::UsualText, [this] { setZoom(1); });
+    commands.use(Commands::OpenMenu, [this] {
+        showFocus();
+        emit _navigation.menuAsked();
+    });
+    commands.use(Commands::Close, [this] { _view.close(); });
 }
 
 platform::Result<platform::Done> SettingsWindow::load(QSize size, double phoneWidth) {
@@ -124,7 +140,28 @@ void SettingsWindow::setAccent(const std::optional<QColor>& accent) {
 }
 
 void SettingsWindow::setTextScale(double scale) {
-    setShellProperty(_view, "textScale", scale);
+    _textScale = scale;
+    applyTextScale();
+}
+
+// Whatever was remembered.
+void SettingsWindow::setZoom(double zoom) {
+    const auto nearest = std::ranges::min_element(zoomSteps, {}, [zoom](double step) { return std::abs(step - zoom); });
+    _zoom = *nearest;
+    applyTextScale();
+}
+
+void SettingsWindow::zoomBy(int steps) {
+    const auto now = std::distance(zoomSteps.begin(), std::ranges::find(zoomSteps, _zoom));
+    const auto last = static_cast<std::ptrdiff_t>(zoomSteps.size()) - 1;
+    const double zoom = zoomSteps[static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(now + steps, 0, last))];
+    // A step that is not to be seen would have to be gone back before anything is.
+    const double shown = _textScale * _zoom;
+    if (steps > 0 ? shown < largestTextScale : shown > smallestTextScale) setZoom(zoom);
+}
+
+void SettingsWindow::applyTextScale() {
+    setShellProperty(_view, "textScale", std::clamp(_textScale * _zoom, smallestTextScale, largestTextScale));
 }
 
 void SettingsWindow::setReducedMotion(bool reduced) {

@@ -50,6 +50,10 @@ public:
     void setAccent(const std::optional<QColor>& accent);
     /// How large texts are, 1 being usual.
     void setTextScale(double scale);
+    /// How much larger they are than that because the user has said so in this window, by keys or wheel: 1, unless it
+    /// is one of some steps about it. What comes out stays within the bounds of a taste.
+    double zoom() const { return _zoom; }
+    void setZoom(double zoom);
     void setReducedMotion(bool reduced);
 
     /// The user knows where the focus is, and the next key acts there. For who sets it from outside.
@@ -59,9 +63,14 @@ public:
 
 private:
     bool isKept(const QKeyEvent& key);
+    void takeOnCommands();
+    void zoomBy(int steps);
+    void applyTextScale();
 
     Navigation& _navigation;
     QQuickView _view;
+    double _textScale = 1;
+    double _zoom = 1;
 };
 
 }  // namespace hosts::desktop

@@ -3,6 +3,7 @@
 
 #include <QCryptographicHash>
 #include <QFileInfo>
+#include <cmath>
 
 namespace hosts::desktop {
 
@@ -21,6 +22,7 @@ QSettings windowSettings() {
 WindowMemory::WindowMemory(const QString& key, const QString& device)
     : _sizeKey(key + QStringLiteral("/size-") + device),
       _pathKey(key + QStringLiteral("/path")),
+      _zoomKey(key + QStringLiteral("/zoom-") + device),
       _settings(windowSettings()) {}
 
 QSize WindowMemory::size() const {
@@ -31,9 +33,16 @@ QStringList WindowMemory::path() const {
     return _settings.value(_pathKey).toStringList();
 }
 
-void WindowMemory::remember(QSize size, const QStringList& path) {
+double WindowMemory::zoom() const {
+    bool isNumber = false;
+    const double zoom = _settings.value(_zoomKey).toDouble(&isNumber);
+    return isNumber && std::isfinite(zoom) ? zoom : 1;
+}
+
+void WindowMemory::remember(QSize size, const QStringList& path, double zoom) {
     _settings.setValue(_sizeKey, size);
     _settings.setValue(_pathKey, path);
+    zoom == 1 ? _settings.remove(_zoomKey) : _settings.setValue(_zoomKey, zoom);
 }
 
 }  // namespace hosts::desktop

@@ -25,11 +25,15 @@ public:
     /// The titles of the pages below the first.
     QStringList path() const;
 
-    void remember(QSize size, const QStringList& path);
+    /// How much larger texts are than usual; 1 when there is nothing to remember.
+    double zoom() const;
+
+    void remember(QSize size, const QStringList& path, double zoom);
 
 private:
     QString _sizeKey;
     QString _pathKey;
+    QString _zoomKey;
     QSettings _settings;
 };
 

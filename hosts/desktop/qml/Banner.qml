@@ -22,11 +22,25 @@ FocusScope {
     Accessible.role: Accessible.AlertMessage
     Accessible.name: banners.text
     readonly property string told: banners.text
-    onToldChanged: Qt.callLater(announce)
-    Component.onCompleted: Qt.callLater(announce)
+    onToldChanged: begin()
+    Component.onCompleted: begin()
 
     function announce() {
         if (told !== "") banners.announce(banner)
+    }
+    // Not while the user is about to do something with it.
+    HoverHandler { id: pointer }
+    readonly property bool passes: banners.passing && !pointer.hovered && !activeFocus
+    onPassesChanged: passes ? passing.restart() : passing.stop()
+    Timer {
+        id: passing
+        interval: Theme.passingTime
+        onTriggered: banner.banners.close()
+    }
+    // Each has its whole time, whatever was told before it.
+    function begin() {
+        Qt.callLater(announce)
+        if (passes) passing.restart()
     }
     function close() {
         done()

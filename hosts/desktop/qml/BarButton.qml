@@ -8,14 +8,17 @@ FocusScope {
     property string text: ""
     property string name: text
     property bool bold: false
+    /// What lies over it all takes the keys and touches of every button, and greys none.
+    property bool usable: true
     property color color: Theme.tint
     default property alias contents: holder.data
     signal activated
 
     implicitWidth: label.visible ? label.implicitWidth : holder.childrenRect.width
     implicitHeight: Theme.barHeight
+    enabled: usable
     activeFocusOnTab: enabled
-    opacity: !enabled ? 0.4 : touch.pressed ? 0.3 : 1
+    opacity: !usable ? 0.4 : touch.pressed ? 0.3 : 1
 
     Accessible.role: Accessible.Button
     Accessible.name: name
@@ -27,6 +30,19 @@ FocusScope {
     Keys.onEnterPressed: activated()
     Keys.onSpacePressed: activated()
 
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: -6
+        anchors.topMargin: 4
+        anchors.bottomMargin: 4
+        radius: 8
+        color: Theme.barPointed
+        visible: pointer.hovered
+    }
+    Pointer {
+        id: pointer
+        tip: button.text === "" ? button.name : label.truncated ? button.text : ""
+    }
     Text {
         id: label
         visible: text !== ""

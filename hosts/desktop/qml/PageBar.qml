@@ -14,13 +14,16 @@ Item {
     property alias backButton: back
     signal backWanted
     signal phonesWanted
+    signal menuWanted
 
     height: Theme.barHeight
     opacity: 1 - Math.min(1, Math.abs(slide) * 1.6)
 
     /// Whether the page before this one is out of view.
     property bool hasBack: false
-    readonly property real rightSide: page.hasRightItem ? right.width + 24 : 8
+    /// Of two bars side by side, one has the window's menu.
+    property bool hasMenu: true
+    readonly property real rightSide: (hasMenu ? width - menu.x : page.hasRightItem ? width - right.x : 0) + 8
     /// What the title would have for itself in the middle of the bar.
     readonly property real titleWidth: page.hasTitleView ? titleView.width : title.implicitWidth
     /// How wide the back button's text may be beside that.
@@ -105,6 +108,7 @@ Item {
         color: Theme.text
         Accessible.role: Accessible.Heading
         Accessible.name: bar.page.title
+        Pointer { tip: title.truncated ? title.text : "" }
     }
     ViewTree {
         id: titleView
@@ -121,6 +125,24 @@ Item {
         Accessible.name: bar.page.title
     }
 
+    BarButton {
+        id: menu
+        visible: bar.hasMenu
+        x: (bar.page.hasRightItem ? right.x : parent.width) - 16 - width
+        height: parent.height
+        implicitWidth: dots.width
+        name: qsTr("Menu")
+        onActivated: bar.menuWanted()
+        Glyph {
+            id: dots
+            anchors.verticalCenter: parent.verticalCenter
+            width: 20
+            height: 20
+            shape: Glyph.Dots
+            stroke: 1.5
+            color: Theme.tint
+        }
+    }
     BarButton {
         id: right
         visible: bar.page.hasRightItem

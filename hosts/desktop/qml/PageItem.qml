@@ -96,9 +96,11 @@ FocusScope {
         width: parent.width
         page: item.page
         hasBack: item.page.depth > (item.isBeside ? 1 : 0)
+        hasMenu: !item.navigation.sideBySide || item.page === item.navigation.current
         slide: item.slide
         phone: item.navigation.phones.name
         onBackWanted: item.navigation.back()
         onPhonesWanted: item.navigation.phones.begin()
+        onMenuWanted: item.navigation.menuAsked()
     }
 }

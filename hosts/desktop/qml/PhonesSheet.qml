@@ -28,39 +28,10 @@ FocusScope {
         focus: true
         enabled: !sheet.phones.asking
 
-        Rectangle {
+        SheetTitle {
             id: bar
-            width: parent.width
-            height: Theme.barHeight
-            color: Theme.bar
-
-            Text {
-                x: Math.max(Theme.margin, Math.round((parent.width - width) / 2))
-                width: Math.min(implicitWidth, closing.x - 8 - Theme.margin)
-                height: parent.height
-                verticalAlignment: Text.AlignVCenter
-                horizontalAlignment: Text.AlignLeft
-                text: sheet.title
-                textFormat: Text.PlainText
-                elide: Text.ElideRight
-                font.pixelSize: Theme.titleSize
-                font.weight: Font.DemiBold
-                color: Theme.text
-                Accessible.role: Accessible.Heading
-                Accessible.name: text
-            }
-            BarButton {
-                id: closing
-                anchors.right: parent.right
-                anchors.rightMargin: Theme.barInset(parent.width)
-                text: qsTr("Close")
-                onActivated: sheet.phones.close()
-            }
-            Hairline {
-                anchors.bottom: parent.bottom
-                width: parent.width
-                color: Theme.barLine
-            }
+            title: sheet.title
+            onClosed: sheet.phones.close()
         }
         SheetRows {
             id: reading

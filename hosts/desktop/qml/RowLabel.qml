@@ -8,6 +8,7 @@ Text {
 
     readonly property real needed: Math.ceil(implicitHeight) + 2 * Theme.labelPadding
     onNeededChanged: row.labelHeight = needed
+    onTruncatedChanged: row.labelIsCut = truncated
 
     x: row.labelInset
     width: row.width - x - row.accessoryWidth

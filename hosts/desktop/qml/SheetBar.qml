@@ -47,7 +47,7 @@ Item {
         anchors.rightMargin: bar.side
         text: bar.finishText
         bold: true
-        enabled: bar.canFinish
+        usable: bar.canFinish
         onActivated: bar.finished()
     }
     Hairline {

@@ -52,7 +52,12 @@ FocusScope {
     CardPart {
         starts: row.starts
         last: row.last
-        color: touch.pressed && !touch.strayed || row.willOpen ? Theme.rowPressed : Theme.row
+        color: touch.pressed && !touch.strayed || row.willOpen ? Theme.rowPressed
+               : pointer.hovered ? Theme.rowPointed : Theme.row
+    }
+    Pointer {
+        id: pointer
+        tip: title.truncated || about.truncated ? row.text + "\n" + row.detail : ""
     }
     Column {
         id: words
@@ -61,6 +66,7 @@ FocusScope {
         width: parent.width - 2 * x - Theme.checkmarkWidth - 8
         spacing: 2
         Text {
+            id: title
             width: parent.width
             text: row.text
             textFormat: Text.PlainText
@@ -71,6 +77,7 @@ FocusScope {
             Accessible.ignored: true
         }
         Text {
+            id: about
             width: parent.width
             text: row.detail
             textFormat: Text.PlainText

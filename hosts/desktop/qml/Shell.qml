@@ -38,6 +38,10 @@ FocusScope {
     // Never so early that rows became narrower than they are on the phone, but for its being wider than any card.
     readonly property bool cards: width >= Math.min(phoneWidth, Theme.cardWidth) + 2 * Theme.cardGap
 
+    /// How far from the left the bar with the menu's button ends.
+    readonly property real menuSide: navigation.sideBySide && navigation.current === navigation.first
+                                     ? Theme.firstColumn : width
+
     /// What a banner leaves: it lies over nothing, and the rows above it stay in their places as it comes and goes.
     readonly property real roomHeight: height - banner.height
     Connections {
@@ -113,14 +117,32 @@ FocusScope {
         height: shell.roomHeight
         // Phones over what is looked for: they can be asked for from there.
         readonly property url wanted: shell.navigation.phones.open ? "PhonesSheet.qml"
-                                      : shell.navigation.find.open ? "FindSheet.qml" : ""
+                                      : shell.navigation.find.open ? "FindSheet.qml"
+                                      : shell.navigation.commands.sheet === Commands.KeysSheet ? "KeysSheet.qml"
+                                      : shell.navigation.commands.sheet === Commands.AboutSheet ? "AboutSheet.qml" : ""
         onWantedChanged: {
             const hadKeys = activeFocus
             if (wanted == "") source = ""
             else if (shell.navigation.phones.open) setSource(wanted, { phones: shell.navigation.phones })
-            else setSource(wanted, { find: shell.navigation.find })
+            else if (shell.navigation.find.open) setSource(wanted, { find: shell.navigation.find })
+            else setSource(wanted, { commands: shell.navigation.commands })
             if (item) item.forceActiveFocus()
             else if (hadKeys) pages.forceActiveFocus()
+        }
+    }
+    Loader {
+        id: menu
+        width: parent.width
+        height: shell.roomHeight
+        readonly property bool wanted: shell.navigation.menu.open
+        onWantedChanged: {
+            if (wanted) return setSource("PopupMenu.qml", { menu: shell.navigation.menu })
+            source = ""
+            shell.giveBack()
+        }
+        Connections {
+            target: shell.navigation
+            function onMenuAsked() { shell.navigation.openMenu(Qt.point(shell.menuSide, Theme.barHeight)) }
         }
     }
     Loader {
@@ -163,12 +185,14 @@ FocusScope {
     /// The keyboard is the composer's or the pages' again.
     function giveBack() {
         if (navigation.composerShown) composer.item.forceActiveFocus()
+        else if (menu.item) menu.item.forceActiveFocus()
         else if (overlay.item) overlay.item.forceActiveFocus()
         else pages.forceActiveFocus()
     }
 
     /// Whether what the user looks for, or the page of phones, lies over the pages.
-    readonly property bool overlaid: navigation.find.open || navigation.phones.open
+    readonly property bool overlaid: navigation.find.open || navigation.phones.open || navigation.menu.open
+                                     || navigation.commands.sheet !== Commands.NoSheet
     /// Whether nothing lies over the pages.
     readonly property bool onPages: pages.enabled
     readonly property TableModel table: navigation.current ? navigation.current.table : null
@@ -191,15 +215,20 @@ FocusScope {
         Theme.focusPlaced()
     }
 
-    Shortcut {
-        sequences: [StandardKey.Open]
-        enabled: !shell.navigation.composerShown && !shell.navigation.phones.asking
-        onActivated: shell.navigation.phones.chooseFolder()
-    }
-    Shortcut {
-        sequences: [StandardKey.Find]
-        enabled: shell.onPages
-        onActivated: shell.navigation.find.begin("")
+    // The first picture is what the user waits for.
+    Loader {
+        id: keys
+        active: false
+        source: "CommandKeys.qml"
+        onLoaded: {
+            item.navigation = shell.navigation
+            item.onPages = Qt.binding(() => shell.onPages)
+        }
+        Connections {
+            target: shell.Window.window
+            enabled: !keys.active
+            function onFrameSwapped() { keys.active = true }
+        }
     }
     Shortcut {
         sequences: ["Escape", "Alt+Left", "Back"]
@@ -209,30 +238,47 @@ FocusScope {
             else shell.navigation.back()
         }
     }
-    Shortcut {
-        sequences: [StandardKey.Undo]
-        enabled: shell.onPages
-        onActivated: shell.navigation.undoAsked()
-    }
-    Shortcut {
-        sequences: [StandardKey.Redo]
-        enabled: shell.onPages
-        onActivated: shell.navigation.redoAsked()
-    }
-    Shortcut {
-        sequences: [StandardKey.Quit, StandardKey.Close]
-        onActivated: Qt.quit()
-    }
-
     // The mouse's own way back.
     MouseArea {
         anchors.fill: parent
         z: 10
         acceptedButtons: Qt.BackButton
         onClicked: {
-            if (shell.navigation.phones.open) shell.navigation.phones.close()
+            if (shell.navigation.menu.open) shell.navigation.menu.close()
+            else if (shell.navigation.commands.sheet !== Commands.NoSheet) shell.navigation.commands.closeSheet()
+            else if (shell.navigation.phones.open) shell.navigation.phones.close()
             else if (shell.navigation.find.open) shell.navigation.find.close()
             else shell.navigation.back()
+        }
+    }
+
+    // In front of what scrolls by it.
+    Item {
+        anchors.fill: parent
+        z: 10
+        WheelHandler {
+            acceptedModifiers: Qt.ControlModifier
+            acceptedDevices: PointerDevice.Mouse | PointerDevice.TouchPad
+            property real turned: 0
+            readonly property int oneStep: 120
+            onWheel: (event) => {
+                turned += event.angleDelta.y
+                if (Math.abs(turned) < oneStep) return
+                shell.navigation.commands.run(turned > 0 ? Commands.LargerText : Commands.SmallerText)
+                turned = 0
+            }
+        }
+    }
+
+    Loader {
+        anchors.fill: parent
+        z: 11
+        active: Tips.over !== null
+        sourceComponent: Item {
+            ToolTip {
+                over: Tips.over
+                text: Tips.text
+            }
         }
     }
 

@@ -192,6 +192,17 @@ ListView {
         positionViewAtIndex(line, ListView.Beginning)
     }
 
+    /// Opens the menu of the row on the line, at a place of the table; without one, below the row's label.
+    function openMenu(index, place) {
+        const line = itemAtIndex(index)
+        if (!line || !page.table.isRow(index)) return
+        if (line.leaveTouch) line.leaveTouch()
+        const beneath = line.mapToItem(list, Theme.margin, line.height)
+        const at = mapToItem(null, place ? place.x : beneath.x, place ? place.y : beneath.y)
+        currentIndex = index
+        page.openRowMenu(index, at)
+    }
+
     // What has the focus as it comes to be shown is among what the user sees.
     Connections {
         target: Theme
@@ -222,10 +233,20 @@ ListView {
         case Qt.Key_End: moveTo(model.rowBeside(count, -1)); break
         case Qt.Key_PageUp: moveByPage(-1); break
         case Qt.Key_PageDown: moveByPage(1); break
+        case Qt.Key_Menu: openMenu(currentIndex); break
+        case Qt.Key_F10:
+            if (event.modifiers & Qt.ShiftModifier) openMenu(currentIndex)
+            else event.accepted = false
+            break
         default: event.accepted = false
         }
     }
 
+    RowMenuArea {
+        parent: list
+        table: list
+        onWanted: (line, place) => list.openMenu(line, place)
+    }
     ScrollThumb {
         flickable: list
     }

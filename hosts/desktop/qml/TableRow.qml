@@ -18,14 +18,20 @@ Item {
     required property bool animated
     /// Whether the page that it leads to is open beside it.
     required property bool isOpen
+    required property bool isChanged
     required property Item table
 
     /// Where the label begins, and how high the row has to be for it.
     property real labelInset: inset
     property real labelHeight: 0
+    /// Whether the label is cut off.
+    property bool labelIsCut: false
 
     /// What a touch, Enter or Space does.
     signal activated
+
+    /// What is touched now is no tap.
+    function leaveTouch() { touch.strayed = true }
 
     readonly property bool isCurrent: table.activeFocus && ListView.isCurrentItem
     readonly property bool pressed: touch.pressed && !touch.strayed
@@ -40,7 +46,11 @@ Item {
     CardPart {
         starts: row.starts
         last: row.last
-        color: row.isOpen ? Theme.rowPressed : Theme.row
+        color: row.isOpen ? Theme.rowPressed : pointer.hovered ? Theme.rowPointed : Theme.row
+    }
+    Pointer {
+        id: pointer
+        tip: row.labelIsCut ? row.text : ""
     }
     CardPart {
         starts: row.starts
@@ -74,6 +84,11 @@ Item {
         anchors.bottom: parent.bottom
         x: row.labelInset
         width: parent.width - x
+    }
+
+    ChangedMark {
+        visible: row.isChanged
+        color: row.usable ? Theme.tint : Theme.greyed
     }
 
     TapArea {

@@ -31,6 +31,9 @@ QtObject {
     readonly property color page: dark ? "#000000" : "#efeff4"
     readonly property color row: dark ? "#1c1c1e" : "#ffffff"
     readonly property color rowPressed: dark ? "#3a3a3c" : "#e5e5ea"
+    // Under the mouse.
+    readonly property color rowPointed: card
+    readonly property color barPointed: dark ? card : page
     readonly property color bar: dark ? "#161618" : "#f8f8f8"
     readonly property color card: dark ? "#2c2c2e" : "#f4f4f6"
     readonly property color switchOn: of("#219440", "#24a148", "#107535", "#30d158")
@@ -116,6 +119,8 @@ QtObject {
     /// The thinnest line that the screen can draw.
     property real hairline: 1
 
+    /// How long news stay that go by themselves.
+    readonly property int passingTime: 6000
     readonly property int pushTime: reducedMotion ? 0 : 350
     readonly property int rowTime: reducedMotion ? 0 : 280
     readonly property int switchTime: reducedMotion ? 0 : 200

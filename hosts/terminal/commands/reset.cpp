@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "hosts/session/reset.h"
 #include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/settings_command.h"
@@ -10,11 +11,10 @@ namespace {
 using Setting = platform::PreferenceAccess::Setting;
 
 // The settings that the command names, or why one of them cannot be reset.
-platform::Result<std::vector<const Setting*>> namedSettings(const SettingsCommand& command,
-                                                            const ResetOptions& options) {
-    std::vector<const Setting*> named;
+platform::Result<std::vector<std::string>> namedSettings(const SettingsCommand& command, const ResetOptions& options) {
+    std::vector<std::string> named = options.keys;
     for (const Setting& setting : command.known()) {
-        if (options.all && setting.defaultValue) named.push_back(&setting);
+        if (options.all && setting.defaultValue) named.push_back(setting.key);
     }
     for (const std::string& key : options.keys) {
         const Setting* setting = command.findSetting(key);
@@ -27,7 +27,6 @@ platform::Result<std::vector<const Setting*>> namedSettings(const SettingsComman
             return platform::Problem{.reason = inQuotes(key) +
                                                " has no default to go back to; give it a value with 'trivel3ctl set'"};
         }
-        named.push_back(setting);
     }
     return named;
 }
@@ -39,15 +38,8 @@ int runReset(OpenedPhone& context, const ResetOptions& options) {
     if (!command) return fail(failed, command.error());
     const auto settings = namedSettings(*command, options);
     if (!settings) return fail(wrongUsage, settings.error());
-    for (const Setting* setting : *settings) {
-        // A key that the file lacks stands at its default already, and writing it would make it stay there.
-        const bool isStored = command->settings().storedValueForKey(setting->key).has_value();
-        if (const auto read = command->outcome(); !read) return fail(failed, read.error());
-        if (!isStored) continue;
-        const auto written = command->write(setting->key, *setting->defaultValue);
-        if (!written) return fail(failed, written.error());
-    }
-    return done;
+    const auto steps = resetSettings(command->ownChanges(), command->settings(), *settings);
+    return steps ? done : fail(failed, steps.error());
 }
 
 }  // namespace hosts::terminal

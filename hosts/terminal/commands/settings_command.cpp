@@ -69,11 +69,6 @@ OwnChanges SettingsCommand::ownChanges() const {
     return {platform.files, platform.notifications, _services->history.recorder, _access->observedFiles()};
 }
 
-Undo SettingsCommand::undo() const {
-    platform::Platform& platform = _session->platform();
-    return {platform.files, platform.notifications, _services->history.recorder, _access->observedFiles()};
-}
-
 platform::Result<platform::Done> SettingsCommand::outcome() {
     if (auto problem = _services->outcomes.takeProblem()) return *std::move(problem);
     return platform::Done();

@@ -8,7 +8,6 @@
 
 #include "hosts/session/own_changes.h"
 #include "hosts/session/settings_session.h"
-#include "hosts/session/undo.h"
 #include "hosts/terminal/travel/stored_settings.h"
 
 namespace hosts::terminal {
@@ -41,11 +40,8 @@ public:
     /// Says on standard error why defaults are told in place of what the settings file may hold, where that is so.
     void tellDefaults();
 
-    /// What changes the files as the program's own act.
+    /// What changes this phone's files by themselves, without the pane's rules.
     OwnChanges ownChanges() const;
-
-    /// What takes changes of this phone back.
-    Undo undo() const;
 
     /// What the pane's files hold now.
     platform::DictionaryFiles& dictionaries() { return _session->platform().dictionaries; }

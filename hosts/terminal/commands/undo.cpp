@@ -26,7 +26,7 @@ int runUndo(OpenedPhone& context, const UndoOptions& options) {
     if (!changes) return fail(failed, changes.error());
     const auto command = SettingsCommand::open(context);
     if (!command) return fail(failed, command.error());
-    Undo undo = command->undo();
+    Undo undo(command->ownChanges());
     if (!options.force) {
         if (const auto why = undo.obstacle(*changes))
             return fail(failed, why->text() + " (--force undoes it all the same)");

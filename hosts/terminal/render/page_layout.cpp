@@ -52,7 +52,7 @@ Line firstLine(const RowSnapshot& row, bool selected, std::size_t width, const S
     Line line;
     line.selected = selected;
     line.add(selected ? std::string(text.glyphs().marker) : " ");
-    line.addSpaces(1);
+    line.add(row.isChanged ? std::string(text.glyphs().changed) : " ", row.isChanged ? Ink::strong : Ink::plain);
     // A switch says for itself what it is set to.
     const Ink markInk = !row.checked ? Ink::plain : row.enabled ? Ink::good : Ink::quiet;
     line.add(row.checked && !row.on ? std::string(text.glyphs().check) : " ", markInk);

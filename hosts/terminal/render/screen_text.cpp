@@ -32,6 +32,7 @@ std::size_t terminalWidth() {
 constexpr Glyphs unicodeGlyphs{
     .marker = "▸",
     .check = "✓",
+    .changed = "•",
     .link = "›",
     .back = "‹",
     .heart = "♥",
@@ -48,6 +49,7 @@ constexpr Glyphs unicodeGlyphs{
 constexpr Glyphs asciiGlyphs{
     .marker = ">",
     .check = "*",
+    .changed = "~",
     .link = ">",
     .back = "<",
     .heart = "<3",

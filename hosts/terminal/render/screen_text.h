@@ -24,6 +24,7 @@ TextStyle styleForStandardOutput();
 struct Glyphs {
     std::string_view marker;  ///< the row that keys act on
     std::string_view check;
+    std::string_view changed;  ///< before a row that is not at its default
     std::string_view link;
     std::string_view back;
     std::string_view heart;      ///< any number of columns

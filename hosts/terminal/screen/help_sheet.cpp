@@ -22,6 +22,7 @@ constexpr Topic topics[] = {
     {"h", "Tap the heart, where the page has one"},
     {"r", "Load the page's rows again"},
     {"u, U", "Undo the last change; do it again"},
+    {"R", "Reset the row, which bears a dot while it is not at its default"},
     {"Mouse", "A click taps, the wheel scrolls"},
     {"?", "This help"},
     {"q", "Quit; all changes are already saved"},

@@ -95,7 +95,9 @@ std::vector<Line> PageView::composeLines() {
 
 std::vector<Line> PageView::composeRow(std::size_t row) {
     const PageLayout::Row& laid = _layout.row(row);
-    const RowSnapshot shown = RowSnapshot::of(laid.path, produce(row));
+    const SeenCell& seen = produce(row);
+    RowSnapshot shown = RowSnapshot::of(laid.path, seen.cell);
+    shown.isChanged = seen.isChanged;
     const bool isSelected = row == _cursor;
     std::vector<Line> lines = rowLines(shown, isSelected, {contentWidth() - 1, laid.height}, _text);
     lines.resize(laid.height);
@@ -118,18 +120,19 @@ void PageView::addScrollBar(std::vector<Line>& lines) const {
     }
 }
 
-const std::shared_ptr<platform::UITableViewCell>& PageView::produce(std::size_t row) {
+const PageView::SeenCell& PageView::produce(std::size_t row) {
     SeenCell& seen = _cells[row];
-    if (seen.cell && !seen.isOld) return seen.cell;
+    if (seen.cell && !seen.isOld) return seen;
     auto cell = tableOfPage(_page)->produceCellForRowAtIndexPath(_layout.row(row).path);
     if (seen.cell && seen.cell != cell) release(std::move(seen.cell));
-    seen = {std::move(cell), false};
-    return seen.cell;
+    const bool isChanged = cell && _defaults && RowLook::of(*cell, _defaults).isChanged;
+    seen = {std::move(cell), false, isChanged};
+    return seen;
 }
 
 std::shared_ptr<platform::UITableViewCell> PageView::cellAt(platform::NSIndexPath path) {
     const auto row = _layout.rowAtPath(path);
-    return row ? produce(*row) : nullptr;
+    return row ? produce(*row).cell : nullptr;
 }
 
 void PageView::release(std::shared_ptr<platform::UITableViewCell> cell) {

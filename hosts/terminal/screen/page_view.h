@@ -20,8 +20,9 @@ namespace hosts::terminal::screen {
 /// that are seen. Cells are produced when they are drawn, and for no other row.
 class PageView {
 public:
-    /// The page outlives the view.
-    PageView(platform::UIViewController& page, const ScreenText& text) : _page(page), _text(text) {}
+    /// The page outlives the view. So do the defaults, by which rows say that they are changed; null for none.
+    PageView(platform::UIViewController& page, const ScreenText& text, const Defaults* defaults = nullptr)
+        : _page(page), _text(text), _defaults(defaults) {}
 
     platform::UIViewController& page() const { return _page; }
 
@@ -58,6 +59,8 @@ private:
     struct SeenCell {
         std::shared_ptr<platform::UITableViewCell> cell;
         bool isOld = false;
+        /// What it showed when it was produced: later the file may hold more than the cell shows.
+        bool isChanged = false;
     };
 
     void layOut();
@@ -67,7 +70,7 @@ private:
     void rememberCursorRow();
     void reveal(std::size_t row);
     void moveCursorIntoView();
-    const std::shared_ptr<platform::UITableViewCell>& produce(std::size_t row);
+    const SeenCell& produce(std::size_t row);
     void release(std::shared_ptr<platform::UITableViewCell> cell);
     void releaseUnseenCells();
     std::vector<Line> composeLines();
@@ -78,6 +81,7 @@ private:
 
     platform::UIViewController& _page;
     ScreenText _text;
+    const Defaults* _defaults;
     Size _size;
     PageLayout _layout;
     bool _layoutIsOld = true;

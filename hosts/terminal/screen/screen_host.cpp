@@ -7,7 +7,7 @@ namespace hosts::terminal::screen {
 
 void ScreenHost::didPush(platform::UIViewController& page, bool) {
     if (auto* list = dynamic_cast<platform::PSListController*>(&page)) list->setTableHost(this);
-    _views.push_back(std::make_unique<PageView>(page, _text));
+    _views.push_back(std::make_unique<PageView>(page, _text, _defaults));
 }
 
 // What the page below shows may have been changed by the one above it.

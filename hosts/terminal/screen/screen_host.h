@@ -22,6 +22,9 @@ public:
 
     ScreenHost(const ScreenText& text, MakeSheet makeSheet) : _text(text), _makeSheet(std::move(makeSheet)) {}
 
+    /// By which the rows of pages that are pushed from here on say that they are changed; they outlive the host.
+    void useDefaults(const Defaults* defaults) { _defaults = defaults; }
+
     /// The page on top. There is one from the first push on.
     PageView& top() const { return *_views.back(); }
     /// The titles of the pages above the first.
@@ -47,6 +50,7 @@ private:
 
     ScreenText _text;
     MakeSheet _makeSheet;
+    const Defaults* _defaults = nullptr;
     std::vector<std::unique_ptr<PageView>> _views;
     std::vector<std::shared_ptr<Sheet>> _sheets;
 };

@@ -58,6 +58,7 @@ platform::Result<platform::Done> SettingsScreen::start() {
     auto root = _session->makeRootPage();
     if (!root) return std::move(root).error();
     _observedFiles = _session->observedFiles();
+    _host.useDefaults(_session->defaults());
     _navigation.pushViewController_animated(*std::move(root), false);
     return platform::Done();
 }
@@ -240,6 +241,7 @@ void SettingsScreen::command(const Event& event) {
     if (event.is('r')) return reload();
     if (event.is('u')) return takeBack(_session->undo());
     if (event.is('U')) return takeBack(_session->redo());
+    if (event.is('R')) return resetRow();
     if (event.is('/')) return openFind();
     if (event.is('n') || event.is('N')) return findAgain(event.is('N'));
     if (event.is('?')) return openHelp();
@@ -292,8 +294,21 @@ void SettingsScreen::reload() {
 }
 
 void SettingsScreen::takeBack(const platform::Result<std::string>& outcome) {
-    if (!outcome) return _notices.warn("Not undone: " + outcome.error().text());
+    if (!outcome) return _notices.warn(outcome.error().text());
     _notices.say(*outcome);
+    showFilesAnew();
+}
+
+void SettingsScreen::resetRow() {
+    const auto path = _host.top().cursor();
+    auto* const list = dynamic_cast<platform::PSListController*>(&_host.top().page());
+    const auto row = list && path ? list->specifierAtIndexPath(*path) : nullptr;
+    const Defaults* const defaults = _session->defaults();
+    const auto key = row && defaults ? defaults->settingOf(*row) : std::nullopt;
+    if (!key) return _notices.say("This row has no default to go back to");
+    const auto outcome = _session->reset(std::vector{*key}, row->name());
+    if (!outcome) return _notices.warn(outcome.error().text());
+    _notices.say(outcome->text + (outcome->turn == 0 ? "" : " u undoes it"));
     showFilesAnew();
 }
 

@@ -91,6 +91,7 @@ private:
     void touchRightButton();
     void reload();
     void takeBack(const platform::Result<std::string>& outcome);
+    void resetRow();
     void showFilesAnew();
     void openFind();
     void goTo(std::size_t hit);
