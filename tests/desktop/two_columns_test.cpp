@@ -380,4 +380,21 @@ TEST_F(TwoColumns, waitForMoreRoomWhereTextsAreLarge) {
     EXPECT_TRUE(navigation().isSideBySide());
 }
 
+TEST_F(TwoColumns, haveOneMenuBesideThePageThatTakesTheKeys) {
+    openWide();
+    const auto menus = [this] {
+        std::vector<double> edges;
+        for (QQuickItem* item : view().rootObject()->findChildren<QQuickItem*>()) {
+            const bool isButton = item->property("name").toString() == "Menu" && item->isVisible();
+            if (isButton) edges.push_back(leftEdge(item));
+        }
+        return edges;
+    };
+    ASSERT_EQ(menus().size(), 1U);
+    EXPECT_LT(menus().front(), 360);
+    choose("Advanced Options");
+    ASSERT_EQ(menus().size(), 1U);
+    EXPECT_GT(menus().front(), 1000);
+}
+
 }  // namespace desktop_tests
