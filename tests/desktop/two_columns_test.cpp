@@ -384,9 +384,14 @@ TEST_F(TwoColumns, haveOneMenuBesideThePageThatTakesTheKeys) {
     openWide();
     const auto menus = [this] {
         std::vector<double> edges;
-        for (QQuickItem* item : view().rootObject()->findChildren<QQuickItem*>()) {
+        std::vector<QQuickItem*> items{view().rootObject()};
+        while (!items.empty()) {
+            QQuickItem* const item = items.back();
+            items.pop_back();
             const bool isButton = item->property("name").toString() == "Menu" && item->isVisible();
             if (isButton) edges.push_back(leftEdge(item));
+            const auto within = item->childItems();
+            items.insert(items.end(), within.begin(), within.end());
         }
         return edges;
     };
