@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include <QAccessible>
+#include <QPointingDevice>
 #include <QTest>
+#include <memory>
 
 #include "tests/desktop/desk.h"
 
@@ -82,11 +84,11 @@ TEST_F(Pointing, dragsTheScrollBarToTheEndAndTapsNothing) {
 
 TEST_F(Pointing, aFingerAtTheEdgeStillTapsTheRow) {
     open();
-    QPointingDevice* const finger = QTest::createTouchDevice();
+    const std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
     QQuickItem* const line = row("Multi-Center");
     const QPoint at = line->mapToScene({line->width() - 4, line->height() / 2}).toPoint();
-    QTest::touchEvent(&view(), finger).press(0, at, &view());
-    QTest::touchEvent(&view(), finger).release(0, at, &view());
+    QTest::touchEvent(&view(), finger.get()).press(0, at, &view());
+    QTest::touchEvent(&view(), finger.get()).release(0, at, &view());
     settle();
     EXPECT_TRUE(settingIs("MultiCenter", "<false/>"));
 }

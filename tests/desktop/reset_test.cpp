@@ -2,6 +2,7 @@
 #include <QAccessible>
 #include <QPointingDevice>
 #include <QTest>
+#include <memory>
 
 #include "tests/desktop/desk.h"
 
@@ -105,19 +106,19 @@ TEST_F(ResetInAWindow, menuThatIsLeftDoesNothing) {
 TEST_F(ResetInAWindow, menuOpensUnderALongTouchWhichIsNoTap) {
     writeSettings("<key>HotCorners</key><false/>");
     open();
-    QPointingDevice* const finger = QTest::createTouchDevice();
+    const std::unique_ptr<QPointingDevice> finger(QTest::createTouchDevice());
     QQuickItem* const line = row("Hot Corners");
     const QPoint at = line->mapToScene({60, line->height() / 2}).toPoint();
-    QTest::touchEvent(&view(), finger).press(0, at, &view());
+    QTest::touchEvent(&view(), finger.get()).press(0, at, &view());
     EXPECT_TRUE(waitFor([this] { return menu().isOpen(); }));
-    QTest::touchEvent(&view(), finger).release(0, at, &view());
+    QTest::touchEvent(&view(), finger.get()).release(0, at, &view());
     settle();
     EXPECT_TRUE(menu().isOpen());
     EXPECT_TRUE(settingIs("HotCorners", "<false/>"));
     // A short one is a tap still.
     press(Qt::Key_Escape);
-    QTest::touchEvent(&view(), finger).press(0, at, &view());
-    QTest::touchEvent(&view(), finger).release(0, at, &view());
+    QTest::touchEvent(&view(), finger.get()).press(0, at, &view());
+    QTest::touchEvent(&view(), finger.get()).release(0, at, &view());
     settle();
     EXPECT_TRUE(settingIs("HotCorners", "<true/>"));
 }

@@ -32,7 +32,7 @@ FocusScope {
             Text {
                 required property var modelData
                 required property int index
-                width: reading.width
+                width: reading.rowWidth
                 leftPadding: Theme.margin
                 rightPadding: Theme.margin
                 topPadding: index === 0 ? Theme.firstGap : Theme.margin

@@ -7,6 +7,8 @@ Item {
 
     required property string keys
     required property string meaning
+    property alias starts: ground.starts
+    property alias last: ground.last
 
     visible: meaning !== ""
     height: visible ? words.height + 2 * Theme.labelPadding : 0
@@ -15,10 +17,7 @@ Item {
     Accessible.name: keys + ": " + meaning
     Accessible.focusable: false
 
-    Rectangle {
-        anchors.fill: parent
-        color: Theme.row
-    }
+    CardPart { id: ground }
     Column {
         id: words
         x: Theme.margin
@@ -47,6 +46,7 @@ Item {
         }
     }
     Hairline {
+        visible: !row.last
         anchors.bottom: parent.bottom
         x: Theme.margin
         width: parent.width - x

@@ -45,8 +45,14 @@ FocusScope {
         }
 
         Repeater {
+            id: uses
             model: sheet.commands
-            KeyRow { width: reading.width }
+            KeyRow {
+                required property int index
+                width: reading.rowWidth
+                starts: index === 0
+                last: index === uses.count - 1
+            }
         }
     }
     FocusFrame {

@@ -65,6 +65,7 @@ FocusScope {
 
         SheetRows {
             id: items
+            inCards: false
             y: 6
             width: parent.width
             height: parent.height - 2 * y

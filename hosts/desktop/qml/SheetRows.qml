@@ -8,6 +8,8 @@ Flickable {
     default property alias rows: column.data
     readonly property alias rowWidth: column.width
     property real roomBelow: 0
+    /// Whether they stand in cards, as the window's width has it for what fills it.
+    property bool inCards: Theme.cards
 
     contentHeight: column.height + roomBelow
     clip: true
@@ -19,9 +21,9 @@ Flickable {
 
     Column {
         id: column
-        x: Theme.inset(reading.width)
+        x: reading.inCards ? Theme.inset(reading.width) : 0
         width: reading.width - 2 * x
-        topPadding: Theme.cards ? Theme.cardGap : 0
+        topPadding: reading.inCards ? Theme.cardGap : 0
         bottomPadding: topPadding
     }
     ScrollThumb { flickable: reading }
