@@ -157,17 +157,10 @@ TEST_F(Wayland, windowAndItsFrameFitTheScreenAtFirst) {
 TEST_F(Wayland, wideWindowHasTwoColumns) {
     startDesktop("1300x900x24", {1260, 880});
     if (IsSkipped()) return;
-    start({"--appearance", "light", "--size", "1200x800"});
+    start({"--appearance", "light", "--size", "1200x800", "--page", "Advanced Options"});
     constexpr QRgb on = qRgb(0x21, 0x94, 0x40);
-    // The first rows of the options have switches that are on, too. Where the first page's are alone, the row that
-    // leads there is below the last of them, and its footer. The compositor may still be moving the window.
-    EXPECT_TRUE(waitFor([&] {
-        const QImage picture = display.picture();
-        const QRect switches = extent(picture, on);
-        if (switches.width() > 500) return true;
-        if (patches(picture, on).size() == 3) display.click({switches.left() - 100, switches.bottom() + 110});
-        return false;
-    })) << "switches in both columns";
+    // The first rows of the options have switches that are on, too.
+    EXPECT_TRUE(waitFor([&] { return extent(display.picture(), on).width() > 500; })) << "switches in both columns";
 }
 
 TEST_F(Wayland, menuOpensByAKeyAndOffersWhatItsLettersSay) {
