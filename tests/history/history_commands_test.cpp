@@ -115,9 +115,9 @@ TEST_F(HistoryCommands, undoOneChangeOfATurnAlone) {
     writeSettings(phone, settingsOf({{"HotCorners", "<false/>"}, {"MultiCenter", "<false/>"}}));
     expectDone(ctl.run({"reset", "--all"}));
     ASSERT_THAT(history(), SizeIs(2));
-    ASSERT_EQ(history()[1]["key"], "MultiCenter");
+    ASSERT_EQ(history()[1]["key"], "HotCorners");
     expectDone(ctl.run({"undo", "1"}));
-    EXPECT_EQ(readSettings(phone), settingsOf({{"HotCorners", "<true/>"}, {"MultiCenter", "<false/>"}}));
+    EXPECT_EQ(readSettings(phone), settingsOf({{"HotCorners", "<false/>"}, {"MultiCenter", "<true/>"}}));
     expectFailure(ctl.run({"undo", "1"}), 1, "change 1 has been undone already");
     expectFailure(ctl.run({"undo", "99"}), 1, "there is no change 99");
     expectDone(ctl.run({"undo", "2"}));

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/session/reset.h"
+#include <utility>
+
 #include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
 #include "hosts/terminal/commands/settings_command.h"
@@ -38,8 +39,16 @@ int runReset(OpenedPhone& context, const ResetOptions& options) {
     if (!command) return fail(failed, command.error());
     const auto settings = namedSettings(*command, options);
     if (!settings) return fail(wrongUsage, settings.error());
-    const auto steps = resetSettings(command->ownChanges(), command->settings(), *settings);
-    return steps ? done : fail(failed, steps.error());
+    // A key that the file lacks stands at its default already, and writing it would make it stay there. One that it has
+    // is written whatever it holds, for scripts that wait for the notification.
+    platform::Dictionary defaults;
+    for (const std::string& key : *settings) {
+        if (command->settings().storedValueForKey(key)) defaults.set(key, *command->findSetting(key)->defaultValue);
+    }
+    if (const auto read = command->outcome(); !read) return fail(failed, read.error());
+    if (defaults.empty()) return done;
+    const auto written = command->write(std::move(defaults));
+    return written ? done : fail(failed, written.error());
 }
 
 }  // namespace hosts::terminal
