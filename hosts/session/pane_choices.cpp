@@ -30,12 +30,6 @@ struct NoFiles final : platform::FileSystem {
     Result<Stamp> changeFile(std::string_view path, const platform::Change&) override { return nothing(path); }
 };
 
-std::string inSmallAscii(std::string_view text) {
-    std::string small(text);
-    std::ranges::transform(small, small.begin(), platform::lowerCase);
-    return small;
-}
-
 std::string_view withoutBlanks(std::string_view text) {
     const std::size_t start = std::min(text.find_first_not_of(' '), text.size());
     return text.substr(start, text.find_last_not_of(' ') + 1 - start);
@@ -65,7 +59,7 @@ Result<std::optional<std::int64_t>> PaneChoices::numberNamed(std::string_view te
         const std::string_view name = withoutBlanks(rest.substr(0, end));
         rest.remove_prefix(std::min(end + 1, rest.size()));
         const auto row =
-            std::ranges::find(rows, inSmallAscii(name), [](const Row& each) { return inSmallAscii(each.label); });
+            std::ranges::find_if(rows, [name](const Row& each) { return platform::equalInAnyCase(each.label, name); });
         if (row == rows.end()) {
             unnamed = name;
         } else {
@@ -97,8 +91,12 @@ std::string PaneChoices::names() const {
 }
 
 std::vector<PaneChoices> choicesOfPane(OpenedPhone& opened) {
+    return choicesShown(opened, NoFiles());
+}
+
+std::vector<PaneChoices> choicesShown(OpenedPhone& opened, const platform::FileSystem& files) {
     std::vector<PaneChoices> all;
-    seeEveryPage(opened, NoFiles(), [&](const std::vector<std::string>&, platform::UIViewController& page) {
+    seeEveryPage(opened, files, [&](const std::vector<std::string>&, platform::UIViewController& page) {
         for (const SectionSnapshot& section : PageSnapshot::of(page).sections) {
             for (const RowSnapshot& row : section.rows) {
                 if (!row.key || !row.value) continue;

@@ -9,6 +9,7 @@
 
 #include "hosts/session/opened_phone.h"
 #include "platform/foundation/result.h"
+#include "platform/services/file_system.h"
 
 namespace hosts {
 
@@ -38,5 +39,7 @@ struct PaneChoices {
 /// All of them, as the pages of a phone that has stored nothing show them. What a page shows is what counts: nothing
 /// else says which rows there are, and which of them hold together.
 std::vector<PaneChoices> choicesOfPane(OpenedPhone& opened);
+/// The same as the pages of a phone with these files show them.
+std::vector<PaneChoices> choicesShown(OpenedPhone& opened, const platform::FileSystem& files);
 
 }  // namespace hosts

@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "hosts/phones/phone.h"
-#include "hosts/session/device_shape.h"
 
 namespace hosts {
 

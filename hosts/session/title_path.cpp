@@ -77,4 +77,11 @@ platform::Result<platform::Done> followTitlePath(platform::UINavigationControlle
     return platform::Done();
 }
 
+std::string titlePath(std::span<const std::string> titles) {
+    std::string path;
+    for (const std::string& title : titles)
+        path += (path.empty() ? "" : "/") + title;
+    return path;
+}
+
 }  // namespace hosts

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -27,5 +28,8 @@ platform::Result<platform::Done> openPage(platform::UINavigationController& navi
 /// may itself hold a "/": the longest one that fits counts. Links that are greyed are followed. The
 /// problem, when a title leads to no page, is one line; what was opened by then stays open.
 platform::Result<platform::Done> followTitlePath(platform::UINavigationController& navigation, std::string_view path);
+
+/// Such a path of these titles.
+std::string titlePath(std::span<const std::string> titles);
 
 }  // namespace hosts

@@ -21,8 +21,7 @@ namespace {
 
 constexpr const char* noReport =
     "--phone: this works on a phone's folder alone; a support report is for show, get, list, diff, export, drive and "
-    "the "
-    "screen";
+    "the screen";
 constexpr const char* inputIsTaken = "--phone: standard input is taken; give the report as a file";
 constexpr const char* oddWords = "the last KEY lacks its VALUE";
 

@@ -31,10 +31,9 @@ constexpr unsigned digitValue(char character) {
     return lower >= 'a' && lower <= 'f' ? static_cast<unsigned>(lower - 'a') + 10 : 16;
 }
 
-/// The other text is in lower case.
 inline bool equalInAnyCase(std::string_view text, std::string_view other) {
     return std::equal(text.begin(), text.end(), other.begin(), other.end(),
-                      [](char mine, char lower) { return lowerCase(mine) == lower; });
+                      [](char mine, char theirs) { return lowerCase(mine) == lowerCase(theirs); });
 }
 
 }  // namespace platform

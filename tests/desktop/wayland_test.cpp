@@ -57,6 +57,17 @@ protected:
         display.focusWindow();
     }
 
+    // Clicks beside the window's title until a key is seen to do something.
+    bool takesTheKeyboard() {
+        const QRect frame = extent(display.picture(), qRgb(0xf8, 0xf8, 0xf8));
+        const QImage unfocused = display.picture();
+        return waitFor([&] {
+            display.click(frame.topLeft() + QPoint(40, 8));
+            display.press(VirtualDisplay::Down);
+            return display.picture() != unfocused;
+        });
+    }
+
     void start(const QStringList& options = {}) {
         program.emplace(command(QStringList{"--phone", phone} + options), environment);
     }
@@ -123,13 +134,7 @@ TEST_F(Wayland, letterFindsAndEnterGoesThere) {
     start({"--appearance", "light"});
     constexpr QRgb on = qRgb(0x21, 0x94, 0x40);
     ASSERT_TRUE(waitFor([this] { return !extent(display.picture(), on).isEmpty(); }));
-    const QRect frame = extent(display.picture(), qRgb(0xf8, 0xf8, 0xf8));
-    const QImage unfocused = display.picture();
-    ASSERT_TRUE(waitFor([&] {
-        display.click(frame.topLeft() + QPoint(40, 8));
-        display.press(VirtualDisplay::Down);
-        return display.picture() != unfocused;
-    })) << "the window has the keyboard";
+    ASSERT_TRUE(takesTheKeyboard());
     display.type("hud");
     ASSERT_TRUE(waitFor([this] { return extent(display.picture(), on).isEmpty(); })) << "it lies over the page";
     display.press(VirtualDisplay::Return);
@@ -169,13 +174,7 @@ TEST_F(Wayland, menuOpensByAKeyAndOffersWhatItsLettersSay) {
     start({"--appearance", "light"});
     constexpr QRgb on = qRgb(0x21, 0x94, 0x40);
     ASSERT_TRUE(waitFor([this] { return !extent(display.picture(), on).isEmpty(); }));
-    const QRect frame = extent(display.picture(), qRgb(0xf8, 0xf8, 0xf8));
-    const QImage unfocused = display.picture();
-    ASSERT_TRUE(waitFor([&] {
-        display.click(frame.topLeft() + QPoint(40, 8));
-        display.press(VirtualDisplay::Down);
-        return display.picture() != unfocused;
-    })) << "the window has the keyboard";
+    ASSERT_TRUE(takesTheKeyboard());
     display.press(VirtualDisplay::F10);
     display.type("k");
     EXPECT_TRUE(waitFor([this] { return extent(display.picture(), on).isEmpty(); })) << "the keys lie over the page";

@@ -6,8 +6,9 @@
 #include <string_view>
 #include <utility>
 
-#include "hosts/session/page_snapshot.h"
 #include "hosts/session/page_tour.h"
+#include "hosts/session/pane_choices.h"
+#include "hosts/session/title_path.h"
 #include "hosts/terminal/commands/history_text.h"
 #include "hosts/terminal/commands/settings_command.h"
 #include "hosts/terminal/render/value_text.h"
@@ -36,22 +37,18 @@ PhoneOptions optionsFor(const GivenValues& given) {
 std::vector<Candidate> pagePaths(OpenedPhone& phone) {
     std::vector<Candidate> paths;
     seeEveryPage(phone, [&](const std::vector<std::string>& titles, platform::UIViewController&) {
-        std::string path;
-        for (const std::string& title : titles)
-            path += (path.empty() ? "" : "/") + title;
-        if (!path.empty()) paths.push_back({std::move(path)});
+        if (!titles.empty()) paths.push_back({titlePath(titles)});
     });
     return paths;
 }
 
 std::vector<Candidate> choicesOfKey(OpenedPhone& phone, const std::string& key) {
     std::vector<Candidate> values;
-    seeEveryPage(phone, [&](const std::vector<std::string>&, platform::UIViewController& page) {
-        for (const SectionSnapshot& section : PageSnapshot::of(page).sections) {
-            for (const RowSnapshot& row : section.rows)
-                if (row.key == key && row.value) values.push_back({std::to_string(*row.value), row.label});
-        }
-    });
+    for (const PaneChoices& choices : choicesShown(phone, phone.phone->files())) {
+        if (choices.key != key) continue;
+        for (const PaneChoices::Row& row : choices.rows)
+            values.push_back({std::to_string(row.value), row.label});
+    }
     return values;
 }
 

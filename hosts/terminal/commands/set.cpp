@@ -22,19 +22,12 @@ using Kind = platform::PreferenceAccess::Kind;
 // How a value on the command line is to be read.
 enum class ValueType { boolean, integer, string };
 
-std::string inSmallAscii(std::string_view text) {
-    std::string small(text);
-    std::ranges::transform(small, small.begin(), platform::lowerCase);
-    return small;
-}
-
-std::optional<platform::Value> parseBoolean(std::string_view typed) {
-    const std::string text = inSmallAscii(typed);
+std::optional<platform::Value> parseBoolean(std::string_view text) {
     for (std::string_view word : {"true", "yes", "on", "1"}) {
-        if (text == word) return platform::Value(true);
+        if (platform::equalInAnyCase(text, word)) return platform::Value(true);
     }
     for (std::string_view word : {"false", "no", "off", "0"}) {
-        if (text == word) return platform::Value(false);
+        if (platform::equalInAnyCase(text, word)) return platform::Value(false);
     }
     return std::nullopt;
 }

@@ -6,6 +6,7 @@
 #include "hosts/session/exit_status.h"
 #include "hosts/session/nearest_spelling.h"
 #include "hosts/session/stored_content.h"
+#include "hosts/terminal/commands/told_defaults.h"
 #include "hosts/terminal/render/printable.h"
 
 namespace hosts::terminal {
@@ -57,11 +58,8 @@ platform::Result<StoredSettings> SettingsCommand::stored() {
 }
 
 void SettingsCommand::tellDefaults() {
-    // That it was skipped, and why, has been said then.
-    if (_services->outcomes.tellsPassedOver()) return;
-    const std::string path = _access->observedFiles().front().path;
-    if (dictionaries().read(path)) return;
-    if (const auto why = whyNothing(_session->platform().files, path)) warn(defaultsText(*why));
+    const std::vector<std::string> settings{_access->observedFiles().front().path};
+    terminal::tellDefaults(_services->outcomes, _session->platform(), settings);
 }
 
 OwnChanges SettingsCommand::ownChanges() const {

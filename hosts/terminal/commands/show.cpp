@@ -4,9 +4,9 @@
 #include "hosts/session/page_tour.h"
 #include "hosts/session/services.h"
 #include "hosts/session/settings_session.h"
-#include "hosts/session/stored_content.h"
 #include "hosts/session/title_path.h"
 #include "hosts/terminal/commands/commands.h"
+#include "hosts/terminal/commands/told_defaults.h"
 #include "hosts/terminal/render/page_json.h"
 #include "hosts/terminal/render/page_text.h"
 #include "hosts/terminal/render/standard_output.h"
@@ -20,20 +20,9 @@ std::string elsewhere(OpenedPhone& context, std::string_view path) {
     const std::string_view wanted = path.substr(path.rfind('/') + 1);
     std::string found;
     seeEveryPage(context, [&](const std::vector<std::string>& titles, platform::UIViewController&) {
-        if (!found.empty() || titles.empty() || titles.back() != wanted) return;
-        for (const std::string& title : titles)
-            found += (found.empty() ? "" : "/") + title;
+        if (found.empty() && !titles.empty() && titles.back() == wanted) found = titlePath(titles);
     });
     return didYouMean(found);
-}
-
-void tellDefaults(OpenedPhone& context, SettingsSession& session) {
-    // That it was skipped, and why, has been said then.
-    if (context.outcomes->tellsPassedOver()) return;
-    for (const std::string& path : session.observedFiles()) {
-        if (session.platform().dictionaries.read(path)) continue;
-        if (const auto why = whyNothing(context.phone->files(), path)) warn(defaultsText(*why));
-    }
 }
 
 }  // namespace
@@ -55,7 +44,7 @@ int runShow(OpenedPhone& context, const ShowOptions& options) {
     // First: a page may be missing only because of what could not be read.
     if (const auto problem = context.outcomes->takeProblem()) return fail(failed, *problem);
     if (!followed) return fail(failed, followed.error().reason + elsewhere(context, options.page));
-    tellDefaults(context, **session);
+    tellDefaults(*context.outcomes, (*session)->platform(), (*session)->observedFiles());
     print(options.json ? jsonLine(pageJson(snapshot)) + "\n" : pageText(page, snapshot, styleForStandardOutput()));
     return done;
 }
