@@ -89,7 +89,7 @@ std::string FolderPhone::mark() {
     return phoneMark(_files.root(), own);
 }
 
-std::unique_ptr<PhoneEvents> FolderPhone::observe(std::span<const std::string> paths) {
+std::unique_ptr<PhoneEvents> FolderPhone::observe(std::span<const std::string> paths, std::span<const std::string>) {
     return std::make_unique<FolderEvents>(FileWatch(_files, {paths.begin(), paths.end()}), _notifications,
                                           _identity.place);
 }

@@ -30,7 +30,8 @@ public:
         return _device.useFile(file);
     }
     void tell(PhoneListener* listener, bool tellsPassedOver) override { _files.tell(listener, tellsPassedOver); }
-    std::unique_ptr<PhoneEvents> observe(std::span<const std::string> paths) override;
+    std::unique_ptr<PhoneEvents> observe(std::span<const std::string> paths,
+                                         std::span<const std::string> names) override;
     const PhoneIdentity& identity() const override { return _identity; }
     std::string mark() override;
 

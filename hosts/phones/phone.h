@@ -65,7 +65,13 @@ public:
     virtual void tell(PhoneListener* listener, bool tellsPassedOver) = 0;
 
     /// Listens to notifications, and keeps an eye on these files of the phone, whether or not they are there yet.
-    virtual std::unique_ptr<PhoneEvents> observe(std::span<const std::string> paths) = 0;
+    /// `names` are those that the phone's own centre is asked for, where it has to be asked for each.
+    virtual std::unique_ptr<PhoneEvents> observe(std::span<const std::string> paths,
+                                                 std::span<const std::string> names = {}) = 0;
+
+    /// Waits for the answers to what has been posted; what went wrong is told to the listener. Nothing to do where a
+    /// post needs none.
+    virtual void settle() {}
 
     virtual const PhoneIdentity& identity() const = 0;
 

@@ -53,6 +53,7 @@ Result<std::vector<HistoryEntry>> OwnChanges::change(const std::string& file, co
         if (!result) return std::move(result).error();
         return std::move(result->content);
     });
+    dictionaries.land();
     if (listener.problem()) return *listener.problem();
     _recorder.record(listener.steps());
     for (const auto& observed : _observed) {

@@ -2,6 +2,10 @@
 #pragma once
 
 #include <optional>
+#include <span>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "hosts/session/services.h"
 
@@ -13,13 +17,16 @@ class PageServices {
 public:
     /// All that `outside` refers to outlives the object.
     explicit PageServices(const SessionServices& outside)
-        : _files(outside.files), _notifications(outside.notifications), _listener(outside.listener) {}
+        : _files(outside.files), _notifications(outside.notifications, outside.files), _listener(outside.listener) {}
     PageServices(const PageServices&) = delete;
     PageServices& operator=(const PageServices&) = delete;
 
     platform::FileSystem& files() { return _files; }
     platform::DarwinNotifyCenter& notifications() { return _notifications; }
     platform::FileListener& listener() { return _listener; }
+
+    /// Posts, in their order, what has waited for the changes that it is about to land.
+    void releaseNotifications() { _notifications.release(); }
 
     /// While it lives, what pages write stays in it.
     class Layer {
@@ -54,6 +61,12 @@ private:
         platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change& change) override {
             return _layer ? _layer->changeFile(path, change) : _below.changeFile(path, change);
         }
+        bool isFar() const override { return _below.isFar(); }
+        bool landsTogether() const override { return !_layer && _below.landsTogether(); }
+        void expect(std::span<const std::string> files, std::span<const std::string> folders) const override {
+            _below.expect(files, folders);
+        }
+        void endTurn() override { _below.endTurn(); }
 
     private:
         const platform::FileSystem& seen() const {
@@ -66,11 +79,19 @@ private:
     };
 
     struct Notifications final : platform::DarwinNotifyCenter {
-        explicit Notifications(platform::DarwinNotifyCenter& outside) : center(outside) {}
+        Notifications(platform::DarwinNotifyCenter& outside, const platform::FileSystem& phone)
+            : center(outside), files(phone) {}
         void postNotification(std::string_view name) override {
-            if (!isLayered) center.postNotification(name);
+            if (isLayered) return;
+            files.landsTogether() ? void(held.emplace_back(name)) : center.postNotification(name);
+        }
+        void release() {
+            for (const std::string& name : std::exchange(held, {}))
+                center.postNotification(name);
         }
         platform::DarwinNotifyCenter& center;
+        const platform::FileSystem& files;
+        std::vector<std::string> held;
         bool isLayered = false;
     };
 

@@ -91,7 +91,9 @@ public:
     platform::DeviceQuery& device() override { return _device; }
     Result<platform::Done> useDeviceInformation(const std::string& file) override { return _device.useFile(file); }
     void tell(PhoneListener*, bool) override {}
-    std::unique_ptr<PhoneEvents> observe(std::span<const std::string>) override { return std::make_unique<NoEvents>(); }
+    std::unique_ptr<PhoneEvents> observe(std::span<const std::string>, std::span<const std::string>) override {
+        return std::make_unique<NoEvents>();
+    }
     const PhoneIdentity& identity() const override { return _identity; }
     std::string mark() override { return {}; }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +30,8 @@ struct SessionServices {
     platform::FileListener* listener = nullptr;
     /// What the phone's own files are changed by, turn by turn; null for a session whose changes are not kept.
     PhoneHistory* history = nullptr;
+    /// Whose centre's answers are waited for at the end of each turn; null for nobody's.
+    Phone* phone = nullptr;
 };
 
 /// The phone's own files and notifications, and the user's programs. Nothing is loaded or started before it is needed.
@@ -43,7 +46,7 @@ struct LiveServices {
           handOver(opened.installation.mailModule(), desktop, programs, opener) {}
 
     SessionServices forSession() {
-        return {phone.files(), phone.notifications(), opener, phone.device(), &history.recorder, &history};
+        return {phone.files(), phone.notifications(), opener, phone.device(), &history.recorder, &history, &phone};
     }
 
     Phone& phone;
@@ -71,6 +74,10 @@ public:
         return _below.listFolder(path);
     }
     platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change& change) override;
+    bool isFar() const override { return _below.isFar(); }
+    void expect(std::span<const std::string> files, std::span<const std::string> folders) const override {
+        _below.expect(files, folders);
+    }
 
 private:
     struct Written {

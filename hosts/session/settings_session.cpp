@@ -85,7 +85,8 @@ SettingsSession::SettingsSession(const SessionServices& services, const std::str
                 shape.device,
                 shape.screen,
                 &_services.listener()},
-      _history(services.history) {}
+      _history(services.history),
+      _phone(services.phone) {}
 
 Result<std::shared_ptr<platform::PSViewController>> SettingsSession::makeRootPage() {
     const std::string name = _pane->infoString("NSPrincipalClass");
@@ -110,7 +111,14 @@ const Defaults* SettingsSession::defaults() {
     return _defaults.get();
 }
 
+void SettingsSession::land() {
+    _platform.dictionaries.land();
+    _services.releaseNotifications();
+    if (_phone) _phone->settle();
+}
+
 bool SettingsSession::drawn() {
+    land();
     auto contents = _platform.dictionaries.forget();
     for (auto& [path, content] : contents)
         _drawn.insert_or_assign(path, std::move(content));
@@ -200,7 +208,18 @@ std::vector<std::string> SettingsSession::observedFiles() {
     return paths;
 }
 
+std::vector<std::string> SettingsSession::observedNotifications() {
+    std::vector<std::string> names;
+    const auto access = preferenceAccess();
+    if (!access) return names;
+    for (auto& file : (*access)->observedFiles())
+        names.push_back(std::move(file.notification));
+    return names;
+}
+
 bool SettingsSession::hasChangedSinceDrawn(std::span<const std::string> paths) {
+    // What was read of a far phone serves until a turn ends; who asks this asks about what has happened since.
+    if (_platform.files.isFar()) _platform.dictionaries.forget();
     return std::ranges::any_of(paths, [this](const std::string& path) { return isOtherThanDrawn(path); });
 }
 

@@ -35,6 +35,9 @@ public:
     static platform::Result<std::unique_ptr<SettingsSession>> load(const SessionServices& services,
                                                                    const std::string& systemImage,
                                                                    const DeviceShape& shape);
+    SettingsSession(const SettingsSession&) = delete;
+    SettingsSession& operator=(const SettingsSession&) = delete;
+    ~SettingsSession() { land(); }
 
     /// A new root page, named as the bundle's entry in Settings is. A problem when the bundle's principal class is no
     /// page.
@@ -48,12 +51,18 @@ public:
 
     platform::Platform& platform() { return _platform; }
 
-    /// The turn is over: what it has read is dropped, but for the note of what is on the screen now. Whether it has
-    /// read anything.
+    /// What the turn has changed so far is on the phone, and the phone has been told, when this returns; of what has
+    /// not come about, the listener has been told. On a phone that is near all of that has been so before.
+    void land();
+
+    /// The turn is over: it lands, and what it has read is dropped, but for the note of what is on the screen now.
+    /// Whether it has read anything.
     bool drawn();
 
     /// The paths of the files that the pane keeps; none for a pane that does not tell.
     std::vector<std::string> observedFiles();
+    /// The notifications that it posts after its writes.
+    std::vector<std::string> observedNotifications();
 
     /// Lets a page see what other programs have changed, by its own rules for appearing: rows are greyed, come and go.
     /// What it would repair, it repairs in memory alone, so that two programs that look never answer each other's
@@ -104,6 +113,7 @@ private:
     Composers _composers;
     platform::Platform _platform;
     PhoneHistory* _history;
+    Phone* _phone;
     platform::DictionaryFiles::Contents _drawn;
     std::unique_ptr<platform::NSBundle> _pane;
     std::unique_ptr<Defaults> _defaults;

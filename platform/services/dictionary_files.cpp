@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "platform/services/dictionary_files.h"
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -50,7 +51,7 @@ Problem notAfter(const Problem& unread, const std::string& path) {
 /// What a change has come to, on the file on which it was made last.
 struct DictionaryFiles::Attempt {
     std::shared_ptr<const Dictionary> before;
-    std::shared_ptr<const Dictionary> after;
+    std::vector<std::shared_ptr<const Dictionary>> after;  ///< what each edit has come to
     bool isDoubtful = false;  ///< the file was no property list, and that has not been seen twice
     bool hasForm = true;
     std::shared_ptr<const std::string> bytes;
@@ -61,9 +62,16 @@ const DictionaryFiles::Content& DictionaryFiles::Known::parsed() {
     return *content;
 }
 
+DictionaryFiles::Draft* DictionaryFiles::draftOf(std::string_view path) {
+    const auto draft = std::ranges::find(_drafts, path, &Draft::path);
+    return draft == _drafts.end() ? nullptr : &*draft;
+}
+
 DictionaryFiles::Content DictionaryFiles::read(std::string_view path) {
+    if (const Draft* draft = draftOf(path)) return draft->content;
     try {
         const auto found = _known.find(path);
+        if (found != _known.end() && _files.isFar()) return found->second.parsed();
         if (found != _known.end() && found->second.stamp.isSettled) {
             const Result<Stamp> now = _files.look(path);
             if (now && now->isSameAs(found->second.stamp)) return found->second.parsed();
@@ -115,12 +123,37 @@ void DictionaryFiles::tellUnread(Problem problem) {
 
 void DictionaryFiles::edit(std::string_view path, const Edit& edit) {
     const std::string file(path);
+    if (_files.landsTogether()) return note(file, edit);
+    make(file, {edit});
+}
+
+void DictionaryFiles::note(const std::string& path, const Edit& edit) {
+    const Content held = read(path);
+    auto edited = _unread ? Result<Dictionary>(notAfter(*_unread, path)) : edit(held ? *held : Dictionary());
+    if (!edited) {
+        if (_listener) _listener->notChanged(edited.error(), true);
+        return;
+    }
+    Draft* draft = draftOf(path);
+    if (!draft) draft = &_drafts.emplace_back(Draft{path, {}, {}});
+    draft->edits.push_back(edit);
+    draft->content = std::make_shared<const Dictionary>(*std::move(edited));
+}
+
+void DictionaryFiles::land() {
+    for (const Draft& draft : std::exchange(_drafts, {}))
+        make(draft.path, draft.edits);
+}
+
+void DictionaryFiles::make(const std::string& path, const std::vector<Edit>& edits) {
     const auto attempt = std::make_shared<Attempt>();
     Result<Stamp> outcome = Problem{};
     try {
         for (int tries = 0; tries < mostEdits; ++tries) {
-            outcome = _unread ? Result<Stamp>(notAfter(*_unread, file)) : tryEdit(file, edit, attempt);
+            outcome = _unread ? Result<Stamp>(notAfter(*_unread, path)) : tryEdits(path, edits, attempt);
             if (!attempt->isDoubtful || _unread) break;
+            // What is far is not looked at again by itself.
+            if (_files.isFar()) _known.erase(path);
             (void)read(path);
         }
     } catch (const std::bad_alloc&) {
@@ -128,28 +161,30 @@ void DictionaryFiles::edit(std::string_view path, const Edit& edit) {
     }
     if (!outcome && outcome.error().isPassing) _unread = outcome.error();
     if (!_listener) return;
-    if (outcome) {
-        _listener->changed(path, *attempt->before, *attempt->after);
-    } else {
-        _listener->notChanged(outcome.error(), attempt->hasForm);
-    }
+    if (!outcome) return _listener->notChanged(outcome.error(), attempt->hasForm);
+    auto before = attempt->before;
+    for (const auto& after : attempt->after)
+        _listener->changed(path, *std::exchange(before, after), *after);
 }
 
-Result<Stamp> DictionaryFiles::tryEdit(const std::string& path, const Edit& edit,
-                                       const std::shared_ptr<Attempt>& attempt) {
+Result<Stamp> DictionaryFiles::tryEdits(const std::string& path, const std::vector<Edit>& edits,
+                                        const std::shared_ptr<Attempt>& attempt) {
     const auto found = _known.find(path);
     const Known known =
         found == _known.end() ? Known{std::make_shared<const std::string>(), {}, Content()} : found->second;
-    const Change write = [known, attempt, edit, path](std::optional<std::string_view> held) -> Result<NewContent> {
+    const Change write = [known, attempt, edits, path](std::optional<std::string_view> held) -> Result<NewContent> {
         const bool isKnown = held && known.content && *held == *known.bytes;
         const Content content = isKnown ? *known.content : held ? parse(*held) : nullptr;
         attempt->isDoubtful = held && !content && !isKnown;
         if (attempt->isDoubtful) return Problem{path, "cannot write", "another program keeps writing it", true};
         attempt->before = content ? content : std::make_shared<const Dictionary>();
-        auto edited = edit(*attempt->before);
-        if (!edited) return std::move(edited).error();
-        attempt->after = std::make_shared<const Dictionary>(*std::move(edited));
-        PropertyListWriting writing = writeXmlPropertyList(Value(attempt->after));
+        attempt->after.clear();
+        for (const Edit& edit : edits) {
+            auto edited = edit(attempt->after.empty() ? *attempt->before : *attempt->after.back());
+            if (!edited) return std::move(edited).error();
+            attempt->after.push_back(std::make_shared<const Dictionary>(*std::move(edited)));
+        }
+        PropertyListWriting writing = writeXmlPropertyList(Value(attempt->after.back()));
         attempt->hasForm = static_cast<bool>(writing);
         if (!writing) return withoutForm(path, writing.reason);
         if (writing.bytes->size() > FileSystem::usualReadLimit) return tooLarge(path, writing.bytes->size());
@@ -165,6 +200,8 @@ Result<Stamp> DictionaryFiles::tryEdit(const std::string& path, const Edit& edit
 }
 
 DictionaryFiles::Contents DictionaryFiles::forget() {
+    land();
+    _files.endTurn();
     _unread.reset();
     Contents contents;
     for (auto& [path, known] : std::exchange(_known, {}))

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/foundation/export.h"
 #include "platform/foundation/value.h"
@@ -43,7 +44,14 @@ public:
 
     /// Replaces the file by what `edit` makes of its content, as XML; a file that reads as nothing counts as empty.
     /// What became of it is told to the listener alone.
+    ///
+    /// On a file system whose changes land together it is only noted, and read from here on as if it were made; `land`
+    /// makes it.
     void edit(std::string_view path, const Edit& edit);
+
+    /// Makes the edits that have been noted, each file's on one reading and by one replacement; the listener is told of
+    /// each edit in their order. Does nothing where there are none.
+    void land();
 
     /// What was read last of each file, null for what reads as nothing.
     using Contents = std::map<std::string, std::shared_ptr<const Dictionary>, std::less<>>;
@@ -68,10 +76,22 @@ private:
     /// Reads on until the file is a property list, or is known to be none.
     void settle(std::string_view path, Known& known);
     void tellUnread(Problem problem);
-    Result<Stamp> tryEdit(const std::string& path, const Edit& edit, const std::shared_ptr<Attempt>& attempt);
+    void note(const std::string& path, const Edit& edit);
+    void make(const std::string& path, const std::vector<Edit>& edits);
+    Result<Stamp> tryEdits(const std::string& path, const std::vector<Edit>& edits,
+                           const std::shared_ptr<Attempt>& attempt);
+
+    /// Edits of one file that have not been made yet, and what they come to on what was read.
+    struct Draft {
+        std::string path;
+        std::vector<Edit> edits;
+        Content content;
+    };
+    Draft* draftOf(std::string_view path);
 
     FileSystem& _files;
     FileListener* _listener;
+    std::vector<Draft> _drafts;  ///< in the order in which the files were first edited
     std::map<std::string, Known, std::less<>> _known;
     std::optional<Problem> _unread;
 };

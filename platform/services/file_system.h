@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -87,6 +88,20 @@ public:
     /// old file stands as it was, unless all that failed was making the new file's name durable, and then the new one
     /// stands, whole.
     virtual Result<Stamp> changeFile(std::string_view path, const Change& change) = 0;
+
+    /// Whether the way there costs a noticeable while, so that what has been read of a file serves for the whole turn.
+    virtual bool isFar() const { return false; }
+
+    /// Whether the changes of a turn are to be made together, at its end: one replacement for each file.
+    virtual bool landsTogether() const { return false; }
+
+    /// These files will be read soon, and these folders listed, each once: a file system that is far fetches them all
+    /// at once, and gives them to who asks first, within this turn. What was expected before and not asked for is
+    /// dropped.
+    virtual void expect(std::span<const std::string>, std::span<const std::string>) const {}
+
+    /// The turn is over.
+    virtual void endTurn() {}
 };
 
 }  // namespace platform

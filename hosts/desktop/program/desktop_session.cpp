@@ -56,6 +56,7 @@ void DesktopSession::takeOnCommands() {
 // over: what was read before it failed may be no more than defaults.
 void DesktopSession::closeTurn() {
     Outcomes& outcomes = *_outside.phone.outcomes;
+    _session->land();
     const Navigation::Act act = _navigation.takeAct();
     const bool hasSaved = outcomes.takeSaved();
     const auto unsaved = outcomes.takeUnsaved();
@@ -111,7 +112,7 @@ void DesktopSession::tellDefaults(const std::optional<platform::Problem>& why) {
 void DesktopSession::watchFiles() {
     _observedFiles = _session->observedFiles();
     if (_observedFiles.empty()) return;
-    _events = _outside.phone.phone->observe(_observedFiles);
+    _events = _outside.phone.phone->observe(_observedFiles, _session->observedNotifications());
     _soon.setSingleShot(true);
     _soon.setInterval(gatheringTime);
     QObject::connect(&_soon, &QTimer::timeout, &_soon, [this] { lookAtFiles(); });

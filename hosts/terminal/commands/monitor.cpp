@@ -102,6 +102,7 @@ private:
     void tell(File& file, const std::optional<std::string>& notification) {
         if (isOver()) return;
         file.announcement.reset();
+        _command.endTurn();
         const auto changes = file.content.takeChanges();
         // Of what could not be read, everything would seem to have been removed.
         if (const auto read = _command.outcome(); !read) return end(read.error());
@@ -124,10 +125,12 @@ int runMonitor(OpenedPhone& context, const MonitorOptions& options) {
     if (!command) return fail(failed, command.error());
     const StopSignals stop;
     std::vector<std::string> watched;
+    std::vector<std::string> announced;
     for (const auto& file : command->settings().observedFiles()) {
         if (options.unannounced) watched.push_back(file.path);
+        announced.push_back(file.notification);
     }
-    const auto events = context.phone->observe(watched);
+    const auto events = context.phone->observe(watched, announced);
     if (const auto& why = events->whyNoNotifications()) {
         return fail(failed, why->text() + "; start the monitor in the session whose changes it is to tell of");
     }

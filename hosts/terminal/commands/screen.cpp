@@ -37,7 +37,7 @@ int runScreen(OpenedPhone& context) {
     SettingsScreen screen(context, {style.colour, style.unicode});
     const auto started = screen.start();
     if (!started) return fail(failed, started.error());
-    const auto events = context.phone->observe(screen.observedFiles());
+    const auto events = context.phone->observe(screen.observedFiles(), screen.observedNotifications());
     // Written by the terminal's end, after it has been put back.
     const Outcomes::Hold held(*context.outcomes);
     ScreenSignals signals;

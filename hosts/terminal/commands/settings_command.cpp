@@ -68,6 +68,7 @@ OwnChanges SettingsCommand::ownChanges() const {
 }
 
 platform::Result<platform::Done> SettingsCommand::outcome() {
+    _session->land();
     if (auto problem = _services->outcomes.takeProblem()) return *std::move(problem);
     return platform::Done();
 }

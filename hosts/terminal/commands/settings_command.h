@@ -40,6 +40,9 @@ public:
     /// Says on standard error why defaults are told in place of what the settings file may hold, where that is so.
     void tellDefaults();
 
+    /// What is read from here on is read anew.
+    void endTurn() { _session->drawn(); }
+
     /// What changes this phone's files by themselves, without the pane's rules.
     OwnChanges ownChanges() const;
 

@@ -50,7 +50,8 @@ DriveSession::DriveSession(const SessionServices& outside, std::set<std::string>
 
 platform::Result<platform::Done> DriveSession::start(const std::string& systemImage, const DeviceShape& shape) {
     auto session = SettingsSession::load(
-        {_outside.files, _notifications, _application, _outside.device, &_files, _outside.history}, systemImage, shape);
+        {_outside.files, _notifications, _application, _outside.device, &_files, _outside.history, _outside.phone},
+        systemImage, shape);
     if (!session) return std::move(session).error();
     _session = *std::move(session);
     auto access = _session->preferenceAccess();
@@ -160,6 +161,7 @@ json DriveSession::valueAnswer(const std::string& key) const {
 json DriveSession::pageAnswer(const Outcome& outcome, bool withViews) {
     // First the page: what producing its cells does is among the same answer's events.
     const PageSnapshot snapshot = PageSnapshot::of(page());
+    _session->land();
     json answer = outcome ? json{{"ok", true}} : refused(outcome.error().reason);
     answer["page"] = pageJson(snapshot);
     if (withViews) answer["view"] = viewTreeJson(page(), snapshot);

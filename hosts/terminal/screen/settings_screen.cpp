@@ -50,9 +50,9 @@ SettingsScreen::SettingsScreen(OpenedPhone& phone, const TextStyle& style)
 
 platform::Result<platform::Done> SettingsScreen::start() {
     const SessionServices live = _services.forSession();
-    auto session =
-        SettingsSession::load({live.files, live.notifications, _application, live.device, live.listener, live.history},
-                              _phone.installation.systemImage, _phone.shape);
+    auto session = SettingsSession::load(
+        {live.files, live.notifications, _application, live.device, live.listener, live.history, live.phone},
+        _phone.installation.systemImage, _phone.shape);
     if (!session) return std::move(session).error();
     _session = *std::move(session);
     auto root = _session->makeRootPage();
@@ -84,6 +84,7 @@ std::shared_ptr<Sheet> SettingsScreen::sheetFor(const std::shared_ptr<platform::
 Picture SettingsScreen::compose(Size size) {
     _size = size;
     Picture picture = isTooSmall() ? composeTooSmall(size) : composeAll(size);
+    _session->land();
     // What is told takes lines from the rows, whose files may only have been read for this very picture.
     if (noticeOutcomes() && !isTooSmall()) picture = composeAll(size);
     _session->drawn();

@@ -51,6 +51,7 @@ public:
 
     /// The paths of the files that the pane keeps.
     const std::vector<std::string>& observedFiles() const { return _observedFiles; }
+    std::vector<std::string> observedNotifications() { return _session->observedNotifications(); }
 
     /// Another process may have changed one of these files. Where it has, the rows that are seen are produced again for
     /// the next picture, which is then due; gives whether it is.
