@@ -24,6 +24,9 @@ public:
     /// something that was written over has been kept. The same may be told many times. It may hold any bytes.
     virtual void remark(const std::string& sentence) = 0;
 
+    /// That the phone's own programs have not been told of a change that is made. The reason is a whole sentence.
+    virtual void notTold(const platform::Problem& problem) = 0;
+
     /// Where what the file held is kept. Told before the change that has written over it.
     virtual void kept(std::string_view path, const KeptCopy& copy) = 0;
 };

@@ -33,6 +33,7 @@ public:
     void notRead(const platform::Problem& problem) override { _next.notRead(problem); }
     void notChanged(const platform::Problem& problem, bool wasTried) override;
     void remark(const std::string& sentence) override { _next.remark(sentence); }
+    void notTold(const platform::Problem& problem) override { _next.notTold(problem); }
     void kept(std::string_view path, const KeptCopy& copy) override;
 
 private:

@@ -6,13 +6,13 @@
 namespace hosts {
 namespace {
 
-constexpr platform::UIDevice phone{platform::UIDevice::idiomPhone};
-constexpr platform::UIDevice pad{platform::UIDevice::idiomPad};
+constexpr platform::UIDevice phoneKind{platform::UIDevice::idiomPhone};
+constexpr platform::UIDevice padKind{platform::UIDevice::idiomPad};
 
 constexpr DeviceShape shapes[] = {
-    {"phone-3.5", phone, {{0, 0, 320, 480}, 2}}, {"phone-4", phone, {{0, 0, 320, 568}, 2}},
-    {"phone-4.7", phone, {{0, 0, 375, 667}, 2}}, {"phone-5.5", phone, {{0, 0, 414, 736}, 3}},
-    {"tablet", pad, {{0, 0, 768, 1024}, 2}},
+    {"phone-3.5", phoneKind, {{0, 0, 320, 480}, 2}}, {"phone-4", phoneKind, {{0, 0, 320, 568}, 2}},
+    {"phone-4.7", phoneKind, {{0, 0, 375, 667}, 2}}, {"phone-5.5", phoneKind, {{0, 0, 414, 736}, 3}},
+    {"tablet", padKind, {{0, 0, 768, 1024}, 2}},
 };
 
 /// Models whose identifiers begin so, or are that.

@@ -2,6 +2,7 @@
 #include "hosts/session/opened_phone.h"
 
 #include <stdlib.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
@@ -11,6 +12,7 @@
 #include <utility>
 
 #include "hosts/phones/default_phone.h"
+#include "hosts/phones/far/ssh_phone.h"
 #include "hosts/phones/folder_phone.h"
 #include "hosts/session/report_phone.h"
 #include "hosts/system/error_text.h"
@@ -57,9 +59,9 @@ History historyOf(Phone& opened) {
 }
 
 OpenedPhone withHistory(Installation installation, std::unique_ptr<Phone> opened, std::unique_ptr<Outcomes> outcomes,
-                        const PhoneOptions& options) {
+                        const DeviceShape& shape) {
     auto history = std::make_unique<PhoneHistory>(historyOf(*opened), *outcomes);
-    return {std::move(installation), std::move(opened), std::move(outcomes), std::move(history), *options.device};
+    return {std::move(installation), std::move(opened), std::move(outcomes), std::move(history), shape};
 }
 
 constexpr std::size_t mostReportBytes = std::size_t{64} << 20;
@@ -85,12 +87,13 @@ struct PassingFolder {
     Problem problem;
 };
 
-const DeviceShape& shapeOfReport(Phone& report, Outcomes& outcomes, const PhoneOptions& options) {
+// By what the phone, or `teller` in its place, says of itself.
+const DeviceShape& shapeByModel(Phone& phone, const char* teller, Outcomes& outcomes, const PhoneOptions& options) {
     if (options.isDeviceNamed) return *options.device;
-    const auto model = report.device().copyAnswer("ProductType");
+    const auto model = phone.device().copyAnswer("ProductType");
     const std::string name = model && model->string() ? *model->string() : std::string();
     if (const DeviceShape* shape = shapeOfModel(name)) return *shape;
-    outcomes.remark((name.empty() ? "the report names no model" : "the model " + name + " is not known") +
+    outcomes.remark((name.empty() ? std::string(teller) + " names no model" : "the model " + name + " is not known") +
                     ": it is shown as " + std::string(options.device->name) + "; --device names another shape");
     return *options.device;
 }
@@ -100,7 +103,7 @@ OpenedPhone ofReport(Installation installation, std::unique_ptr<Phone> report, s
     auto folder = std::make_shared<PassingFolder>();
     History kept(folder->asFolder(), report->identity().place, [] { return std::string(); });
     auto history = std::make_unique<PhoneHistory>(std::move(kept), *outcomes);
-    const DeviceShape& shape = shapeOfReport(*report, *outcomes, options);
+    const DeviceShape& shape = shapeByModel(*report, "the report", *outcomes, options);
     outcomes->remark(
         report->identity().name +
         " is a support report: changes are tries that nobody is told of, and of applications it names those "
@@ -111,11 +114,29 @@ OpenedPhone ofReport(Installation installation, std::unique_ptr<Phone> report, s
     return opened;
 }
 
+Result<OpenedPhone> openFar(Installation installation, const PhoneOptions& options, std::string program) {
+    const auto address = parseSshAddress(options.phone);
+    if (!address) return address.error();
+    SshOptions ssh = options.ssh;
+    ssh.mayAsk = ::isatty(STDERR_FILENO) == 1;
+    auto outcomes = std::make_unique<Outcomes>(std::move(program), options.verbose);
+    if (ssh.mayAsk) outcomes->remark("connecting to " + address->text());
+    auto phone = SshPhone::open(*address, ssh, installation.sessionBusModule());
+    if (!phone) return std::move(phone).error();
+    const auto informed = (*phone)->useDeviceInformation(options.deviceInformation);
+    if (!informed) return informed.error();
+    const DeviceShape& shape = shapeByModel(**phone, "the phone", *outcomes, options);
+    OpenedPhone opened = withHistory(std::move(installation), *std::move(phone), std::move(outcomes), shape);
+    opened.phone->tell(&opened.history->recorder, options.verbose);
+    return opened;
+}
+
 }  // namespace
 
 Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string program) {
     auto installation = findInstallation();
     if (!installation) return std::move(installation).error();
+    if (namesSshAddress(options.phone)) return openFar(*std::move(installation), options, std::move(program));
     const auto folder = usablePhone(options.phone, *installation);
     if (!folder) return folder.error();
     const auto mounts = mountMemory();
@@ -126,7 +147,7 @@ Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string p
     const auto informed = (*phone)->useDeviceInformation(options.deviceInformation);
     if (!informed) return informed.error();
     auto outcomes = std::make_unique<Outcomes>(std::move(program), options.verbose);
-    OpenedPhone opened = withHistory(*std::move(installation), *std::move(phone), std::move(outcomes), options);
+    OpenedPhone opened = withHistory(*std::move(installation), *std::move(phone), std::move(outcomes), *options.device);
     opened.isSample = isDefaultPhone(*folder);
     opened.phone->tell(&opened.history->recorder, options.verbose);
     if (std::filesystem::is_empty(*folder, ignored)) opened.outcomes->remark(*folder + " is empty: it held no phone");
@@ -159,10 +180,12 @@ bool namesReport(const std::string& named) {
 Result<OpenedPhone> OpenedPhone::openToLook(const PhoneOptions& options) {
     auto installation = findInstallation();
     if (!installation) return std::move(installation).error();
+    if (namesSshAddress(options.phone)) return Problem{options.phone, {}, "it is not connected with to be looked at"};
     auto phone =
         FolderPhone::open(phoneToLookAt(options.phone, *installation), installation->sessionBusModule(), std::nullopt);
     if (!phone) return std::move(phone).error();
-    return withHistory(*std::move(installation), *std::move(phone), std::make_unique<Outcomes>("", false), options);
+    return withHistory(*std::move(installation), *std::move(phone), std::make_unique<Outcomes>("", false),
+                       *options.device);
 }
 
 std::string nameOf(OpenedPhone& opened) {

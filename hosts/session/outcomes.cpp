@@ -38,10 +38,15 @@ void Outcomes::notChanged(const platform::Problem& problem, bool) {
     if (!_unsaved) _unsaved = problem;
 }
 
+void Outcomes::notTold(const platform::Problem& problem) {
+    if (!_untold) _untold = problem;
+}
+
 std::optional<platform::Problem> Outcomes::takeProblem() {
     auto unread = takeUnread();
     auto unsaved = takeUnsaved();
-    return unsaved ? unsaved : unread;
+    auto untold = takeUntold();
+    return unsaved ? unsaved : unread ? unread : untold;
 }
 
 std::string Outcomes::takeProblemText(Notice& notice) {
@@ -55,7 +60,13 @@ std::string Outcomes::takeProblemText(Notice& notice) {
 
 std::optional<Outcomes::Notice> Outcomes::takeNotice() {
     Notice notice;
+    // By itself: it stands beside a change that has come about.
+    const auto untold = takeUntold();
     notice.text = takeProblemText(notice);
+    if (untold && notice.text.empty()) {
+        notice.isProblem = true;
+        notice.text = untold->text();
+    }
     for (const std::string& remark : takeRemarks())
         notice.text += (notice.text.empty() ? "" : "; ") + remark;
     return notice.text.empty() ? std::nullopt : std::optional(std::move(notice));

@@ -37,13 +37,15 @@ public:
     bool tellsPassedOver() const { return _tellsPassedOver; }
 
     /// The first change that has not come about since this was last asked or, where there is none, the first file that
-    /// could not be read; nothing where all went well.
+    /// could not be read or, where there is none either, the first change that the phone was not told of; nothing where
+    /// all went well.
     std::optional<platform::Problem> takeProblem();
 
     /// Each of them by itself: the first change that has not come about, and the first file that could not be read,
     /// since this was last asked.
     std::optional<platform::Problem> takeUnsaved() { return std::exchange(_unsaved, std::nullopt); }
     std::optional<platform::Problem> takeUnread() { return std::exchange(_unread, std::nullopt); }
+    std::optional<platform::Problem> takeUntold() { return std::exchange(_untold, std::nullopt); }
 
     /// Whether a change has come about since this was last asked.
     bool takeSaved() { return std::exchange(_hasSaved, false); }
@@ -70,6 +72,7 @@ public:
     void notRead(const platform::Problem& problem) override;
     void notChanged(const platform::Problem& problem, bool wasTried) override;
     void remark(const std::string& sentence) override;
+    void notTold(const platform::Problem& problem) override;
     void kept(std::string_view, const KeptCopy&) override {}
 
 private:
@@ -81,6 +84,7 @@ private:
     bool _tellsPassedOver;
     std::optional<platform::Problem> _unsaved;
     std::optional<platform::Problem> _unread;
+    std::optional<platform::Problem> _untold;
     bool _hasSaved = false;
     /// The file of the last notice; empty when the turn after it went well.
     std::string _lastFile;

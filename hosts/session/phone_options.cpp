@@ -4,6 +4,8 @@
 #include <CLI/CLI.hpp>
 #include <vector>
 
+#include "hosts/phones/far/ssh_address.h"
+
 namespace hosts {
 namespace {
 
@@ -20,13 +22,34 @@ CLI::Validator notEmpty(const char* what) {
     return CLI::Validator([problem](const std::string& name) { return name.empty() ? problem : std::string(); }, "");
 }
 
+// Before anything is asked of it.
+std::string faultOfAddress(const std::string& named) {
+    if (!namesSshAddress(named)) return {};
+    const auto address = parseSshAddress(named);
+    return address ? std::string() : address.error().text();
+}
+
 }  // namespace
 
 void PhoneOptions::addTo(CLI::App& app) {
-    app.add_option("--phone", phone, "Folder that stands for the root of the phone's file system")
+    app.add_option("--phone", phone,
+                   "Folder that stands for the root of the phone's file system, or ssh://[USER@]HOST[:PORT][/FOLDER]")
         ->envname("TRIVEL3_PHONE")
         ->check(notEmpty("folder"))
-        ->type_name("DIR");
+        ->check(CLI::Validator(faultOfAddress, ""))
+        ->type_name("WHERE");
+    app.add_option("--ssh", ssh.command, "Command that reaches a phone at an address, in the place of ssh")
+        ->envname("TRIVEL3_SSH")
+        ->check(notEmpty("command"))
+        ->type_name("COMMAND");
+    app.add_option("--sftp-server", ssh.sftpServer, "SFTP server on a phone at an address, where sshd knows none")
+        ->check(notEmpty("file"))
+        ->type_name("PATH");
+    app.add_option("--notify", ssh.notify,
+                   "Command that tells a phone of a change, to which the notification's name is added")
+        ->envname("TRIVEL3_NOTIFY")
+        ->check(notEmpty("command"))
+        ->type_name("COMMAND");
     app.add_option("--device-information", deviceInformation,
                    "Property list of answers about the device, for the support report")
         ->check(notEmpty("file"))

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "hosts/phones/far/ssh_connection.h"
 #include "hosts/session/device_shape.h"
 
 namespace CLI {
@@ -14,6 +15,7 @@ namespace hosts {
 /// The options of the command line that every program of ours takes.
 struct PhoneOptions {
     std::string phone;  ///< empty for the default phone
+    SshOptions ssh;     ///< how one that is named by its address is reached
     const DeviceShape* device = &usualDeviceShape();
     bool isDeviceNamed = false;     ///< whether the user has named it
     std::string deviceInformation;  ///< a list of answers about the device; empty for the phone's own

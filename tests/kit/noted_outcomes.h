@@ -22,6 +22,7 @@ public:
         tried.push_back(wasTried);
     }
     void remark(const std::string& sentence) override { remarks.push_back(sentence); }
+    void notTold(const platform::Problem& problem) override { problems.push_back(problem.text()); }
     void kept(std::string_view, const hosts::KeptCopy& copy) override { copies.push_back(copy); }
 
     struct Change {

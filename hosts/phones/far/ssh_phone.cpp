@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: MIT
+#include "hosts/phones/far/ssh_phone.h"
+
+#include <algorithm>
+#include <array>
+
+#include "hosts/phones/far/far_events.h"
+
+namespace hosts {
+namespace {
+
+using platform::Dictionary;
+using platform::Problem;
+using platform::Result;
+using platform::Value;
+
+constexpr std::string_view statvfs = "statvfs@openssh.com";
+
+// The storage of the file system that the phone's root lies on, in bytes and under the platform's names.
+std::optional<Value> diskUsage(SftpSession& session, const std::string& folder) {
+    if (!session.offers(statvfs)) return std::nullopt;
+    const auto reply = session.exchange(sftp::extendedOn(statvfs, folder));
+    constexpr std::size_t fields = 11;
+    if (!reply || reply->type != sftp::Type::extendedReply || reply->text.size() < fields * 8) return std::nullopt;
+    const auto field = [&](std::size_t index) {
+        std::uint64_t number = 0;
+        for (const char byte : reply->text.substr(index * 8, 8))
+            number = number << 8 | static_cast<unsigned char>(byte);
+        return number;
+    };
+    const std::uint64_t unit = field(1);
+    const auto bytes = [unit](std::uint64_t blocks) { return Value{blocks * unit}; };
+    const std::uint64_t blocks = field(2);
+    const std::uint64_t unused = field(3);
+    const std::uint64_t available = field(4);
+    return Value(Dictionary{{"TotalDiskCapacity", bytes(blocks)},
+                            {"TotalDataCapacity", bytes(blocks)},
+                            {"TotalDataAvailable", bytes(unused)},
+                            {"AmountDataAvailable", bytes(available)},
+                            {"AmountDataReserved", bytes(std::max(unused, available) - available)}});
+}
+
+// Of a command that says one word, as "uname -m" does.
+std::optional<Value> wordOf(SshConnection& connection, const std::string& command) {
+    const auto shell = connection.shell();
+    if (!shell) return std::nullopt;
+    const auto answer = (*shell)->run(command);
+    const bool isWord = answer && answer->status == 0 && !answer->output.empty() && answer->output.size() < 64 &&
+                        std::ranges::all_of(answer->output, [](char byte) { return byte > ' ' && byte < 0x7F; });
+    return isWord ? std::optional(Value(answer->output)) : std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Value> FarDevice::copyAnswer(std::string_view key) {
+    const auto known = _answers.find(key);
+    if (known != _answers.end()) return known->second;
+    auto answer = _listed.copyAnswer(key);
+    if (!answer) answer = asked(key);
+    return _answers.insert_or_assign(std::string(key), std::move(answer)).first->second;
+}
+
+std::optional<Value> FarDevice::asked(std::string_view key) {
+    if (key == "ProductType") {
+        // A phone's is its model; that of another system, on which a phone's files may lie, is none.
+        const auto machine = wordOf(_connection, "uname -m");
+        return machine && machine->string()->find(',') != std::string::npos ? machine : std::nullopt;
+    }
+    if (key == "CPUArchitecture") return wordOf(_connection, "arch");
+    if (key != "DiskUsage") return std::nullopt;
+    const auto session = _connection.files();
+    return session ? diskUsage(**session, _connection.address().folder) : std::nullopt;
+}
+
+Result<std::unique_ptr<Phone>> SshPhone::open(const SshAddress& address, const SshOptions& options,
+                                              const std::string& busModule) {
+    std::unique_ptr<SshPhone> phone(new SshPhone(address, options, busModule));
+    const auto session = phone->_connection.files();
+    if (!session) return session.error();
+    const auto root = (*session)->exchange(sftp::onPath(sftp::Type::stat, address.folder));
+    if (!root) return Problem{address.text(), "cannot open the phone", root.error().text()};
+    if (root->type != sftp::Type::attrs)
+        return Problem{address.text(), "cannot open the phone", address.folder + ": " + reasonOf(*root)};
+    if (!root->attributes.isFolder())
+        return Problem{address.text(), "cannot open the phone", address.folder + " is no folder there"};
+    return std::unique_ptr<Phone>(std::move(phone));
+}
+
+SshPhone::SshPhone(const SshAddress& address, const SshOptions& options, const std::string& busModule)
+    : _connection(address, options),
+      _identity{address.text(), address.host},
+      _files(_connection, address.text()),
+      _notifications(_connection, busModule),
+      _device(_connection, _files) {}
+
+void SshPhone::tell(PhoneListener* listener, bool tellsPassedOver) {
+    _files.tell(listener, tellsPassedOver);
+    _notifications.tell(listener);
+}
+
+// The phone's own identifier, where it tells one: another phone may come to have its address.
+std::string SshPhone::mark() {
+    const auto identifier = _device.copyAnswer("UniqueDeviceID");
+    return identifier && identifier->string() ? *identifier->string() : std::string();
+}
+
+std::unique_ptr<PhoneEvents> SshPhone::observe(std::span<const std::string> paths, std::span<const std::string> names) {
+    return std::make_unique<FarEvents>(_connection, _files, _notifications, paths, names);
+}
+
+}  // namespace hosts
