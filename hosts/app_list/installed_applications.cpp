@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <map>
+#include <span>
 #include <utility>
+#include <vector>
 
 #include "hosts/app_list/strings_file.h"
 #include "platform/foundation/property_list.h"
@@ -126,16 +128,59 @@ public:
         }
     }
 
-    void addFolder(const std::string& folder, bool isSystem) {
-        for (const std::string& name : _files.listFolder(folder)) {
-            if (isApplicationFolder(name)) addApplication(folder + "/" + name, isSystem);
+    InstalledApplications find() {
+        addFolders();
+        for (std::size_t at = 0; at < _folders.size(); ++at) {
+            if (isTimeToExpect(at)) expectFilesFrom(at);
+            addApplication(_folders[at].path, _folders[at].isSystem);
+        }
+        return take();
+    }
+
+private:
+    struct Folder {
+        std::string path;
+        bool isSystem;
+    };
+
+    // Of many not all is held at once.
+    static constexpr std::size_t expectedAtOnce = 256;
+    bool isTimeToExpect(std::size_t at) const { return _files.isFar() && at % expectedAtOnce == 0; }
+
+    template <class Thing>
+    static std::span<const Thing> someFrom(const std::vector<Thing>& all, std::size_t first) {
+        return std::span(all).subspan(first).first(std::min(expectedAtOnce, all.size() - first));
+    }
+
+    void addFolders() {
+        std::vector<std::string> outer{std::string(systemApplications)};
+        outer.insert(outer.end(), std::begin(userApplications), std::end(userApplications));
+        _files.expect({}, outer);
+        addFoldersIn(outer.front(), true);
+        std::vector<std::string> inner;
+        for (const std::string& folder : std::span(outer).subspan(1)) {
+            for (const std::string& name : _files.listFolder(folder))
+                inner.push_back(folder + "/" + name);
+        }
+        for (std::size_t at = 0; at < inner.size(); ++at) {
+            if (isTimeToExpect(at)) _files.expect({}, someFrom(inner, at));
+            addFoldersIn(inner[at], false);
         }
     }
 
-    void addFoldersBelow(const std::string& folder) {
+    void addFoldersIn(const std::string& folder, bool isSystem) {
         for (const std::string& name : _files.listFolder(folder)) {
-            addFolder(folder + "/" + name, false);
+            if (isApplicationFolder(name)) _folders.push_back({folder + "/" + name, isSystem});
         }
+    }
+
+    void expectFilesFrom(std::size_t first) {
+        std::vector<std::string> files;
+        for (const Folder& folder : someFrom(_folders, first)) {
+            files.push_back(infoFile(folder.path));
+            files.push_back(englishNamesFile(folder.path));
+        }
+        _files.expect(files, {});
     }
 
     InstalledApplications take() {
@@ -150,7 +195,6 @@ public:
         return std::move(_found);
     }
 
-private:
     bool isSpent() const { return !_files.firstRefused().empty(); }
 
     bool isAsRead(const InstalledApplication& application) {
@@ -174,6 +218,7 @@ private:
     }
 
     RationedFiles _files;
+    std::vector<Folder> _folders;
     InstalledApplications _known;
     std::map<std::string_view, const InstalledApplication*> _knownByFolder;
     InstalledApplications _found;
@@ -212,12 +257,7 @@ const InstalledApplication* findApplication(const InstalledApplications& applica
 
 InstalledApplications findInstalledApplications(const platform::FileSystem& files, InstalledApplications known,
                                                 platform::FileListener* skips) {
-    ApplicationFinder finder(files, std::move(known), skips);
-    finder.addFolder(std::string(systemApplications), true);
-    for (const std::string_view folder : userApplications) {
-        finder.addFoldersBelow(std::string(folder));
-    }
-    return finder.take();
+    return ApplicationFinder(files, std::move(known), skips).find();
 }
 
 }  // namespace hosts

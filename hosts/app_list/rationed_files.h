@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,6 +33,12 @@ public:
 
     /// As `FileSystem::listFolder`. The folder that exceeds the ration reads as empty.
     std::vector<std::string> listFolder(std::string_view path);
+
+    /// As `FileSystem::expect`; `isFar` tells whether it is worth while.
+    void expect(std::span<const std::string> files, std::span<const std::string> folders) const {
+        _files.expect(files, folders);
+    }
+    bool isFar() const { return _files.isFar(); }
 
     /// For what is read of small files, one after the other: made once, where making it for each file
     /// would cost more than reading it.
