@@ -1,0 +1,159 @@
+// SPDX-License-Identifier: MIT
+#include "tests/kit/ssh_host.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <thread>
+
+#include "tests/kit/distance.h"
+#include "tests/kit/forked.h"
+
+namespace kit {
+namespace {
+
+constexpr const char* knownAs = "the-phone";
+
+void makePrivilegeFolder() {
+    // Where the server is root it asks for this folder, which the system makes for its own server alone.
+    if (::geteuid() == 0) std::filesystem::create_directories("/run/sshd");
+}
+
+std::string lines(const std::vector<std::string>& all) {
+    std::string text;
+    for (const std::string& line : all)
+        text += line + "\n";
+    return text;
+}
+
+bool accepts(std::uint16_t port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    const hosts::Descriptor socket{::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)};
+    return ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+}
+
+}  // namespace
+
+SshHost::SshHost(const Options& options) : _options(options) {
+    makePrivilegeFolder();
+    makeKey(inside("host_key"));
+    makeKey(inside("user_key"));
+    std::filesystem::copy_file(inside("user_key.pub"), inside("authorized_keys"));
+    writeText(inside("posted"), "");
+    std::filesystem::create_directory(inside("bin"));
+    if (options.hasNotifyutil) writeNotifyutil();
+    const std::string key = readText(inside("host_key.pub"));
+    writeText(inside("known_hosts"), std::string(knownAs) + " " + key);
+    start();
+}
+
+SshHost::~SshHost() {
+    stop();
+}
+
+void SshHost::makeKey(const std::string& file) const {
+    const Outcome made =
+        ChildProcess({TEST_SSH_KEYGEN, "-q", "-t", "ed25519", "-N", "", "-f", file}, ownEnvironment()).finish();
+    if (made.status != 0) throw std::runtime_error{"ssh-keygen: " + made.errors};
+}
+
+// Each line goes out at once, and a watcher ends with what it is told by.
+void SshHost::writeNotifyutil() const {
+    const std::string posted = inside("posted");
+    writeText(inside("bin/notifyutil"),
+              "#!/bin/sh\n"
+              "case $1 in\n"
+              "-p) echo \"$2\" >>'" +
+                  posted +
+                  "' ;;\n"
+                  "-w) exec tail -n 0 -s 0.05 -F '" +
+                  posted +
+                  "' ;;\n"
+                  "esac\n");
+    ::chmod(inside("bin/notifyutil").c_str(), 0755);
+}
+
+void SshHost::start() {
+    { const auto taken = listenOnLoopback(_port); }
+    std::vector<std::string> configuration = _options.server;
+    for (const std::string& line :
+         {"Port " + std::to_string(_port), std::string("ListenAddress 127.0.0.1"), "HostKey " + inside("host_key"),
+          std::string("PidFile none"), "AuthorizedKeysFile " + inside("authorized_keys"), std::string("StrictModes no"),
+          std::string("UsePAM no"), std::string("PasswordAuthentication no"),
+          std::string("KbdInteractiveAuthentication no"), std::string("MaxStartups 100"),
+          "SetEnv PATH=" + inside("bin") + ":/usr/bin:/bin"})
+        configuration.push_back(line);
+    if (_options.hasSubsystem) configuration.push_back("Subsystem sftp " TEST_SFTP_SERVER);
+    writeText(inside("sshd_config"), lines(configuration));
+    _server = startForked([this] {
+        ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+        ::execl(TEST_SSHD, TEST_SSHD, "-D", "-f", inside("sshd_config").c_str(), "-E", inside("sshd.log").c_str(),
+                nullptr);
+        return 127;
+    });
+    if (_server < 0) throw std::runtime_error{"sshd cannot be started"};
+    waitForServer();
+}
+
+void SshHost::waitForServer() const {
+    const auto deadline = std::chrono::steady_clock::now() + ChildProcess::patience;
+    while (!accepts(_port)) {
+        const bool isLate = std::chrono::steady_clock::now() > deadline;
+        if (isLate || ::kill(_server, 0) != 0) throw std::runtime_error{"sshd: " + readText(inside("sshd.log"))};
+        std::this_thread::sleep_for(std::chrono::milliseconds{2});
+    }
+}
+
+void SshHost::stop() {
+    if (_server < 0) return;
+    ::kill(_server, SIGTERM);
+    waitForChild(_server);
+    _server = -1;
+}
+
+void SshHost::changeKey() {
+    stop();
+    std::filesystem::remove(inside("host_key"));
+    std::filesystem::remove(inside("host_key.pub"));
+    makeKey(inside("host_key"));
+    start();
+}
+
+std::string SshHost::address(std::uint16_t port) const {
+    return "ssh://127.0.0.1:" + std::to_string(port) + _phone.folder;
+}
+
+std::string SshHost::ssh(const std::vector<std::string>& more) const {
+    const std::string file = inside("ssh_config");
+    writeText(file, lines(more) + "IdentityFile " + inside("user_key") + "\nIdentitiesOnly yes\nIdentityAgent none\n" +
+                        "UserKnownHostsFile " + inside("known_hosts") + "\nGlobalKnownHostsFile /dev/null\n" +
+                        "HostKeyAlias " + knownAs + "\nCheckHostIP no\n");
+    return TEST_SSH " -F " + file;
+}
+
+void SshHost::letUse(Trivel3ctl& program, std::uint16_t port) const {
+    program.set("TRIVEL3_PHONE", address(port));
+    program.set("TRIVEL3_SSH", ssh());
+}
+
+std::vector<std::string> SshHost::posted() const {
+    return linesOf(readText(inside("posted")));
+}
+
+void SshHost::post(const std::string& name) const {
+    std::ofstream(inside("posted"), std::ios::app) << name << std::endl;
+}
+
+}  // namespace kit

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tests/kit/phone.h"
+#include "tests/kit/trivel3ctl.h"
+
+namespace kit {
+
+/// A phone behind a real SSH server on the loopback address: with keys, a configuration and a notification centre of
+/// its own, which is a script that writes down what it is told. The server ends with this object. What does not come
+/// about throws std::runtime_error.
+class SshHost {
+public:
+    struct Options {
+        std::vector<std::string> server = {};  ///< lines of the server's configuration, which go before the usual ones
+        bool hasSubsystem = true;
+        bool hasNotifyutil = true;
+    };
+
+    SshHost() : SshHost(Options{}) {}
+    explicit SshHost(const Options& options);
+    SshHost(const SshHost&) = delete;
+    SshHost& operator=(const SshHost&) = delete;
+    ~SshHost();
+
+    const Phone& phone() const { return _phone; }
+    std::uint16_t port() const { return _port; }
+    /// By this port, which may be that of a way to the server's own.
+    std::string address(std::uint16_t port) const;
+    std::string address() const { return address(_port); }
+
+    /// The command that reaches it as a user who has been there before; `more` goes into its configuration first.
+    std::string ssh(const std::vector<std::string>& more = {}) const;
+    /// Has the program use this host, by this port.
+    void letUse(Trivel3ctl& program, std::uint16_t port) const;
+    void letUse(Trivel3ctl& program) const { letUse(program, _port); }
+
+    /// The notifications that the phone has been told of, in their order.
+    std::vector<std::string> posted() const;
+    /// As an add-on of the phone posts.
+    void post(const std::string& name) const;
+
+    /// Another key from here on, as that of another phone.
+    void changeKey();
+    std::string inside(const std::string& name) const { return _phone.around / name; }
+
+private:
+    void makeKey(const std::string& file) const;
+    void writeNotifyutil() const;
+    void start();
+    void stop();
+    void waitForServer() const;
+
+    Phone _phone;
+    Options _options;
+    std::uint16_t _port = 0;
+    pid_t _server = -1;
+};
+
+}  // namespace kit
