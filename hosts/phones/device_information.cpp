@@ -86,11 +86,21 @@ std::optional<platform::Value> DeviceInformation::listedAnswer(std::string_view 
 }
 
 std::optional<platform::Value> DeviceInformation::phoneFileEntry(std::string_view path, std::string_view key) const {
+    if (!_kept) {
+        const auto list = readPhoneFile(path);
+        return list ? list->valueForKey(key) : std::nullopt;
+    }
+    auto kept = _kept->find(path);
+    if (kept == _kept->end()) kept = _kept->emplace(path, readPhoneFile(path)).first;
+    return kept->second ? kept->second->valueForKey(key) : std::nullopt;
+}
+
+std::optional<platform::Dictionary> DeviceInformation::readPhoneFile(std::string_view path) const {
     std::string bytes;
     if (!_files.readFile(path, bytes, fileLimit)) return std::nullopt;
     const platform::PropertyListReading reading = platform::readPropertyList(bytes);
     const platform::Dictionary* list = reading ? reading.value->dictionary() : nullptr;
-    return list ? list->valueForKey(key) : std::nullopt;
+    return list ? std::optional(*list) : std::nullopt;
 }
 
 }  // namespace hosts

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <functional>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -27,6 +29,9 @@ public:
     DeviceInformation(const platform::FileSystem& files, std::string phoneFolder)
         : _files(files), _phoneFolder(std::move(phoneFolder)) {}
 
+    /// From here on each of the phone's files is read once at most.
+    void readOnce() { _kept.emplace(); }
+
     /// From here on, the file of this machine stands in for the phone's list. It is read now, and
     /// once. An empty path names none, and changes nothing. A problem, with nothing changed, when the
     /// file is no list of answers.
@@ -37,10 +42,14 @@ public:
 private:
     std::optional<platform::Value> listedAnswer(std::string_view key) const;
     std::optional<platform::Value> phoneFileEntry(std::string_view path, std::string_view key) const;
+    std::optional<platform::Dictionary> readPhoneFile(std::string_view path) const;
 
     const platform::FileSystem& _files;
     std::string _phoneFolder;
     std::optional<platform::Dictionary> _userList;
+    /// What has been read, where that is kept.
+    using Kept = std::map<std::string, std::optional<platform::Dictionary>, std::less<>>;
+    mutable std::optional<Kept> _kept;
 };
 
 }  // namespace hosts

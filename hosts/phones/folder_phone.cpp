@@ -10,6 +10,8 @@
 namespace hosts {
 namespace {
 
+using platform::Result;
+
 PhoneIdentity identityOf(const std::string& folder) {
     std::error_code ignored;
     const auto place = std::filesystem::canonical(folder, ignored);
@@ -61,7 +63,8 @@ private:
 }  // namespace
 
 platform::Result<std::unique_ptr<Phone>> FolderPhone::open(const std::string& folder, const std::string& busModule,
-                                                           const std::optional<MountMemory>& mounts) {
+                                                           const std::optional<MountMemory>& mounts,
+                                                           const std::string& notify) {
     auto files = PhoneFileSystem::open(folder);
     if (!files) return std::move(files).error();
     // A mount that has died can still be opened.
@@ -72,16 +75,24 @@ platform::Result<std::unique_ptr<Phone>> FolderPhone::open(const std::string& fo
         const auto met = mounts->meet(files->root(), identity.place);
         if (!met) return met.error();
     }
-    return std::unique_ptr<Phone>(new FolderPhone(*std::move(files), folder, busModule, std::move(identity)));
+    return std::unique_ptr<Phone>(new FolderPhone(*std::move(files), folder, busModule, notify, std::move(identity)));
 }
 
 FolderPhone::FolderPhone(PhoneFileSystem files, std::string folder, const std::string& busModule,
-                         PhoneIdentity identity)
+                         const std::string& notify, PhoneIdentity identity)
     : _folder(std::move(folder)),
       _files(std::move(files)),
-      _notifications(busModule),
+      _notifications(busModule, [this] { return shell(); }, {notify, true}),
       _device(_files, _folder),
       _identity(std::move(identity)) {}
+
+Result<WaitingShell*> FolderPhone::shell() {
+    if (_shell && _shell->isAlive()) return _shell.get();
+    auto process = PipedProcess::start("/bin/sh", {});
+    if (!process) return process.error();
+    _shell = std::make_unique<WaitingShell>(*std::move(process));
+    return _shell.get();
+}
 
 // The phone's own answers, whichever the user has named in their place.
 std::string FolderPhone::mark() {
@@ -90,7 +101,7 @@ std::string FolderPhone::mark() {
 }
 
 std::unique_ptr<PhoneEvents> FolderPhone::observe(std::span<const std::string> paths, std::span<const std::string>) {
-    return std::make_unique<FolderEvents>(FileWatch(_files, {paths.begin(), paths.end()}), _notifications,
+    return std::make_unique<FolderEvents>(FileWatch(_files, {paths.begin(), paths.end()}), _notifications.bus(),
                                           _identity.place);
 }
 

@@ -142,7 +142,7 @@ Result<OpenedPhone> OpenedPhone::open(const PhoneOptions& options, std::string p
     const auto mounts = mountMemory();
     std::error_code ignored;
     if (mounts && options.create) mounts->forget(std::filesystem::canonical(*folder, ignored));
-    auto phone = FolderPhone::open(*folder, installation->sessionBusModule(), mounts);
+    auto phone = FolderPhone::open(*folder, installation->sessionBusModule(), mounts, options.ssh.notify);
     if (!phone) return std::move(phone).error();
     const auto informed = (*phone)->useDeviceInformation(options.deviceInformation);
     if (!informed) return informed.error();

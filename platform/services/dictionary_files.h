@@ -38,6 +38,9 @@ public:
     /// on until `forget`: whoever asks for one has taken defaults for what the file may hold.
     std::shared_ptr<const Dictionary> read(std::string_view path);
 
+    /// Whether that file has been read since the last `forget`.
+    bool hasRead(std::string_view path) const { return _known.find(path) != _known.end(); }
+
     /// What is to become of a file's content, or the problem for which the file stays as it is. It captures by value,
     /// and may be called again on a newer file.
     using Edit = std::function<Result<Dictionary>(Dictionary held)>;

@@ -30,7 +30,7 @@ std::string listeningCommand(std::span<const std::string> names) {
 
 }  // namespace
 
-FarEvents::FarEvents(SshConnection& connection, FarFiles& files, FarNotifyCenter& notifications,
+FarEvents::FarEvents(SshConnection& connection, FarFiles& files, PhoneNotifyCenter& notifications,
                      std::span<const std::string> paths, std::span<const std::string> names)
     : _connection(connection),
       _files(files),
@@ -106,7 +106,7 @@ std::optional<std::string> FarEvents::nextNotification() {
 void FarEvents::takeLines() {
     if (!_listener) return;
     std::string nothing;
-    const SshProcess::Came came = _listener->exchange(nothing, _text, std::chrono::milliseconds{0});
+    const PipedProcess::Came came = _listener->exchange(nothing, _text, std::chrono::milliseconds{0});
     for (std::size_t end = _text.find('\n'); end != _text.npos; end = _text.find('\n')) {
         const std::string line = _text.substr(0, end);
         _text.erase(0, end + 1);
@@ -118,7 +118,7 @@ void FarEvents::takeLines() {
         }
     }
     if (_text.size() > mostText) _text.clear();
-    if (came != SshProcess::Came::end) return;
+    if (came != PipedProcess::Came::end) return;
     ::epoll_ctl(_waiting.get(), EPOLL_CTL_DEL, _listener->descriptor(), nullptr);
     _listener.reset();
 }

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "hosts/phones/far/far_files.h"
-#include "hosts/phones/far/far_notify_center.h"
 #include "hosts/phones/phone.h"
+#include "hosts/phones/phone_notify_center.h"
 #include "hosts/system/descriptor.h"
 
 namespace hosts {
@@ -20,7 +20,7 @@ namespace hosts {
 class FarEvents final : public PhoneEvents {
 public:
     /// All outlive the object.
-    FarEvents(SshConnection& connection, FarFiles& files, FarNotifyCenter& notifications,
+    FarEvents(SshConnection& connection, FarFiles& files, PhoneNotifyCenter& notifications,
               std::span<const std::string> paths, std::span<const std::string> names);
 
     int descriptor() const override { return _waiting.get(); }
@@ -44,12 +44,12 @@ private:
 
     SshConnection& _connection;
     FarFiles& _files;
-    FarNotifyCenter& _notifications;
+    PhoneNotifyCenter& _notifications;
     std::vector<File> _watched;
     std::vector<std::string> _names;
     std::vector<std::string> _told;
     std::string _text;
-    std::optional<SshProcess> _listener;
+    std::optional<PipedProcess> _listener;
     std::unique_ptr<NotificationStream> _bus;
     std::optional<platform::Problem> _noProblem;
     std::optional<std::string> _gone;

@@ -418,6 +418,8 @@ void FarFiles::endTurn() {
 
 Result<Stamp> FarFiles::changeFile(std::string_view path, const platform::Change& change) {
     _expected.erase(std::string(path));
+    // It is under way meanwhile: a notification is going to follow.
+    static_cast<void>(_connection.shell());
     auto problem = FarChange(_connection, _listener, _place).make(std::string(path), onHost(path), change);
     if (problem) return *std::move(problem);
     return Stamp{};

@@ -50,6 +50,7 @@ public:
     platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change& change) override;
 
     bool isFar() const override { return true; }
+    bool landsTogether() const override { return true; }
     void expect(std::span<const std::string> files, std::span<const std::string> folders) const override;
     void endTurn() override;
 

@@ -48,7 +48,7 @@ std::string reasonOf(const Reply& reply) {
     return reply.text.empty() || reply.text == "Failure" ? "the phone's SFTP server refused it" : reply.text;
 }
 
-Result<std::unique_ptr<SftpSession>> SftpSession::open(SshProcess process, const Deadline& deadline) {
+Result<std::unique_ptr<SftpSession>> SftpSession::open(PipedProcess process, const Deadline& deadline) {
     std::unique_ptr<SftpSession> session(new SftpSession(std::move(process)));
     if (auto greeted = session->greet(deadline); !greeted) return std::move(greeted).error();
     if (auto limits = session->askLimits(); !limits) return std::move(limits).error();
@@ -59,7 +59,7 @@ Result<Done> SftpSession::greet(const Deadline& deadline) {
     constexpr std::string_view firstWord("\0\0\0\5\1\0\0\0\3", 9);
     _out = firstWord;
     for (std::string came;; came.clear()) {
-        const SshProcess::Came what = _process.exchange(_out, came, deadline);
+        const PipedProcess::Came what = _process.exchange(_out, came, deadline);
         _stream.append(came);
         auto greeting = _stream.takeGreeting();
         if (!greeting) return lost(greeting.error().reason + ": " + lastLine(_stream.foreword()));
@@ -67,8 +67,8 @@ Result<Done> SftpSession::greet(const Deadline& deadline) {
             _extensions = std::move((*greeting)->extensions);
             return Done();
         }
-        if (what == SshProcess::Came::nothing) return unanswered();
-        if (what == SshProcess::Came::end) {
+        if (what == PipedProcess::Came::nothing) return unanswered();
+        if (what == PipedProcess::Came::end) {
             const std::string complaint = _process.complaints();
             return lost(complaint.empty() ? "nothing answers there: " + lastLine(_stream.foreword()) : complaint);
         }
@@ -117,11 +117,11 @@ Result<std::vector<Reply>> SftpSession::exchange(std::span<const Request> reques
             _out += requests[sent++].bytes(_lastId);
         }
         if (_awaited.empty()) return replies;
-        const SshProcess::Came what = _process.exchange(_out, came, phonePatience);
+        const PipedProcess::Came what = _process.exchange(_out, came, answerPatience);
         _stream.append(came);
         if (auto taken = takeReplies(); !taken) return std::move(taken).error();
-        if (what == SshProcess::Came::nothing) return unanswered();
-        if (what == SshProcess::Came::end && !_awaited.empty()) {
+        if (what == PipedProcess::Came::nothing) return unanswered();
+        if (what == PipedProcess::Came::end && !_awaited.empty()) {
             const std::string complaint = lastLine(_process.complaints());
             return lost("the connection to the phone is lost" + (complaint.empty() ? "" : ": " + complaint));
         }
@@ -152,7 +152,7 @@ Problem SftpSession::lost(std::string reason) {
 }
 
 Problem SftpSession::unanswered() {
-    return lost("no answer for " + std::to_string(phonePatience.count()) + " seconds" + isAwake);
+    return lost("no answer for " + std::to_string(answerPatience.count()) + " seconds" + isAwake);
 }
 
 }  // namespace hosts

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -12,20 +11,17 @@
 #include <vector>
 
 #include "hosts/phones/far/sftp_packet.h"
-#include "hosts/phones/far/ssh_process.h"
+#include "hosts/system/piped_process.h"
 #include "platform/foundation/result.h"
 
 namespace hosts {
-
-/// How long a phone may take to answer before it counts as gone.
-constexpr std::chrono::seconds phonePatience{15};
 
 /// A conversation with an SFTP server, with many requests under way at once. Its problems are passing ones: the
 /// connection is of no use any more, and what the requests that were under way have done is not known.
 class SftpSession {
 public:
     /// Waits for the server's greeting, as long as `deadline` says.
-    static platform::Result<std::unique_ptr<SftpSession>> open(SshProcess process, const Deadline& deadline);
+    static platform::Result<std::unique_ptr<SftpSession>> open(PipedProcess process, const Deadline& deadline);
     SftpSession(const SftpSession&) = delete;
     SftpSession& operator=(const SftpSession&) = delete;
 
@@ -46,14 +42,14 @@ public:
     bool isAlive() const { return _isAlive; }
 
 private:
-    explicit SftpSession(SshProcess process) : _process(std::move(process)) {}
+    explicit SftpSession(PipedProcess process) : _process(std::move(process)) {}
     platform::Result<platform::Done> greet(const Deadline& deadline);
     platform::Result<platform::Done> askLimits();
     platform::Result<platform::Done> takeReplies();
     platform::Problem lost(std::string reason);
     platform::Problem unanswered();
 
-    SshProcess _process;
+    PipedProcess _process;
     sftp::PacketStream _stream;
     std::string _out;
     std::uint32_t _lastId = 0;

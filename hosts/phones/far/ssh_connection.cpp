@@ -136,28 +136,28 @@ Result<SftpSession*> SshConnection::files() {
     } else {
         all.insert(all.end(), {"--", _address.host, "exec " + shellQuoted(_options.sftpServer)});
     }
-    auto process = SshProcess::start(_options.command, all);
+    auto process = PipedProcess::start(_options.command, all);
     if (!process) return explained(process.error());
     // Whoever is asked for a password, or whether a key is right, takes the time that it takes.
-    auto session = SftpSession::open(*std::move(process), _options.mayAsk ? Deadline() : Deadline(phonePatience));
+    auto session = SftpSession::open(*std::move(process), _options.mayAsk ? Deadline() : Deadline(answerPatience));
     if (!session) return explained(session.error());
     _files = *std::move(session);
     ++_generation;
     return _files.get();
 }
 
-Result<RemoteShell*> SshConnection::shell() {
+Result<WaitingShell*> SshConnection::shell() {
     if (_shell && _shell->isAlive()) return _shell.get();
     auto process = start("exec /bin/sh");
     if (!process) return process.error();
-    _shell = std::make_unique<RemoteShell>(*std::move(process));
+    _shell = std::make_unique<WaitingShell>(*std::move(process));
     return _shell.get();
 }
 
-Result<SshProcess> SshConnection::start(const std::string& command) {
+Result<PipedProcess> SshConnection::start(const std::string& command) {
     std::vector<std::string> all = words(false);
     all.insert(all.end(), {"--", _address.host, command});
-    return SshProcess::start(_options.command, all);
+    return PipedProcess::start(_options.command, all);
 }
 
 Problem SshConnection::explained(const Problem& problem) const {

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "hosts/phones/far/remote_shell.h"
 #include "hosts/phones/far/sftp_session.h"
 #include "hosts/phones/far/ssh_address.h"
+#include "hosts/phones/waiting_shell.h"
 
 namespace hosts {
 
@@ -38,9 +38,9 @@ public:
     /// Changes whenever `files` has connected again.
     unsigned generation() const { return _generation; }
 
-    platform::Result<RemoteShell*> shell();
+    platform::Result<WaitingShell*> shell();
     /// Another program there. `command` is for the phone's shell.
-    platform::Result<SshProcess> start(const std::string& command);
+    platform::Result<PipedProcess> start(const std::string& command);
 
 private:
     std::vector<std::string> words(bool isFirst) const;
@@ -50,7 +50,7 @@ private:
     SshOptions _options;
     std::string _controlFolder;
     std::unique_ptr<SftpSession> _files;
-    std::unique_ptr<RemoteShell> _shell;
+    std::unique_ptr<WaitingShell> _shell;
     unsigned _generation = 0;
 };
 

@@ -90,7 +90,8 @@ SshPhone::SshPhone(const SshAddress& address, const SshOptions& options, const s
     : _connection(address, options),
       _identity{address.text(), address.host},
       _files(_connection, address.text()),
-      _notifications(_connection, busModule),
+      _notifications(busModule, [this] { return _connection.shell(); },
+                     {options.notify.empty() ? "notifyutil -p" : options.notify, !options.notify.empty()}),
       _device(_connection, _files) {}
 
 void SshPhone::tell(PhoneListener* listener, bool tellsPassedOver) {

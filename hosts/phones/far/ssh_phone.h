@@ -8,9 +8,9 @@
 
 #include "hosts/phones/device_information.h"
 #include "hosts/phones/far/far_files.h"
-#include "hosts/phones/far/far_notify_center.h"
 #include "hosts/phones/far/ssh_connection.h"
 #include "hosts/phones/phone.h"
+#include "hosts/phones/phone_notify_center.h"
 
 namespace hosts {
 
@@ -19,7 +19,9 @@ namespace hosts {
 class FarDevice final : public platform::DeviceQuery {
 public:
     /// Both outlive the object.
-    FarDevice(SshConnection& connection, const FarFiles& files) : _connection(connection), _listed(files, {}) {}
+    FarDevice(SshConnection& connection, const FarFiles& files) : _connection(connection), _listed(files, {}) {
+        _listed.readOnce();
+    }
 
     platform::Result<platform::Done> useFile(const std::string& path) { return _listed.useFile(path); }
     std::optional<platform::Value> copyAnswer(std::string_view key) override;
@@ -59,7 +61,7 @@ private:
     SshConnection _connection;
     PhoneIdentity _identity;
     FarFiles _files;
-    FarNotifyCenter _notifications;
+    PhoneNotifyCenter _notifications;
     FarDevice _device;
 };
 

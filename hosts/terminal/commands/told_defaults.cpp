@@ -9,7 +9,7 @@ namespace hosts::terminal {
 void tellDefaults(const Outcomes& outcomes, platform::Platform& platform, std::span<const std::string> paths) {
     if (outcomes.tellsPassedOver()) return;
     for (const std::string& path : paths) {
-        if (platform.dictionaries.read(path)) continue;
+        if (!platform.dictionaries.hasRead(path) || platform.dictionaries.read(path)) continue;
         if (const auto why = whyNothing(platform.files, path)) warn(defaultsText(*why));
     }
 }

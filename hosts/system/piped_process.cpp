@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/phones/far/ssh_process.h"
+#include "hosts/system/piped_process.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -24,18 +24,18 @@ using platform::Result;
 constexpr std::size_t mostComplaints = std::size_t{8} << 10;
 
 /// What the child's standard streams are.
-struct Streams {
+struct PipedStreams {
     Descriptor own;    ///< this side of its input and output
     Descriptor child;  ///< the other side
     Descriptor errors;
     Descriptor childErrors;
 };
 
-std::optional<Streams> makeStreams() {
+std::optional<PipedStreams> makePipedStreams() {
     int ends[2];
     // One socket for both ways: a write to a program that has ended is then an error, and no signal.
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0) return std::nullopt;
-    Streams streams{Descriptor{ends[0]}, Descriptor{ends[1]}, {}, {}};
+    PipedStreams streams{Descriptor{ends[0]}, Descriptor{ends[1]}, {}, {}};
     if (::pipe2(ends, O_CLOEXEC) != 0) return std::nullopt;
     streams.errors = Descriptor{ends[0]};
     streams.childErrors = Descriptor{ends[1]};
@@ -45,7 +45,7 @@ std::optional<Streams> makeStreams() {
 }
 
 // An errno value; 0 when all went well.
-int spawn(const Streams& streams, const std::vector<std::string>& arguments, pid_t& process) {
+int spawnPiped(const PipedStreams& streams, const std::vector<std::string>& arguments, pid_t& process) {
     std::vector<char*> list;
     for (const std::string& argument : arguments)
         list.push_back(const_cast<char*>(argument.c_str()));
@@ -69,31 +69,31 @@ int spawn(const Streams& streams, const std::vector<std::string>& arguments, pid
 
 }  // namespace
 
-Result<SshProcess> SshProcess::start(const std::string& command, const std::vector<std::string>& words) {
-    auto streams = makeStreams();
-    if (!streams) return Problem{{}, "cannot start ssh", errorText(errno)};
-    std::vector<std::string> arguments{"sh", "-c", "exec " + command + " \"$@\"", "ssh"};
+Result<PipedProcess> PipedProcess::start(const std::string& command, const std::vector<std::string>& words) {
+    auto streams = makePipedStreams();
+    if (!streams) return Problem{{}, "cannot start a program", errorText(errno)};
+    std::vector<std::string> arguments{"sh", "-c", "exec " + command + " \"$@\"", "sh"};
     arguments.insert(arguments.end(), words.begin(), words.end());
     pid_t process = -1;
-    const int error = spawn(*streams, arguments, process);
-    if (error != 0) return Problem{{}, "cannot start ssh", errorText(error)};
-    return SshProcess(process, std::move(streams->own), std::move(streams->errors));
+    const int error = spawnPiped(*streams, arguments, process);
+    if (error != 0) return Problem{{}, "cannot start a program", errorText(error)};
+    return PipedProcess(process, std::move(streams->own), std::move(streams->errors));
 }
 
-SshProcess::SshProcess(SshProcess&& other) noexcept
+PipedProcess::PipedProcess(PipedProcess&& other) noexcept
     : _process(std::exchange(other._process, -1)),
       _stream(std::move(other._stream)),
       _errors(std::move(other._errors)),
       _complaints(std::move(other._complaints)) {}
 
-SshProcess::~SshProcess() {
+PipedProcess::~PipedProcess() {
     if (_process < 0) return;
     _stream = {};
     ::kill(_process, SIGTERM);
     uninterrupted([this] { return ::waitpid(_process, nullptr, 0); });
 }
 
-SshProcess::Came SshProcess::exchange(std::string& out, std::string& in, const Deadline& deadline) {
+PipedProcess::Came PipedProcess::exchange(std::string& out, std::string& in, const Deadline& deadline) {
     for (;;) {
         const short wanted = static_cast<short>(out.empty() ? POLLIN : POLLIN | POLLOUT);
         std::array<pollfd, 2> waits{{{_stream.get(), wanted, 0}, {_errors.get(), POLLIN, 0}}};
@@ -105,7 +105,7 @@ SshProcess::Came SshProcess::exchange(std::string& out, std::string& in, const D
     }
 }
 
-bool SshProcess::write(std::string& out) {
+bool PipedProcess::write(std::string& out) {
     const ssize_t count =
         uninterrupted([&] { return ::send(_stream.get(), out.data(), out.size(), MSG_NOSIGNAL | MSG_DONTWAIT); });
     if (count <= 0) return false;
@@ -113,7 +113,7 @@ bool SshProcess::write(std::string& out) {
     return true;
 }
 
-SshProcess::Came SshProcess::read(std::string& in) {
+PipedProcess::Came PipedProcess::read(std::string& in) {
     std::array<char, std::size_t{64} << 10> bytes;
     const ssize_t count = uninterrupted([&] { return ::read(_stream.get(), bytes.data(), bytes.size()); });
     if (count > 0) {
@@ -123,7 +123,7 @@ SshProcess::Came SshProcess::read(std::string& in) {
     return count < 0 && errno == EAGAIN ? Came::something : Came::end;
 }
 
-void SshProcess::takeComplaints() {
+void PipedProcess::takeComplaints() {
     std::array<char, 4096> bytes;
     for (;;) {
         const ssize_t count = uninterrupted([&] { return ::read(_errors.get(), bytes.data(), bytes.size()); });
@@ -136,7 +136,7 @@ void SshProcess::takeComplaints() {
     }
 }
 
-std::string SshProcess::complaints() {
+std::string PipedProcess::complaints() {
     // What has closed its output may still have something to say.
     const Deadline deadline{std::chrono::seconds{1}};
     while (_errors.isOpen()) {

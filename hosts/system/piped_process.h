@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -12,16 +13,18 @@
 
 namespace hosts {
 
-/// OpenSSH's client at work, and the bytes that go to and come from the program on the other side. It ends with this
-/// object.
-class SshProcess {
+/// How long a program on a phone may take to answer before it counts as gone.
+constexpr std::chrono::seconds answerPatience{15};
+
+/// A program at work, and the bytes that go to it and come from it. It ends with this object.
+class PipedProcess {
 public:
-    /// `command` is a shell's, as git takes one in its place; the words follow as they are. A key that ends this
-    /// program ends ssh too, which asks its questions on the same terminal.
-    static platform::Result<SshProcess> start(const std::string& command, const std::vector<std::string>& words);
-    SshProcess(SshProcess&& other) noexcept;
-    SshProcess& operator=(SshProcess&&) = delete;
-    ~SshProcess();
+    /// `command` is a shell's, as git takes one for ssh; the words follow as they are. A key that ends this program
+    /// ends that one too, and it may ask its questions on the same terminal.
+    static platform::Result<PipedProcess> start(const std::string& command, const std::vector<std::string>& words);
+    PipedProcess(PipedProcess&& other) noexcept;
+    PipedProcess& operator=(PipedProcess&&) = delete;
+    ~PipedProcess();
 
     enum class Came { something, nothing, end };
 
@@ -32,11 +35,11 @@ public:
     /// Readable when something has come.
     int descriptor() const { return _stream.get(); }
 
-    /// The last that ssh, and what runs there, has complained of. After `end` all of it is there.
+    /// The last that it has complained of. After `end` all of it is there.
     std::string complaints();
 
 private:
-    SshProcess(pid_t process, Descriptor stream, Descriptor errors)
+    PipedProcess(pid_t process, Descriptor stream, Descriptor errors)
         : _process(process), _stream(std::move(stream)), _errors(std::move(errors)) {}
     void takeComplaints();
     bool write(std::string& out);

@@ -6,19 +6,19 @@
 #include <string>
 #include <string_view>
 
-#include "hosts/phones/far/ssh_process.h"
+#include "hosts/system/piped_process.h"
 #include "platform/foundation/result.h"
 
 namespace hosts {
 
-/// A POSIX shell that waits on the phone, so that a command costs one way there and back. Its problems are passing
-/// ones: the shell is of no use any more, and whether the commands have run is not known.
-class RemoteShell {
+/// A POSIX shell that waits, on a phone perhaps, so that a command costs one way there and back. Its problems are
+/// passing ones: the shell is of no use any more, and whether the commands have run is not known.
+class WaitingShell {
 public:
-    /// `process` runs a shell that reads its commands from standard input.
-    explicit RemoteShell(SshProcess process);
-    RemoteShell(const RemoteShell&) = delete;
-    RemoteShell& operator=(const RemoteShell&) = delete;
+    /// `process` is a shell that reads its commands from standard input.
+    explicit WaitingShell(PipedProcess process);
+    WaitingShell(const WaitingShell&) = delete;
+    WaitingShell& operator=(const WaitingShell&) = delete;
 
     struct Answer {
         int status = 0;
@@ -38,7 +38,7 @@ public:
 private:
     platform::Problem lost(std::string reason);
 
-    SshProcess _process;
+    PipedProcess _process;
     std::string _mark;
     std::string _out;
     std::string _in;

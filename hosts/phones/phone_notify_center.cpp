@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/phones/far/far_notify_center.h"
+#include "hosts/phones/phone_notify_center.h"
 
 #include <optional>
 
@@ -8,27 +8,25 @@ namespace {
 
 using platform::Problem;
 
-constexpr std::string_view usualCommand = "notifyutil -p";
 // What a shell answers for a command that is not there, and for one that it may not run.
 constexpr int noSuchCommand = 127;
 constexpr int mostSendings = 3;
 
 }  // namespace
 
-std::string FarNotifyCenter::commandFor(const std::string& name) const {
-    const std::string& named = _connection.options().notify;
-    return (named.empty() ? std::string(usualCommand) : named) + " " + shellQuoted(name);
+std::string PhoneNotifyCenter::commandFor(const std::string& name) const {
+    return _command.text + " " + shellQuoted(name);
 }
 
-void FarNotifyCenter::postNotification(std::string_view name) {
+void PhoneNotifyCenter::postNotification(std::string_view name) {
     _bus.postNotification(name);
-    if (_isWithoutCommand || name.find('\0') != name.npos) return;
+    if (!canPost() || name.find('\0') != name.npos) return;
     _waiting.emplace_back(name);
     sendWaiting();
 }
 
-bool FarNotifyCenter::sendWaiting() {
-    const auto shell = _connection.shell();
+bool PhoneNotifyCenter::sendWaiting() {
+    const auto shell = _shell();
     if (!shell) return false;
     if ((*shell)->waiting() == 0) _sent = 0;
     for (; _sent < _waiting.size(); ++_sent)
@@ -36,9 +34,9 @@ bool FarNotifyCenter::sendWaiting() {
     return true;
 }
 
-void FarNotifyCenter::settle() {
+void PhoneNotifyCenter::settle() {
     for (int tries = 0; !_waiting.empty() && tries < mostSendings;) {
-        const auto shell = sendWaiting() ? _connection.shell() : platform::Result<RemoteShell*>(Problem{});
+        const auto shell = sendWaiting() ? _shell() : platform::Result<WaitingShell*>(Problem{});
         if (!shell) break;
         const auto answer = (*shell)->takeAnswer();
         if (answer) {
@@ -54,7 +52,7 @@ void FarNotifyCenter::settle() {
     if (_listener) _listener->notTold({.reason = "written, but the phone was not told: its shell does not answer"});
 }
 
-void FarNotifyCenter::take(const RemoteShell::Answer& answer) {
+void PhoneNotifyCenter::take(const WaitingShell::Answer& answer) {
     const std::string name = _waiting.front();
     _waiting.pop_front();
     --_sent;
@@ -62,8 +60,8 @@ void FarNotifyCenter::take(const RemoteShell::Answer& answer) {
         ++_echoes[name];
         return;
     }
-    if (answer.status == noSuchCommand && _connection.options().notify.empty()) {
-        _isWithoutCommand = true;
+    if (answer.status == noSuchCommand && !_command.isUsers) {
+        _command.text.clear();
         if (_listener) _listener->remark("the phone has no notifyutil, so its programs are not told of changes");
         return;
     }
@@ -73,7 +71,7 @@ void FarNotifyCenter::take(const RemoteShell::Answer& answer) {
     if (_listener) _listener->notTold({.reason = "written, but the phone was not told: " + why});
 }
 
-bool FarNotifyCenter::takeEcho(const std::string& name) {
+bool PhoneNotifyCenter::takeEcho(const std::string& name) {
     const auto echo = _echoes.find(name);
     if (echo == _echoes.end() || echo->second == 0) return false;
     --echo->second;

@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/phones/far/remote_shell.h"
+#include "hosts/phones/waiting_shell.h"
 
 #include <charconv>
 #include <random>
 #include <utility>
-
-#include "hosts/phones/far/sftp_session.h"
 
 namespace hosts {
 namespace {
@@ -23,9 +21,9 @@ std::string freshMark() {
 
 }  // namespace
 
-RemoteShell::RemoteShell(SshProcess process) : _process(std::move(process)), _mark(freshMark()) {}
+WaitingShell::WaitingShell(PipedProcess process) : _process(std::move(process)), _mark(freshMark()) {}
 
-void RemoteShell::send(const std::string& command) {
+void WaitingShell::send(const std::string& command) {
     _out += "{ " + command + "\n} </dev/null 2>&1; s=$?; echo; echo " + _mark + " $s\n";
     ++_waiting;
     std::string came;
@@ -34,8 +32,8 @@ void RemoteShell::send(const std::string& command) {
     _in += came;
 }
 
-Result<RemoteShell::Answer> RemoteShell::takeAnswer() {
-    if (_waiting == 0) return Problem{.reason = "the phone's shell has been asked nothing"};
+Result<WaitingShell::Answer> WaitingShell::takeAnswer() {
+    if (_waiting == 0) return Problem{.reason = "the shell has been asked nothing"};
     const std::string end = "\n" + _mark + " ";
     for (std::string came; _isAlive; came.clear()) {
         const std::size_t at = _in.find(end);
@@ -49,19 +47,19 @@ Result<RemoteShell::Answer> RemoteShell::takeAnswer() {
             --_waiting;
             return answer;
         }
-        if (_in.size() > mostOutput) return lost("the phone's shell says more than it has been asked");
-        const SshProcess::Came what = _process.exchange(_out, came, phonePatience);
+        if (_in.size() > mostOutput) return lost("the shell says more than it has been asked");
+        const PipedProcess::Came what = _process.exchange(_out, came, answerPatience);
         _in += came;
-        if (what == SshProcess::Came::nothing) return lost("the phone's shell does not answer");
-        if (what == SshProcess::Came::end && came.empty()) {
+        if (what == PipedProcess::Came::nothing) return lost("the shell does not answer");
+        if (what == PipedProcess::Came::end && came.empty()) {
             const std::string complaint = _process.complaints();
-            return lost(complaint.empty() ? "the phone's shell has ended" : complaint);
+            return lost(complaint.empty() ? "the shell has ended" : complaint);
         }
     }
-    return lost("the connection to the phone's shell is lost");
+    return lost("the connection to the shell is lost");
 }
 
-Result<RemoteShell::Answer> RemoteShell::run(const std::string& command) {
+Result<WaitingShell::Answer> WaitingShell::run(const std::string& command) {
     send(command);
     for (; _waiting > 1;) {
         if (auto earlier = takeAnswer(); !earlier) return earlier;
@@ -69,7 +67,7 @@ Result<RemoteShell::Answer> RemoteShell::run(const std::string& command) {
     return takeAnswer();
 }
 
-Problem RemoteShell::lost(std::string reason) {
+Problem WaitingShell::lost(std::string reason) {
     _isAlive = false;
     return {.reason = std::move(reason), .isPassing = true};
 }
