@@ -72,6 +72,9 @@ public:
     }
     platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change& change) override;
 
+    /// The files are those of the file system below again.
+    void forgetChanges() { _written.clear(); }
+
 private:
     struct Written {
         std::string contents;
@@ -80,7 +83,6 @@ private:
 
     const platform::FileSystem& _below;
     std::map<std::string, Written, std::less<>> _written;
-    std::uint64_t _writes = 0;
 };
 
 struct QuietNotifyCenter final : platform::DarwinNotifyCenter {
