@@ -23,7 +23,8 @@ CLI::Validator notEmpty(const char* what) {
 }  // namespace
 
 void PhoneOptions::addTo(CLI::App& app) {
-    app.add_option("--phone", phone, "Folder that stands for the root of the phone's file system")
+    app.add_option("--phone", phone,
+                   "Folder that stands for the root of the phone's file system, or file with a support report")
         ->envname("TRIVEL3_PHONE")
         ->check(notEmpty("folder"))
         ->type_name("DIR");
