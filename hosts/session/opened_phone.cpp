@@ -98,16 +98,12 @@ const DeviceShape& shapeByModel(Phone& phone, const char* teller, Outcomes& outc
     return *options.device;
 }
 
-OpenedPhone ofReport(Installation installation, std::unique_ptr<Phone> report, std::unique_ptr<Outcomes> outcomes,
+OpenedPhone ofReport(Installation installation, std::unique_ptr<ReportPhone> report, std::unique_ptr<Outcomes> outcomes,
                      const PhoneOptions& options) {
     auto folder = std::make_shared<PassingFolder>();
     History kept(folder->asFolder(), report->identity().place, [] { return std::string(); });
     auto history = std::make_unique<PhoneHistory>(std::move(kept), *outcomes);
     const DeviceShape& shape = shapeByModel(*report, "the report", *outcomes, options);
-    outcomes->remark(
-        report->identity().name +
-        " is a support report: changes are tries that nobody is told of, and of applications it names those "
-        "that are ticked alone");
     OpenedPhone opened{std::move(installation), std::move(report), std::move(outcomes), std::move(history), shape};
     opened.isReport = true;
     opened.passing = std::move(folder);
@@ -164,12 +160,23 @@ Result<OpenedPhone> OpenedPhone::openPhoneOrReport(const PhoneOptions& options, 
         platform::readSystemFile(options.phone == "-" ? "/dev/stdin" : options.phone, mostReportBytes + 1);
     if (!bytes) return Problem{name, "cannot read", errorText(errno)};
     if (bytes->size() > mostReportBytes) return Problem{name, {}, "holds more than 64 MB, and no more is read"};
-    auto phone = openReport(*bytes, name);
-    if (!phone) return std::move(phone).error();
-    const auto informed = (*phone)->useDeviceInformation(options.deviceInformation);
+    const auto report = readSupportReport(*bytes, installation->mailModule());
+    if (!report) return Problem{name, {}, report.error().text()};
+    auto phone = openReport(*report, name);
+    const auto informed = phone->useDeviceInformation(options.deviceInformation);
     if (!informed) return informed.error();
     auto outcomes = std::make_unique<Outcomes>(std::move(program), options.verbose);
-    return ofReport(*std::move(installation), *std::move(phone), std::move(outcomes), options);
+    return ofReport(*std::move(installation), std::move(phone), std::move(outcomes), options);
+}
+
+Result<platform::Done> OpenedPhone::forgetTries() {
+    if (!isReport) return Problem{.reason = "it is no support report"};
+    static_cast<ReportPhone&>(*phone).forgetChanges();
+    return history->history.forget();
+}
+
+bool OpenedPhone::lacksApplications() const {
+    return isReport && static_cast<const ReportPhone&>(*phone).wasAskedForApplications();
 }
 
 bool namesReport(const std::string& named) {

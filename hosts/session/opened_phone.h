@@ -22,7 +22,8 @@ struct OpenedPhone {
     const DeviceShape& shape;
     /// Whether it is the default one, a copy of the sample phone: no device is affected by what is changed there.
     bool isSample = false;
-    /// Whether it is a support report.
+    /// Whether it is a support report: the programs say so, each in its own way. What is changed of one are tries,
+    /// which nobody is told of; of applications it names those that the settings tick, and it tells no exceptions.
     bool isReport = false;
     /// What goes when it is closed.
     std::shared_ptr<void> passing = {};
@@ -32,14 +33,20 @@ struct OpenedPhone {
     /// information that is none. `program` is the name that lines on standard error begin with.
     static platform::Result<OpenedPhone> open(const PhoneOptions& options, std::string program);
 
-    /// The same, or the support report that is named in the phone's place: a file, or "-" for standard input. What is
-    /// changed of it, and its history, is gone with the object, and its shape is the customer's device's unless the
-    /// options name one.
+    /// The same, or the support report that is named in the phone's place, by itself or in an e-mail: a file, or "-"
+    /// for standard input. What is changed of it, and its history, is gone with the object, and its shape is the
+    /// customer's device's unless the options name one.
     static platform::Result<OpenedPhone> openPhoneOrReport(const PhoneOptions& options, std::string program);
 
     /// Opens the phone to look at it alone, for those who say nothing to the user: nothing is made or remembered of it.
     /// In place of a default phone that has not been made stands the sample.
     static platform::Result<OpenedPhone> openToLook(const PhoneOptions& options);
+
+    /// Takes back all that was changed of a support report, as if it had been opened anew. A problem where the history
+    /// of it stays, or it is no report.
+    platform::Result<platform::Done> forgetTries();
+    /// Whether it is a support report, and what applications there are has been asked.
+    bool lacksApplications() const;
 };
 
 /// Whether that name of a phone is a support report's: a file, or "-".

@@ -33,7 +33,8 @@ std::string faultOfAddress(const std::string& named) {
 
 void PhoneOptions::addTo(CLI::App& app) {
     app.add_option("--phone", phone,
-                   "Folder that stands for the root of the phone's file system, or ssh://[USER@]HOST[:PORT][/FOLDER]")
+                   "Folder that stands for the root of the phone's file system, file with a support report, or "
+                   "ssh://[USER@]HOST[:PORT][/FOLDER]")
         ->envname("TRIVEL3_PHONE")
         ->check(notEmpty("folder"))
         ->check(CLI::Validator(faultOfAddress, ""))

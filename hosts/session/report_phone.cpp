@@ -2,15 +2,15 @@
 #include "hosts/session/report_phone.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 #include <optional>
+#include <set>
 #include <utility>
 #include <vector>
 
 #include "hosts/phones/device_information.h"
-#include "hosts/phones/fault_place.h"
 #include "hosts/session/services.h"
-#include "hosts/session/support_report.h"
 #include "platform/foundation/property_list.h"
 
 namespace hosts {
@@ -81,10 +81,27 @@ private:
     std::optional<Problem> _why;
 };
 
-class ReportPhone final : public Phone {
+class ReportFiles final : public ScratchFileSystem {
 public:
-    ReportPhone(MemoryFiles held, const std::string& name)
-        : _held(std::move(held)), _files(_held), _device(_files, {}), _identity{name, name} {}
+    using ScratchFileSystem::ScratchFileSystem;
+
+    Result<std::vector<std::string>> listFolder(std::string_view path) const override {
+        if (path.starts_with(applicationsFolder)) _areApplicationsListed = true;
+        return ScratchFileSystem::listFolder(path);
+    }
+    bool areApplicationsListed() const { return _areApplicationsListed; }
+
+private:
+    mutable bool _areApplicationsListed = false;
+};
+
+class PhoneInMemory final : public ReportPhone {
+public:
+    PhoneInMemory(MemoryFiles held, const std::string& name)
+        : _held(std::move(held)),
+          _files(_held),
+          _device(_files, {}),
+          _identity{name, std::filesystem::path(name).filename()} {}
 
     platform::FileSystem& files() override { return _files; }
     platform::DarwinNotifyCenter& notifications() override { return _notifications; }
@@ -96,10 +113,12 @@ public:
     }
     const PhoneIdentity& identity() const override { return _identity; }
     std::string mark() override { return {}; }
+    void forgetChanges() override { _files.forgetChanges(); }
+    bool wasAskedForApplications() const override { return _files.areApplicationsListed(); }
 
 private:
     MemoryFiles _held;
-    ScratchFileSystem _files;
+    ReportFiles _files;
     QuietNotifyCenter _notifications;
     DeviceInformation _device;
     PhoneIdentity _identity;
@@ -107,12 +126,12 @@ private:
 
 // Each by itself, so that the pages that tick applications list them.
 void putTickedApplications(MemoryFiles& files, const Dictionary& settings) {
-    std::size_t number = 0;
+    std::set<std::string_view> put;
     for (const auto& [key, value] : settings) {
         if (!value.dictionary()) continue;
         for (const auto& [identifier, ticked] : *value.dictionary()) {
-            if (!ticked.boolean()) continue;
-            const std::string folder = std::string(applicationsFolder) + "/" + std::to_string(++number) + ".app";
+            if (!ticked.boolean() || !put.insert(identifier).second) continue;
+            const std::string folder = std::string(applicationsFolder) + "/" + std::to_string(put.size()) + ".app";
             files.put(folder + "/Info.plist",
                       Dictionary{{"CFBundleIdentifier", identifier}, {"CFBundleDisplayName", identifier}});
         }
@@ -131,20 +150,8 @@ MemoryFiles filesOf(const SupportReport& report) {
 
 }  // namespace
 
-Result<std::unique_ptr<Phone>> openReport(std::string_view bytes, const std::string& name) {
-    const auto reading = platform::readPropertyList(bytes);
-    if (!reading)
-        return Problem{name, {}, "it is no support report: " + faultPlace(reading.error) + ": " + reading.error.reason};
-    const Dictionary* const root = reading.value->dictionary();
-    const auto report = root ? supportReportIn(*root) : std::nullopt;
-    if (!report) {
-        return Problem{
-            name,
-            {},
-            "it is no support report; a settings file can be compared by 'trivel3ctl diff', and taken over by "
-            "'trivel3ctl apply'"};
-    }
-    return std::unique_ptr<Phone>(std::make_unique<ReportPhone>(filesOf(*report), name));
+std::unique_ptr<ReportPhone> openReport(const SupportReport& report, const std::string& name) {
+    return std::make_unique<PhoneInMemory>(filesOf(report), name);
 }
 
 }  // namespace hosts

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/session/services.h"
 
+#include <atomic>
+#include <cstdint>
 #include <utility>
 
 namespace hosts {
@@ -30,8 +32,9 @@ Result<Stamp> ScratchFileSystem::changeFile(std::string_view path, const platfor
     if (!reading && reading.error().isPassing) return reading;
     auto wanted = change(reading ? std::optional<std::string_view>(held) : std::nullopt);
     if (!wanted) return std::move(wanted).error();
-    // Like none of the file system below, and another one at each write.
-    const Stamp stamp{.inode = ++_writes, .size = wanted->bytes.size(), .isSettled = true};
+    // Like none of the file system below, which may be one of these, and another one at each write.
+    static std::atomic<std::uint64_t> next{UINT64_MAX};
+    const Stamp stamp{.inode = next--, .size = wanted->bytes.size(), .isSettled = true};
     _written.insert_or_assign(std::string(path), Written{std::move(wanted->bytes), stamp});
     return stamp;
 }

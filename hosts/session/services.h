@@ -79,6 +79,9 @@ public:
         _below.expect(files, folders);
     }
 
+    /// The files are those of the file system below again.
+    void forgetChanges() { _written.clear(); }
+
 private:
     struct Written {
         std::string contents;
@@ -87,7 +90,6 @@ private:
 
     const platform::FileSystem& _below;
     std::map<std::string, Written, std::less<>> _written;
-    std::uint64_t _writes = 0;
 };
 
 struct QuietNotifyCenter final : platform::DarwinNotifyCenter {

@@ -3,7 +3,9 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
+#include "platform/foundation/result.h"
 #include "platform/foundation/value.h"
 
 namespace hosts {
@@ -17,5 +19,10 @@ struct SupportReport {
 
 /// Nothing for a property list that is no report.
 std::optional<SupportReport> supportReportIn(const platform::Dictionary& root);
+
+/// The report that the bytes are, in either encoding of a property list, or else the first one among the parts of the
+/// e-mail that they are. `mailModule` is the path of the module that reads e-mail. The problem, which has no path, is
+/// one line without a word of what the e-mail says. For at most 64 MB, no more than 1 GB of memory is taken.
+platform::Result<SupportReport> readSupportReport(std::string_view bytes, const std::string& mailModule);
 
 }  // namespace hosts

@@ -2,6 +2,7 @@
 #include "platform/foundation/property_list.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "platform/foundation/property_list/binary_layout.h"
@@ -14,6 +15,8 @@ namespace platform {
 namespace {
 
 using property_list::XmlText;
+
+constexpr std::size_t unbounded = SIZE_MAX;
 
 struct Line {
     std::size_t number = 1;
@@ -45,7 +48,16 @@ PropertyListError undecodedError(PropertyListError fault, std::string_view bytes
     return {std::move(fault.reason), fault.offset, line.number, fault.offset - line.begin + 1};
 }
 
-PropertyListReading readXml(std::string_view bytes) {
+/// No fewer than the text's values, keys counted.
+std::size_t startTagsIn(std::string_view text) {
+    std::size_t tags = 0;
+    for (std::size_t place = text.find('<'); place != std::string_view::npos; place = text.find('<', place + 1)) {
+        if (!text.substr(place + 1).starts_with('/')) ++tags;
+    }
+    return tags;
+}
+
+PropertyListReading readXml(std::string_view bytes, std::size_t mostValues) {
     PropertyListReading reading;
     PropertyListError fault;
     const std::optional<XmlText> text = XmlText::decode(bytes, fault);
@@ -53,22 +65,32 @@ PropertyListReading readXml(std::string_view bytes) {
         reading.error = undecodedError(std::move(fault), bytes);
         return reading;
     }
+    if (mostValues != unbounded && startTagsIn(text->utf8()) > mostValues) {
+        reading.error = xmlError({"too many values"}, *text);
+        return reading;
+    }
     reading.value = property_list::readXml(text->utf8(), fault);
     if (!reading.value) reading.error = xmlError(std::move(fault), *text);
     return reading;
 }
 
-PropertyListReading readBinary(std::string_view bytes) {
+PropertyListReading readBinary(std::string_view bytes, const property_list::BinaryBounds& bounds) {
     PropertyListReading reading;
     reading.format = PropertyListFormat::binary;
-    reading.value = property_list::readBinary(bytes, reading.error);
+    reading.value = property_list::readBinary(bytes, reading.error, bounds);
     return reading;
 }
 
 }  // namespace
 
 PropertyListReading readPropertyList(std::string_view bytes) {
-    return property_list::isBinary(bytes) ? readBinary(bytes) : readXml(bytes);
+    return property_list::isBinary(bytes) ? readBinary(bytes, {}) : readXml(bytes, unbounded);
+}
+
+PropertyListReading readPropertyListOfStrangers(std::string_view bytes, std::size_t mostValues) {
+    if (property_list::isBinary(bytes))
+        return readBinary(bytes, {.values = mostValues, .overlap = 1, .keyRepetition = 1});
+    return readXml(bytes, mostValues);
 }
 
 std::optional<Dictionary> readRootKeys(std::string_view bytes, std::span<const std::string_view> keys) {

@@ -38,6 +38,11 @@ struct PropertyListReading {
 /// proportion to their number.
 TRIVEL3_PLATFORM_EXPORT PropertyListReading readPropertyList(std::string_view bytes);
 
+/// The same for bytes from strangers, which may take no more memory than some hundred bytes for each of `mostValues`
+/// and a few times their own number: with more values, keys counted, they are an error, and so they are where objects
+/// overlap or dictionaries share long keys.
+TRIVEL3_PLATFORM_EXPORT PropertyListReading readPropertyListOfStrangers(std::string_view bytes, std::size_t mostValues);
+
 /// The root dictionary with these of its keys and no others, without building the rest of the tree.
 /// Nothing where `readPropertyList` would fail, or give no dictionary.
 TRIVEL3_PLATFORM_EXPORT std::optional<Dictionary> readRootKeys(std::string_view bytes,

@@ -198,5 +198,39 @@ TEST(HostilePropertyList, thatGivesOneLargeObjectManyNumbersIsRejected) {
     expectModest(bytes, 60);
 }
 
+std::string reasonFor(const std::string& bytes, std::size_t mostValues) {
+    return readPropertyListOfStrangers(bytes, mostValues).error.reason;
+}
+
+TEST(PropertyListOfStrangers, isReadAsAnyOther) {
+    const std::string xml = "<dict><key>a</key><array><true/><string>b</string></array></dict>";
+    const std::string binary = *writeBinaryPropertyList(*readPropertyList(xml).value).bytes;
+    for (const std::string& bytes : {xml, binary}) {
+        const PropertyListReading reading = readPropertyListOfStrangers(bytes, 6);
+        ASSERT_TRUE(reading) << reading.error.reason;
+        EXPECT_TRUE(*reading.value == *readPropertyList(xml).value);
+    }
+}
+
+TEST(PropertyListOfStrangers, withTooManyValuesIsRejected) {
+    const std::string xml = "<array>" + repeated(10, "<true/>") + "</array>";
+    EXPECT_EQ(reasonFor(xml, 11), "");
+    EXPECT_EQ(reasonFor(xml, 10), "too many values");
+    // An array of ten references to one object, and objects that nothing refers to.
+    const std::string members = laidOut("\xAA"s + std::string(10, '\1') + "\x09", {8, 19}, 1);
+    EXPECT_EQ(reasonFor(members, 10), "");
+    EXPECT_EQ(reasonFor(members, 9), "too many values (object 0)");
+    EXPECT_EQ(reasonFor(laidOut("\xA0\x09"s, {8, 9, 9, 9}, 1), 3), "too many objects");
+}
+
+TEST(PropertyListOfStrangers, whoseObjectsOverlapIsRejected) {
+    // Three strings, each beginning in the one before it.
+    const std::string text(200, '\x5F');
+    const std::string overlapping =
+        laidOut("\xA3\1\2\3\x5F\x10\xC0\x5F\x10\xBD\x5F\x10\xBA"s + text, {8, 12, 15, 18}, 1);
+    ASSERT_TRUE(readPropertyList(overlapping));
+    EXPECT_EQ(reasonFor(overlapping, 100), "objects that overlap out of all proportion (object 2)");
+}
+
 }  // namespace
 }  // namespace hostile_property_lists_test

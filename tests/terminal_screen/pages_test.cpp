@@ -56,6 +56,50 @@ TEST(Screen, opensEveryFeaturePageAndGoesBack) {
     }
 }
 
+struct ReportOnTheScreen {
+    explicit ReportOnTheScreen(const TmuxTerminal::Setup& setup) : terminal({TEST_PROGRAM, "--phone", file}, setup) {
+        terminal.waitFor("Quit");
+        terminal.settle();
+    }
+    static std::string written(const std::string& path) {
+        kit::writeText(path,
+                       "<plist><dict><key>Packages</key><string>p</string><key>ProductType</key>"
+                       "<string>iPhone6,1</string><key>Preferences</key><dict/></dict></plist>");
+        return path;
+    }
+
+    kit::TemporaryFolder folder;
+    std::string file = written(folder / "Trivel.plist");
+    TmuxTerminal terminal;
+};
+
+TEST(Screen, saysOnEveryPageThatItIsOfASupportReport) {
+    ReportOnTheScreen screen({});
+    constexpr const char* words = " Support report: changes are tries; it has ticked applications, no exceptions";
+    EXPECT_EQ(screen.terminal.lines().at(22), words);
+    EXPECT_THAT(screen.terminal.lines().at(23), HasSubstr("Quit"));
+    screen.terminal.press({"End", "Up", "Enter"});
+    ASSERT_TRUE(screen.terminal.waitFor("‹ Trivel 3"));
+    EXPECT_EQ(screen.terminal.lines().at(22), words);
+}
+
+TEST(Screen, ofASupportReportSaysSoInTwoLinesOfTheSmallestTerminal) {
+    ReportOnTheScreen screen(smallest);
+    EXPECT_EQ(screen.terminal.lines().at(9), " Support report: changes are tries; it");
+    EXPECT_EQ(screen.terminal.lines().at(10), " has ticked applications, no exceptions");
+    EXPECT_THAT(screen.terminal.rowWith("▸"), HasSubstr("Multi-Center"));
+}
+
+TEST(Screen, ofASupportReportTakesTriesBack) {
+    ReportOnTheScreen screen({});
+    screen.terminal.press({"Enter"});
+    ASSERT_TRUE(screen.terminal.waitForRow("▸", "off"));
+    screen.terminal.press({"u"});
+    EXPECT_TRUE(screen.terminal.waitForRow("▸", "on ━━●"));
+    EXPECT_TRUE(screen.terminal.waitFor("Undone: MultiCenter"));
+    EXPECT_TRUE(screen.terminal.waitFor("Support report: changes are tries"));
+}
+
 TEST(Screen, showsTheCreatorsWithWhatTheirCellsTell) {
     OpenedScreen screen;
     ASSERT_TRUE(screen.open("The Creators"));

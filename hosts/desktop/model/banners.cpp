@@ -22,7 +22,14 @@ void Banners::withdraw(Banner::About about) {
 
 Banners::Place Banners::current() const {
     const auto problem = std::find_if(_banners.rbegin(), _banners.rend(), std::mem_fn(&Banner::isProblem));
-    return problem == _banners.rend() ? std::prev(_banners.end()) : std::prev(problem.base());
+    if (problem != _banners.rend()) return std::prev(problem.base());
+    const auto passing = std::find_if_not(_banners.rbegin(), _banners.rend(), std::mem_fn(&Banner::stays));
+    return passing == _banners.rend() ? std::prev(_banners.end()) : std::prev(passing.base());
+}
+
+int Banners::waiting() const {
+    const auto closable = std::count_if(_banners.begin(), _banners.end(), std::not_fn(std::mem_fn(&Banner::stays)));
+    return closable == 0 ? 0 : static_cast<int>(closable) - 1;
 }
 
 Banner Banners::take() {
@@ -34,13 +41,13 @@ Banner Banners::take() {
 }
 
 void Banners::close() {
-    if (isShown()) take();
+    if (isShown() && !isStaying()) take();
 }
 
 void Banners::act() {
     if (!isShown()) return;
-    const Banner taken = take();
-    if (taken.act) taken.act();
+    const Banner acting = isStaying() ? *current() : take();
+    if (acting.act) acting.act();
 }
 
 // The bridge to the desktop's bus keeps alerts to itself; who reads the screen there goes by alerts that come to be

@@ -12,7 +12,7 @@ namespace hosts::desktop {
 /// Something for the user to read in the window, and at most one thing to do about it.
 struct Banner {
     /// What it is about. Of each there is one banner at most, but for remarks: a new one takes the place of the old.
-    enum class About { change, settings, phone, sample, link, composer, undo, remark };
+    enum class About { change, settings, phone, sample, report, link, composer, undo, remark };
 
     About about = About::remark;
     /// One or more sentences. It may hold no character that steers the text.
@@ -20,13 +20,15 @@ struct Banner {
     bool isProblem = false;
     /// Whether it goes by itself after some seconds.
     bool passes = false;
+    /// Whether it stays, behind all others, and cannot be closed.
+    bool stays = false;
     /// What there is to do, as its button says it, and how; both empty where there is nothing. Done once, with the
-    /// banner gone already, so that it may tell of another.
+    /// banner gone already, so that it may tell of another; or as often as the user likes, by one that stays.
     QString action = {};
     std::function<void()> act = nullptr;
 };
 
-/// What the user has yet to read. One is shown at a time: the newest problem, or else the newest.
+/// What the user has yet to read. One is shown at a time: the newest problem, or else the newest, or else what stays.
 class Banners : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -35,9 +37,10 @@ class Banners : public QObject {
     Q_PROPERTY(QString text READ text NOTIFY changed)
     Q_PROPERTY(bool problem READ isProblem NOTIFY changed)
     Q_PROPERTY(bool passing READ isPassing NOTIFY changed)
+    Q_PROPERTY(bool staying READ isStaying NOTIFY changed)
     /// The label of its button; empty for none.
     Q_PROPERTY(QString action READ action NOTIFY changed)
-    /// How many wait behind the one that is shown.
+    /// How many wait behind the one that is shown, but for those that stay.
     Q_PROPERTY(int waiting READ waiting NOTIFY changed)
 
 public:
@@ -51,7 +54,8 @@ public:
     QString action() const { return isShown() ? current()->action : QString(); }
     bool isProblem() const { return isShown() && current()->isProblem; }
     bool isPassing() const { return isShown() && current()->passes; }
-    int waiting() const { return isShown() ? static_cast<int>(_banners.size()) - 1 : 0; }
+    bool isStaying() const { return isShown() && current()->stays; }
+    int waiting() const;
 
     /// The user has read the one that is shown, or wants done what can be done about it.
     Q_INVOKABLE void close();

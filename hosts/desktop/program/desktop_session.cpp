@@ -39,7 +39,26 @@ platform::Result<platform::Done> DesktopSession::open(QSize size) {
     _navigation.useFinder(_finder);
     _navigation.useDefaults(_session->defaults());
     _navigation.open(*std::move(root));
+    if (_outside.phone.isReport) offerToTakeBackTries();
     return platform::Done();
+}
+
+void DesktopSession::offerToTakeBackTries() {
+    _navigation.tell({.about = Banner::About::report,
+                      .text = QStringLiteral(
+                          "Support report: changes are tries, nobody is told of them. It has ticked applications, no "
+                          "exceptions."),
+                      .stays = true,
+                      .action = QStringLiteral("Take Back"),
+                      .act = [this] { forgetTries(); }});
+}
+
+void DesktopSession::forgetTries() {
+    const auto forgotten = _outside.phone.forgetTries();
+    showFilesAnew();
+    if (!forgotten) return _navigation.tell({.text = shownText(forgotten.error().text()), .isProblem = true});
+    _navigation.tell(
+        {.about = Banner::About::undo, .text = QStringLiteral("All tries are taken back."), .passes = true});
 }
 
 void DesktopSession::takeOnCommands() {
@@ -113,6 +132,7 @@ void DesktopSession::watchFiles() {
     _observedFiles = _session->observedFiles();
     if (_observedFiles.empty()) return;
     _events = _outside.phone.phone->observe(_observedFiles, _session->observedNotifications());
+    if (_events->descriptor() < 0) return;
     _soon.setSingleShot(true);
     _soon.setInterval(gatheringTime);
     QObject::connect(&_soon, &QTimer::timeout, &_soon, [this] { lookAtFiles(); });

@@ -50,6 +50,8 @@ private:
     void bringUpToDate(Page& page);
     void showFilesAnew();
     void takeOnCommands();
+    void offerToTakeBackTries();
+    void forgetTries();
     void tellReset(const platform::Result<SettingsSession::DoneTurn>& outcome);
     void tellTakenBack(const platform::Result<std::string>& outcome);
 

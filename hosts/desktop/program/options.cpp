@@ -53,7 +53,8 @@ void addTo(CLI::App& app, Options& options, Words& words) {
     app.set_help_flag("--help,-h", "Print this help and exit");
     options.addTo(app);
     app.add_option("FOLDER", words.folders,
-                   "Phones to open, in place of --phone: folders, or their addresses (file:///…)")
+                   "Phones to open, in place of --phone: folders, files with support reports, or their addresses "
+                   "(file:///…)")
         ->type_name("")
         ->check(CLI::Validator(whyNoFolder, ""));
     app.add_option("--page", options.page, "The page to open: the titles of the links that lead there, with / between")

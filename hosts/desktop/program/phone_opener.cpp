@@ -17,12 +17,14 @@ const QString folderEntry = QStringLiteral("folder");
 const QString nameEntry = QStringLiteral("name");
 constexpr std::size_t mostKnown = 8;
 
-QStringList argumentsFor(const std::string& folder, const Options& options) {
-    QStringList arguments{QStringLiteral("--phone"), QString::fromStdString(folder)};
+// A support report has a shape of its own.
+QStringList argumentsFor(OpenedPhone& opened, const Options& options) {
+    QStringList arguments{QStringLiteral("--phone"), QString::fromStdString(opened.phone->identity().place)};
     const auto add = [&arguments](const char* option, const QString& value) {
         arguments << QString::fromLatin1(option) << value;
     };
-    add("--device", QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
+    if (!opened.isReport)
+        add("--device", QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
     if (options.dark) add("--appearance", *options.dark ? QStringLiteral("dark") : QStringLiteral("light"));
     if (options.highContrast)
         add("--contrast", *options.highContrast ? QStringLiteral("high") : QStringLiteral("normal"));
@@ -39,7 +41,7 @@ KnownPhone knownAs(OpenedPhone& opened) {
 
 void PhoneOpener::serve(Phones& phones, QWindow& window, OpenedPhone& current) {
     const KnownPhone shown = knownAs(current);
-    if (!current.isSample) remember(shown);
+    if (!current.isSample && !current.isReport) remember(shown);
     connect(&_chooser, &FolderChooser::chosen, &phones, &Phones::openFolder);
     connect(&_chooser, &FolderChooser::unavailable, &phones, &Phones::askForPath);
     const auto openPhone = [this](const QString& wanted) {
@@ -55,11 +57,11 @@ void PhoneOpener::serve(Phones& phones, QWindow& window, OpenedPhone& current) {
 platform::Result<platform::Done> PhoneOpener::open(const QString& folder) {
     PhoneOptions wanted;
     wanted.phone = folder.toStdString();
-    const auto opened = OpenedPhone::open(wanted, "trivel3-settings");
+    auto opened = OpenedPhone::openPhoneOrReport(wanted, "trivel3-settings");
     if (!opened) return opened.error();
     QProcess program;
     program.setProgram(QCoreApplication::applicationFilePath());
-    program.setArguments(argumentsFor(opened->phone->identity().place, _options));
+    program.setArguments(argumentsFor(*opened, _options));
     // It is for no terminal, whoever has started this one: what it has to say it says in dialogs.
     program.setStandardErrorFile(QProcess::nullDevice());
     if (program.startDetached()) return platform::Done();

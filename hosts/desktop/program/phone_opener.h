@@ -24,8 +24,8 @@ public:
     /// The phone of this window is remembered, and `phones` opens others. The window and `phones` outlive the opener.
     void serve(Phones& phones, QWindow& window, OpenedPhone& current);
 
-    /// Opens a window on the folder; empty for the sample phone. The problem, when there is no phone to be opened
-    /// there, is one line.
+    /// Opens a window on the folder, or on the support report that the file is; empty for the sample phone. The
+    /// problem, when there is no phone to be opened there, is one line.
     platform::Result<platform::Done> open(const QString& folder);
 
 private:

@@ -44,6 +44,17 @@ public:
     }
 };
 
+// Of support reports, windows remember one place for all of them: none is opened twice for long.
+const QString reportsKey = QStringLiteral("reports");
+
+// A report that came by standard input is another one each time.
+QString keyOf(OpenedPhone& phone) {
+    const std::string& place = phone.phone->identity().place;
+    const bool isFromInput = phone.isReport && !namesReport(place);
+    return isFromInput ? QStringLiteral("input") + QString::number(QCoreApplication::applicationPid())
+                       : folderKey(place);
+}
+
 int runScreenshots(OpenedPhone& phone, const Options& options) {
     const auto taken = takeScreenshots(phone, options);
     return taken ? done : fail(failed, taken.error());
@@ -56,10 +67,10 @@ DeviceShape shapeForScreen(const DeviceShape& device) {
     return shape;
 }
 
-QSize sizeToOpenIn(const Options& options, const WindowMemory& memory) {
+QSize sizeToOpenIn(const Options& options, const DeviceShape& device, const WindowMemory& memory) {
     const QScreen* screen = QGuiApplication::primaryScreen();
-    const QSize room = screen ? screen->availableSize() : screenSize(*options.device);
-    return options.size ? options.size->boundedTo(room) : startingSize(*options.device, memory.size(), room);
+    const QSize room = screen ? screen->availableSize() : screenSize(device);
+    return options.size ? options.size->boundedTo(room) : startingSize(device, memory.size(), room);
 }
 
 void followTaste(SettingsWindow& window, DesktopTaste& desktop, const Options& options) {
@@ -123,7 +134,7 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
     QSocketNotifier stopped(stop.descriptor(), QSocketNotifier::Read);
     // Not `quit`, which the window may hold up with a question.
     QObject::connect(&stopped, &QSocketNotifier::activated, &application, [] { QCoreApplication::exit(); });
-    const QString key = folderKey(phone.phone->identity().place);
+    const QString key = keyOf(phone);
     PhoneOpener opener(options);
     const std::vector<std::string> unopened = openFurther(opener, options);
     SingleInstance instance(key);
@@ -135,14 +146,16 @@ int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone
     DesktopTaste taste;
     LiveServices services(phone);
     LinkOpener links(services.opener);
-    WindowMemory memory(key, QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
+    const DeviceShape& device = phone.shape;
+    WindowMemory memory(phone.isReport ? reportsKey : key,
+                        QString::fromUtf8(device.name.data(), qsizetype(device.name.size())));
     const SessionServices live = services.forSession();
     DesktopSession session({phone,
                             {live.files, live.notifications, links, live.device, live.listener, live.history},
                             services.handOver,
-                            shapeForScreen(*options.device)});
+                            shapeForScreen(device)});
     links.tell(session.navigation().banners());
-    const auto opened = session.open(sizeToOpenIn(options, memory));
+    const auto opened = session.open(sizeToOpenIn(options, device, memory));
     if (!opened) return failBeforeUser(failed, opened.error().text());
     const auto page = openFirstPage(session.navigation(), options, memory);
     // First: a page may be missing only because of what could not be read.
@@ -174,11 +187,11 @@ int runProgram(int argumentCount, char** arguments) {
     int status = done;
     const auto options = parseOptions(argumentCount, arguments, status);
     if (!options) return status;
-    auto phone = OpenedPhone::open(*options, "trivel3-settings");
+    auto phone = OpenedPhone::openPhoneOrReport(*options, "trivel3-settings");
     if (!phone && !options->screenshots.empty()) return fail(failed, phone.error());
     if (!phone) return failBeforeUser(argumentCount, arguments, failed, phone.error().text());
     if (!options->screenshots.empty()) {
-        prepareForScreenshots(*options->device);
+        prepareForScreenshots(phone->shape);
         Application application(argumentCount, arguments);
         setUpApplication();
         return runScreenshots(*phone, *options);

@@ -68,7 +68,8 @@ private:
         const QString file = _folder.filePath(name + QStringLiteral(".png"));
         const QImage picture = _view.grabWindow();
         if (picture.isNull() || !picture.save(file)) _error = file + QStringLiteral(": cannot be written");
-        if (_navigation.banners().isShown()) _error = _navigation.banners().text();
+        if (_navigation.banners().isShown() && !_navigation.banners().isStaying())
+            _error = _navigation.banners().text();
     }
 
     void drawMenus() {
@@ -182,8 +183,8 @@ platform::Result<platform::Done> takeScreenshots(OpenedPhone& phone, const Optio
     phone.outcomes->takeRemarks();
     QuietServices services(phone);
     NoHandOver handOver;
-    DesktopSession session({phone, services.forSession(), handOver, *options.device});
-    const auto opened = session.open(options.size.value_or(screenSize(*options.device)));
+    DesktopSession session({phone, services.forSession(), handOver, phone.shape});
+    const auto opened = session.open(options.size.value_or(screenSize(phone.shape)));
     if (!opened) return opened;
     session.navigation().phones().use(knownAs(phone), {});
     session.window().setTaste(options.over({.lessMotion = true, .accent = std::nullopt}));

@@ -12,7 +12,8 @@ FocusScope {
     /// The user is done with what is shown, and the keyboard with this.
     signal done
 
-    readonly property bool isWide: body.width >= 560
+    // What stays takes as little of the page as it can.
+    readonly property bool isWide: body.width >= 560 || (banners.staying && buttons.width <= body.width / 3)
     readonly property real gap: 12
     readonly property real buttonsRoom: isWide ? 0 : buttons.height
     readonly property real wordsRoom: Math.max(words.implicitHeight, mark.height) + 2 * gap
@@ -137,6 +138,7 @@ FocusScope {
                 onActivated: banner.act()
             }
             BarButton {
+                visible: !banner.banners.staying
                 text: banner.banners.waiting > 0 ? qsTr("Next") : qsTr("Close")
                 onActivated: banner.close()
             }

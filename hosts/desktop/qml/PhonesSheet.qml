@@ -95,8 +95,8 @@ FocusScope {
         active: sheet.phones.asking
         onLoaded: item.forceActiveFocus()
         sourceComponent: SheetQuestion {
-            title: qsTr("Which Folder?")
-            text: qsTr("The path of the folder that is the root of a phone's file system.")
+            title: qsTr("Which Phone?")
+            text: qsTr("The path of the folder that is the root of a phone's file system, or of a support report.")
             yes: qsTr("Open")
             no: qsTr("Cancel")
             hasField: true

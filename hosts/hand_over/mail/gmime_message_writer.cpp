@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: MIT
-#include <gmime/gmime.h>
-
 #include <cerrno>
 #include <cstdint>
 #include <memory>
@@ -9,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "hosts/hand_over/mail/gmime_objects.h"
 #include "hosts/hand_over/message_writer.h"
 #include "hosts/system/error_text.h"
 
@@ -21,12 +20,6 @@ using platform::Problem;
 using platform::Result;
 
 constexpr const char* charset = "utf-8";
-
-struct UnrefObject {
-    void operator()(gpointer object) const { g_object_unref(object); }
-};
-template <class T>
-using UniqueObject = std::unique_ptr<T, UnrefObject>;
 
 struct FreeFormatOptions {
     void operator()(GMimeFormatOptions* options) const { g_mime_format_options_free(options); }
@@ -79,26 +72,6 @@ std::string onOneLine(std::string_view text) {
     }
     return line;
 }
-
-// An attachment's bytes, lent to the library for as long as this lives: they may be hundreds of
-// megabytes, and the library's own way is to copy them.
-class LentBytes {
-public:
-    explicit LentBytes(std::string_view bytes)
-        : _array(g_byte_array_new_take(reinterpret_cast<guint8*>(const_cast<char*>(bytes.data())), bytes.size())) {}
-    LentBytes(const LentBytes&) = delete;
-    LentBytes& operator=(const LentBytes&) = delete;
-    ~LentBytes() { g_byte_array_free(_array, FALSE); }
-
-    UniqueObject<GMimeStream> stream() const {
-        UniqueObject<GMimeStream> stream{g_mime_stream_mem_new_with_byte_array(_array)};
-        g_mime_stream_mem_set_owner(GMIME_STREAM_MEM(stream.get()), FALSE);
-        return stream;
-    }
-
-private:
-    GByteArray* _array;
-};
 
 // The message as the library builds it, and what that refers to.
 class Draft {

@@ -44,6 +44,10 @@ int runShow(OpenedPhone& context, const ShowOptions& options) {
     // First: a page may be missing only because of what could not be read.
     if (const auto problem = context.outcomes->takeProblem()) return fail(failed, *problem);
     if (!followed) return fail(failed, followed.error().reason + elsewhere(context, options.page));
+    if (context.lacksApplications()) {
+        warn(context.phone->identity().name +
+             " is a support report: of applications it names those that are ticked alone, and it tells no exceptions");
+    }
     tellDefaults(*context.outcomes, (*session)->platform(), (*session)->observedFiles());
     print(options.json ? jsonLine(pageJson(snapshot)) + "\n" : pageText(page, snapshot, styleForStandardOutput()));
     return done;

@@ -22,6 +22,8 @@ constexpr std::size_t mostNoticeLines = 5;
 constexpr std::ptrdiff_t wheelLines = 3;
 constexpr const char* beginAgainKey = "b";
 constexpr std::size_t mostHits = 30;
+// In two lines of the smallest screen.
+constexpr const char* reportText = "Support report: changes are tries; it has ticked applications, no exceptions";
 
 std::string text(const Size& size, const Glyphs& glyphs) {
     return std::to_string(size.width) + std::string(glyphs.times) + std::to_string(size.height);
@@ -144,9 +146,14 @@ std::vector<Line> SettingsScreen::composeBody(std::size_t height, Picture& pictu
     return std::move(body.lines);
 }
 
-// The key line, which makes room for what there is to tell.
+// What the phone is, where that is no phone, and the key line, which makes room for what there is to tell.
 Picture SettingsScreen::composeBottom(std::size_t width) {
+    const std::shared_ptr<Sheet> sheet = shownSheet();
     Picture bottom;
+    if (_phone.isReport && !sheet) {
+        for (const std::string& line : _text.lines(reportText, width - 2))
+            bottom.add(" " + line, Ink::strong);
+    }
     if (const auto& notice = _notices.current()) {
         for (const std::string& line : _text.firstLines(notice->text, width - 2, mostNoticeLines))
             bottom.add(" " + line, notice->isWarning ? Ink::warning : Ink::strong);
@@ -154,7 +161,6 @@ Picture SettingsScreen::composeBottom(std::size_t width) {
             bottom.lines.push_back(keyLine({{beginAgainKey, "Begin again with this e-mail"}}, width));
         return bottom;
     }
-    const std::shared_ptr<Sheet> sheet = shownSheet();
     bottom.lines.push_back(keyLine(sheet ? sheet->hints() : pageHints(), width));
     return bottom;
 }

@@ -23,15 +23,7 @@ namespace {
 
 // -- Validation --------------------------------------------------------------------------------------
 
-/// Objects of a well-meant file do not overlap, so all of them together are no longer than the file.
-/// Some overlap is allowed, but not so much that reading takes more than its share of memory.
-constexpr std::size_t greatestOverlap = 4;
-
-/// Each dictionary has its own copies of its keys, which may all share one object of the file. A
-/// reference takes a byte at least, and keys are rarely longer than this.
-constexpr std::size_t greatestKeyRepetition = 64;
-
-/// So much repetition does no harm, however small the file. What is read is often written to a smaller
+/// So much repetition of keys does no harm, however small the file. What is read is often written to a smaller
 /// one, in which the same keys are then more of it.
 constexpr std::size_t harmlessKeyBytes = std::size_t{1} << 20;
 
@@ -63,8 +55,11 @@ private:
 ///    overlap and dictionaries share their keys.
 class Validator {
 public:
-    Validator(const BinaryLayout& layout, PropertyListError& fault)
-        : _layout(layout), _fault(fault), _findings(layout.objectCount(), Finding::unvisited(), &_memory) {}
+    Validator(const BinaryLayout& layout, PropertyListError& fault, const BinaryBounds& bounds)
+        : _layout(layout),
+          _fault(fault),
+          _bounds(bounds),
+          _findings(layout.objectCount(), Finding::unvisited(), &_memory) {}
 
     bool run() { return visit(_layout.root(), 0); }
 
@@ -79,7 +74,7 @@ private:
         BinaryObject object;
         if (!_layout.find(number, object, _fault)) return false;
         _objectBytes += object.end - object.start;
-        if (_objectBytes / greatestOverlap > _layout.fileSize()) {
+        if (_objectBytes / _bounds.overlap > _layout.fileSize()) {
             return complain("objects that overlap out of all proportion", number);
         }
         return isContainer(object.kind) ? visitContainer(number, object, depth) : visitScalar(number, object);
@@ -108,6 +103,8 @@ private:
             if (depth == greatestDepth) return complain(tooDeep, number);
             _findings[number] = Finding::inProgress();
             const bool isDictionary = object.kind == BinaryKind::dictionary;
+            _values += isDictionary ? 2 * object.count : object.count;
+            if (_values > _bounds.values) return complain("too many values", number);
             if (isDictionary && !visitKeys(number, object, depth + 1)) return false;
             const std::size_t first = isDictionary ? object.count : 0;
             if (!visitMembers(number, object, first, depth + 1, height)) return false;
@@ -132,7 +129,7 @@ private:
     bool accountForRepeatedKey(std::size_t key) {
         _repeatedKeyBytes += _layout.object(key).count;
         return _repeatedKeyBytes <= harmlessKeyBytes ||
-               _repeatedKeyBytes / greatestKeyRepetition <= _layout.fileSize() ||
+               _repeatedKeyBytes / _bounds.keyRepetition <= _layout.fileSize() ||
                complain("a key that dictionaries share out of all proportion", key);
     }
 
@@ -157,6 +154,8 @@ private:
 
     const BinaryLayout& _layout;
     PropertyListError& _fault;
+    BinaryBounds _bounds;
+    std::size_t _values = 0;
     std::size_t _objectBytes = 0;
     std::size_t _repeatedKeyBytes = 0;
     /// Settings files have few objects; what is known of these needs no memory from elsewhere.
@@ -166,9 +165,14 @@ private:
 };
 
 /// The layout of a binary property list in which everything is in order.
-std::optional<BinaryLayout> readValidLayout(std::string_view bytes, PropertyListError& error) {
+std::optional<BinaryLayout> readValidLayout(std::string_view bytes, PropertyListError& error,
+                                            const BinaryBounds& bounds = {}) {
     std::optional<BinaryLayout> layout = BinaryLayout::parse(bytes, error);
-    return layout && Validator(*layout, error).run() ? layout : std::nullopt;
+    if (layout && layout->objectCount() > bounds.values) {
+        error = {"too many objects", bytes.size()};
+        return std::nullopt;
+    }
+    return layout && Validator(*layout, error, bounds).run() ? layout : std::nullopt;
 }
 
 // -- Values ------------------------------------------------------------------------------------------
@@ -313,8 +317,8 @@ bool says(const BinaryLayout& layout, const BinaryObject& object, std::string_vi
 
 }  // namespace
 
-std::optional<Value> readBinary(std::string_view bytes, PropertyListError& error) {
-    const std::optional<BinaryLayout> layout = readValidLayout(bytes, error);
+std::optional<Value> readBinary(std::string_view bytes, PropertyListError& error, const BinaryBounds& bounds) {
+    const std::optional<BinaryLayout> layout = readValidLayout(bytes, error, bounds);
     return layout ? std::optional(BinaryReader(*layout).value(layout->root())) : std::nullopt;
 }
 
