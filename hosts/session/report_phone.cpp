@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/session/report_phone.h"
 
-#include <algorithm>
-#include <map>
 #include <optional>
 #include <utility>
-#include <vector>
 
 #include "hosts/phones/device_information.h"
 #include "hosts/phones/fault_place.h"
+#include "hosts/session/memory_files.h"
 #include "hosts/session/services.h"
 #include "hosts/session/support_report.h"
 #include "platform/foundation/property_list.h"
@@ -19,56 +17,8 @@ namespace {
 using platform::Dictionary;
 using platform::Problem;
 using platform::Result;
-using platform::Stamp;
-using platform::Value;
 
 constexpr std::string_view applicationsFolder = "/Applications";
-
-/// Files in memory, by their paths.
-class MemoryFiles final : public platform::FileSystem {
-public:
-    using platform::FileSystem::readFile;
-
-    void put(const std::string& path, std::string contents) { _contents.insert_or_assign(path, std::move(contents)); }
-    void put(const std::string& path, Dictionary contents) {
-        if (auto written = platform::writeBinaryPropertyList(Value(std::move(contents)))) put(path, *written.bytes);
-    }
-
-    Result<Stamp> look(std::string_view path) const override {
-        const auto file = _contents.find(path);
-        if (file == _contents.end()) return nothing(path);
-        const auto number = static_cast<std::uint64_t>(std::distance(_contents.begin(), file)) + 1;
-        return Stamp{.inode = number, .size = file->second.size(), .isSettled = true};
-    }
-    Result<Stamp> readFile(std::string_view path, std::string& contents, std::size_t limit) const override {
-        contents.clear();
-        const auto file = _contents.find(path);
-        if (file == _contents.end() || file->second.size() > limit) return nothing(path);
-        contents = file->second;
-        return look(path);
-    }
-    Result<std::vector<std::string>> listFolder(std::string_view path) const override {
-        const std::string folder = path.ends_with('/') ? std::string(path) : std::string(path) + "/";
-        std::vector<std::string> names;
-        for (auto file = _contents.lower_bound(folder); file != _contents.end() && file->first.starts_with(folder);
-             ++file) {
-            std::string name = file->first.substr(folder.size());
-            name.resize(std::min(name.find('/'), name.size()));
-            if (names.empty() || names.back() != name) names.push_back(std::move(name));
-        }
-        if (names.empty()) return nothing(path);
-        std::ranges::sort(names);
-        return names;
-    }
-    Result<Stamp> changeFile(std::string_view path, const platform::Change&) override { return nothing(path); }
-
-private:
-    static Problem nothing(std::string_view path) {
-        return {std::string(path), "cannot read", "it is not in the report"};
-    }
-
-    std::map<std::string, std::string, std::less<>> _contents;
-};
 
 /// Nothing happens to it.
 class NoEvents final : public PhoneEvents {
