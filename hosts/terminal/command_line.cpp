@@ -20,8 +20,8 @@ namespace hosts::terminal {
 namespace {
 
 constexpr const char* noReport =
-    "--phone: this works on a phone's folder alone; a support report is for show, get, list, diff, export, drive and "
-    "the screen";
+    "--phone: this works on a phone's folder alone; a support report is for show, get, list, explain, diff, export, "
+    "drive and the screen";
 constexpr const char* inputIsTaken = "--phone: standard input is taken; give the report as a file";
 constexpr const char* oddWords = "the last KEY lacks its VALUE";
 
@@ -76,6 +76,7 @@ private:
     SetOptions _set;
     UnsetOptions _unset;
     ListOptions _list;
+    ExplainOptions _explain;
     ResetOptions _reset;
     DiffOptions _diff;
     ExportOptions _export;
@@ -162,6 +163,11 @@ void CommandLine::addSettingCommands() {
     CLI::App* list = addReportCommand("list", "Print settings", runList, _list);
     list->add_option("KEY", _list.keys, "The settings; all, without any");
     list->add_flag("--json", _list.json, "Print them as JSON");
+
+    CLI::App* explain =
+        addReportCommand("explain", "Tell what settings are for, and what they depend on", runExplain, _explain);
+    explain->add_option("KEY", _explain.keys, "The settings; all, without any");
+    explain->add_flag("--json", _explain.json, "Tell it as JSON");
 
     CLI::App* reset = addPhoneCommand("reset", "Put settings back to their defaults", runReset, _reset);
     CLI::Option* keys = reset->add_option("KEY", _reset.keys, "The settings");

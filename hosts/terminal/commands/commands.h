@@ -47,6 +47,12 @@ struct ListOptions {
 };
 int runList(OpenedPhone& context, const ListOptions& options);
 
+struct ExplainOptions {
+    std::vector<std::string> keys;  ///< none for all
+    bool json = false;
+};
+int runExplain(OpenedPhone& context, const ExplainOptions& options);
+
 struct DiffOptions {
     std::vector<std::string> where;  ///< folders of phones or files, "-" for standard input; two at most
     bool json = false;

@@ -4,7 +4,7 @@
 
 #include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
-#include "hosts/terminal/commands/settings_command.h"
+#include "hosts/terminal/commands/listed_settings.h"
 #include "hosts/terminal/render/kind_name.h"
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/standard_output.h"
@@ -13,45 +13,6 @@
 
 namespace hosts::terminal {
 namespace {
-
-using Kind = platform::PreferenceAccess::Kind;
-
-/// A setting of the catalogue, or one that the file alone has.
-struct ListedSetting {
-    std::string key;
-    std::optional<Kind> kind = {};  ///< nothing for one that the pane does not know
-    std::optional<platform::Value> standard = {};
-    std::optional<platform::Value> stored = {};
-
-    const std::optional<platform::Value>& value() const { return stored ? stored : standard; }
-};
-
-std::vector<ListedSetting> allSettings(SettingsCommand& command) {
-    std::vector<ListedSetting> all;
-    for (const auto& setting : command.known()) {
-        all.push_back(
-            {setting.key, setting.kind, setting.defaultValue, command.settings().storedValueForKey(setting.key)});
-    }
-    const auto content = command.dictionaries().read(command.settings().observedFiles().front().path);
-    if (!content) return all;
-    for (const auto& [key, value] : *content) {
-        if (!command.findSetting(key)) all.push_back({.key = key, .stored = value});
-    }
-    return all;
-}
-
-platform::Result<std::vector<ListedSetting>> settingsNamed(SettingsCommand& command,
-                                                           const std::vector<std::string>& keys) {
-    std::vector<ListedSetting> all = allSettings(command);
-    if (keys.empty()) return all;
-    std::vector<ListedSetting> named;
-    for (const std::string& key : keys) {
-        const auto setting = std::ranges::find(all, key, &ListedSetting::key);
-        if (setting == all.end()) return platform::Problem{.reason = command.unknownKey(key)};
-        named.push_back(*setting);
-    }
-    return named;
-}
 
 std::string settingsJson(const std::vector<ListedSetting>& settings) {
     AnswerValues values;
