@@ -17,11 +17,6 @@ namespace {
 using platform::Problem;
 using platform::Result;
 
-std::string_view withoutBlanks(std::string_view text) {
-    const std::size_t start = std::min(text.find_first_not_of(' '), text.size());
-    return text.substr(start, text.find_last_not_of(' ') + 1 - start);
-}
-
 PaneChoices& choicesFor(std::vector<PaneChoices>& all, const std::string& key) {
     const auto known = std::ranges::find(all, key, &PaneChoices::key);
     return known == all.end() ? all.emplace_back(PaneChoices{key, {}, false}) : *known;
@@ -43,7 +38,7 @@ Result<std::optional<std::int64_t>> PaneChoices::numberNamed(std::string_view te
     std::string_view unnamed;
     for (std::string_view rest = text; !rest.empty();) {
         const std::size_t end = std::min(rest.find('+'), rest.size());
-        const std::string_view name = withoutBlanks(rest.substr(0, end));
+        const std::string_view name = platform::trimmed(rest.substr(0, end));
         rest.remove_prefix(std::min(end + 1, rest.size()));
         const auto row =
             std::ranges::find_if(rows, [name](const Row& each) { return platform::equalInAnyCase(each.label, name); });

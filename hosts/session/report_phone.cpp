@@ -6,6 +6,7 @@
 
 #include "hosts/phones/device_information.h"
 #include "hosts/phones/fault_place.h"
+#include "hosts/session/installed_package.h"
 #include "hosts/session/memory_files.h"
 #include "hosts/session/services.h"
 #include "hosts/session/support_report.h"
@@ -34,7 +35,7 @@ private:
 class ReportPhone final : public Phone {
 public:
     ReportPhone(MemoryFiles held, const std::string& name)
-        : _held(std::move(held)), _files(_held), _device(_files, {}), _identity{name, name} {}
+        : _held(std::move(held)), _files(_held), _device(_files, {}), _identity{name, name, PhoneKind::report} {}
 
     platform::FileSystem& files() override { return _files; }
     platform::DarwinNotifyCenter& notifications() override { return _notifications; }
@@ -43,6 +44,8 @@ public:
     void tell(PhoneListener*, bool) override {}
     std::unique_ptr<PhoneEvents> observe(std::span<const std::string>) override { return std::make_unique<NoEvents>(); }
     const PhoneIdentity& identity() const override { return _identity; }
+    PhonePromises promises() override { return {.keepsChanges = false}; }
+    std::optional<double> roundTrip() override { return std::nullopt; }
     std::string mark() override { return {}; }
 
 private:
@@ -70,7 +73,7 @@ void putTickedApplications(MemoryFiles& files, const Dictionary& settings) {
 MemoryFiles filesOf(const SupportReport& report) {
     MemoryFiles files;
     files.put(std::string(DeviceInformation::phoneFile), report.device);
-    if (report.packages) files.put("/var/lib/dpkg/status", *report.packages);
+    if (report.packages) files.put(std::string(packageDatabase), *report.packages);
     if (!report.settings) return files;
     files.put("/var/mobile/Library/Preferences/com.fenwary.trivel3.plist", *report.settings);
     putTickedApplications(files, *report.settings);

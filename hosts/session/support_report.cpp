@@ -9,8 +9,14 @@ namespace {
 constexpr std::string_view settingsKey = "Preferences";
 constexpr std::string_view packagesKey = "Packages";
 constexpr std::string_view modelKey = "ProductType";
+constexpr std::string_view deviceKeys[] = {"UniqueDeviceID", "ProductVersion", modelKey,
+                                           "DiskUsage",      "DeviceColor",    "CPUArchitecture"};
 
 }  // namespace
+
+std::span<const std::string_view> deviceKeysOfReport() {
+    return deviceKeys;
+}
 
 std::optional<SupportReport> supportReportIn(const platform::Dictionary& root) {
     const platform::Value* const settings = root.find(settingsKey);

@@ -20,8 +20,8 @@ namespace hosts::terminal {
 namespace {
 
 constexpr const char* noReport =
-    "--phone: this works on a phone's folder alone; a support report is for show, get, list, explain, diff, export, "
-    "drive and the screen";
+    "--phone: this works on a phone's folder alone; a support report is for show, get, list, explain, phone, diff, "
+    "export, drive and the screen";
 constexpr const char* inputIsTaken = "--phone: standard input is taken; give the report as a file";
 constexpr const char* oddWords = "the last KEY lacks its VALUE";
 
@@ -78,6 +78,7 @@ private:
     ListOptions _list;
     ExplainOptions _explain;
     ResetOptions _reset;
+    PhoneCommandOptions _phone;
     DiffOptions _diff;
     ExportOptions _export;
     ApplyOptions _apply;
@@ -181,6 +182,10 @@ void CommandLine::addSettingCommands() {
 }
 
 void CommandLine::addTravelCommands() {
+    CLI::App* phone = addReportCommand("phone", "Tell what is known of the phone", runPhone, _phone);
+    phone->add_flag("--json", _phone.json, "Tell it as JSON");
+    phone->add_flag("--identifiers", _phone.identifiers, "Tell a report's UniqueDeviceID too");
+
     CLI::App* diff = addCommand("diff", "Print the settings that differ", [this] { return runDiff(_common, _diff); });
     diff->add_option("WHERE", _diff.where,
                      "What to compare: a phone's folder, an export, a settings file, a support report, or what list "

@@ -92,6 +92,12 @@ struct UndoOptions {
 };
 int runUndo(OpenedPhone& context, const UndoOptions& options);
 
+struct PhoneCommandOptions {
+    bool json = false;
+    bool identifiers = false;  ///< whether what tells one device from all others is printed too
+};
+int runPhone(OpenedPhone& context, const PhoneCommandOptions& options);
+
 struct ReportOptions {
     std::string output = "-";  ///< "-" for standard output
 };
