@@ -232,8 +232,8 @@ public:
                 {"value", _values.jsonOf(setting.value())},
                 {"stored", setting.stored.has_value()},
                 {"page", row ? nlohmann::json(titlePath(row->page)) : nlohmann::json()},
-                {"group", row ? textOrNull(row->header) : nlohmann::json()},
-                {"footer", row ? textOrNull(row->footer) : nlohmann::json()},
+                {"group", row ? orNull(row->header) : nlohmann::json()},
+                {"footer", row ? orNull(row->footer) : nlohmann::json()},
                 {"row", row && !row->value && !row->label.empty() ? nlohmann::json(row->label) : nlohmann::json()},
                 {"values", std::move(values)},
                 {"flags", areFlags(rows)},
@@ -242,10 +242,6 @@ public:
     }
 
 private:
-    static nlohmann::json textOrNull(const std::optional<std::string>& text) {
-        return text ? nlohmann::json(*text) : nlohmann::json();
-    }
-
     nlohmann::json conditionsJson(const Conditions& conditions) {
         nlohmann::json all = nlohmann::json::array();
         for (const Alternatives& alternatives : conditions) {

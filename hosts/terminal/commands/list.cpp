@@ -10,19 +10,29 @@
 #include "hosts/terminal/render/standard_output.h"
 #include "hosts/terminal/render/value_json.h"
 #include "hosts/terminal/render/value_text.h"
+#include "platform/foundation/property_list.h"
 
 namespace hosts::terminal {
 namespace {
+
+// As whoever stores it elsewhere can read it; null for what XML cannot say either.
+nlohmann::json propertyListOf(const platform::Value& value) {
+    const auto writing = platform::writeXmlPropertyList(value);
+    return writing ? nlohmann::json(*writing.bytes) : nlohmann::json();
+}
 
 std::string settingsJson(const std::vector<ListedSetting>& settings) {
     AnswerValues values;
     nlohmann::json all = nlohmann::json::array();
     for (const ListedSetting& setting : settings) {
-        all.push_back({{"key", setting.key},
-                       {"kind", setting.kind ? nlohmann::json(kindName(*setting.kind)) : nlohmann::json()},
-                       {"value", values.jsonOf(setting.value())},
-                       {"default", values.jsonOf(setting.standard)},
-                       {"stored", setting.stored.has_value()}});
+        nlohmann::json& object = all.emplace_back(nlohmann::json::object());
+        object["key"] = setting.key;
+        object["kind"] = setting.kind ? nlohmann::json(kindName(*setting.kind)) : nlohmann::json();
+        object["value"] = values.jsonOf(setting.value());
+        if (!values.isExact())
+            object["plist"] = values.isBySize() ? nlohmann::json() : propertyListOf(*setting.value());
+        object["default"] = values.jsonOf(setting.standard);
+        object["stored"] = setting.stored.has_value();
     }
     return jsonLine(all) + "\n";
 }

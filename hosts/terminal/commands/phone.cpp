@@ -128,11 +128,6 @@ platform::Result<PhoneFacts> factsOf(OpenedPhone& opened, SettingsCommand& comma
     return facts;
 }
 
-template <class T>
-nlohmann::json orNull(const std::optional<T>& value) {
-    return value ? nlohmann::json(*value) : nlohmann::json();
-}
-
 nlohmann::json promisesJson(const PhonePromises& promises) {
     return {{"keepsChanges", promises.keepsChanges},
             {"replacesInOneStep", orNull(promises.replacesInOneStep)},
