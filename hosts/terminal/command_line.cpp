@@ -2,6 +2,7 @@
 #include "hosts/terminal/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <string>
@@ -57,6 +58,7 @@ private:
         });
     }
 
+    void addColourOption();
     void addPageCommands();
     void addSettingCommands();
     void addTravelCommands();
@@ -107,12 +109,25 @@ CommandLine::CommandLine() {
         "Without a subcommand, an interactive screen opens on the terminal.\n"
         "'trivel3ctl SUBCOMMAND --help' tells more of each.");
     _common.addTo(_app);
+    addColourOption();
     addPageCommands();
     addSettingCommands();
     addTravelCommands();
     addHistoryCommands();
     addPlistCommands();
     addHelpCommand();
+}
+
+void CommandLine::addColourOption() {
+    const std::vector<std::pair<std::string, ColourUse>> uses = {
+        {"auto", ColourUse::automatic}, {"always", ColourUse::always}, {"never", ColourUse::never}};
+    const auto use = [this, uses](const std::string& word) {
+        _show.colour = std::ranges::find(uses, word, &std::pair<std::string, ColourUse>::first)->second;
+    };
+    _app.add_option_function<std::string>("--color", use,
+                                          "Whether pages are coloured; auto, the default: on a terminal that has it")
+        ->check(CLI::IsMember({"auto", "always", "never"}))
+        ->type_name("WHEN");
 }
 
 CLI::App* CommandLine::addCommand(const char* name, const char* help, std::function<int()> run) {
@@ -213,6 +228,7 @@ void CommandLine::addTravelCommands() {
 
 void CommandLine::addHelpCommand() {
     CLI::App* help = addCommand("help", "Print what a subcommand does and takes", [this] { return printHelp(); });
+    help->footer("");
     help->add_option("COMMAND", _helpOn, "The subcommand, and that of plist")->type_name("");
 }
 
@@ -248,6 +264,8 @@ void CommandLine::addHistoryCommands() {
 void CommandLine::addPlistCommands() {
     CLI::App* plist = _app.add_subcommand("plist", "Check and convert property lists");
     plist->fallthrough();
+    // These work on files of this machine: no option of the program is about them.
+    plist->footer("");
     plist->require_subcommand(1);
     CLI::App* lint = plist->add_subcommand("lint", "Tell whether files are property lists");
     lint->add_option("FILE", _lint.files, "The files")->required();
@@ -318,7 +336,7 @@ int CommandLine::run(int argumentCount, char** arguments) {
 int CommandLine::openScreen() const {
     if (_common.phone == "-") return refuse(inputIsTaken);
     auto phone = OpenedPhone::openPhoneOrReport(_common, "trivel3ctl");
-    return phone ? runScreen(*phone) : fail(failed, phone.error());
+    return phone ? runScreen(*phone, _show.colour) : fail(failed, phone.error());
 }
 
 }  // namespace
