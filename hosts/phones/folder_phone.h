@@ -32,6 +32,8 @@ public:
     void tell(PhoneListener* listener, bool tellsPassedOver) override { _files.tell(listener, tellsPassedOver); }
     std::unique_ptr<PhoneEvents> observe(std::span<const std::string> paths) override;
     const PhoneIdentity& identity() const override { return _identity; }
+    PhonePromises promises() override { return _files.promises(); }
+    std::optional<double> roundTrip() override;
     std::string mark() override;
 
 private:

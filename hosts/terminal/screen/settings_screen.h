@@ -86,6 +86,7 @@ private:
     void click(const Event& event);
     void clickTitleBar(const Event& event);
     void useRow();
+    void enterRow();
     void tap(platform::NSIndexPath path);
     void goBack();
     void touchRightButton();
