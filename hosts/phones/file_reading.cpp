@@ -210,6 +210,10 @@ bool isFileSystemOfKernel(int file) {
     }
 }
 
+bool isFileSystemInMemory(int file) {
+    return static_cast<unsigned>(kindOfFileSystem(file)) == TMPFS_MAGIC;
+}
+
 bool isFileSystemOfProgram(int file) {
     return static_cast<unsigned>(kindOfFileSystem(file)) == fuseMagic;
 }

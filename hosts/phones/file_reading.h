@@ -45,4 +45,7 @@ bool isFileSystemOfKernel(int file);
 /// made durable may be in its memory.
 bool isFileSystemOfProgram(int file);
 
+/// Whether nothing that is written there outlasts the machine's power.
+bool isFileSystemInMemory(int file);
+
 }  // namespace hosts

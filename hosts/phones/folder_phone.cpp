@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/phones/folder_phone.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <chrono>
 #include <filesystem>
 #include <utility>
 
@@ -12,10 +16,10 @@ namespace {
 
 using platform::Result;
 
-PhoneIdentity identityOf(const std::string& folder) {
+PhoneIdentity identityOf(const std::string& folder, int root) {
     std::error_code ignored;
     const auto place = std::filesystem::canonical(folder, ignored);
-    return {place.string(), place.filename().string()};
+    return {place.string(), place.filename().string(), isMount(root) ? PhoneKind::mount : PhoneKind::folder};
 }
 
 /// What the watch and the session bus tell, behind one descriptor.
@@ -70,7 +74,7 @@ platform::Result<std::unique_ptr<Phone>> FolderPhone::open(const std::string& fo
     // A mount that has died can still be opened.
     if (const auto why = whyGone(files->root()))
         return platform::Problem{folder, "cannot open the phone", "it " + *why};
-    PhoneIdentity identity = identityOf(folder);
+    PhoneIdentity identity = identityOf(folder, files->root());
     if (mounts) {
         const auto met = mounts->meet(files->root(), identity.place);
         if (!met) return met.error();
@@ -92,6 +96,15 @@ Result<WaitingShell*> FolderPhone::shell() {
     if (!process) return process.error();
     _shell = std::make_unique<WaitingShell>(*std::move(process));
     return _shell.get();
+}
+
+// What a mount remembers takes no time to be told.
+std::optional<double> FolderPhone::roundTrip() {
+    if (_identity.kind != PhoneKind::mount) return std::nullopt;
+    const auto start = std::chrono::steady_clock::now();
+    struct statx status {};
+    ::statx(_files.root(), "", AT_EMPTY_PATH | AT_STATX_FORCE_SYNC, STATX_BASIC_STATS, &status);
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
 // The phone's own answers, whichever the user has named in their place.

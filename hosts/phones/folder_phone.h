@@ -38,6 +38,8 @@ public:
     std::unique_ptr<PhoneEvents> observe(std::span<const std::string> paths,
                                          std::span<const std::string> names) override;
     const PhoneIdentity& identity() const override { return _identity; }
+    PhonePromises promises() override { return _files.promises(); }
+    std::optional<double> roundTrip() override;
     std::string mark() override;
 
 private:

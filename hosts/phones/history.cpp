@@ -113,9 +113,8 @@ std::string encode(const HistoryEntry& entry, const std::string& owner) {
 }
 
 platform::Date timeNow() {
-    constexpr double from1970To2001 = 978'307'200;
     const std::chrono::duration<double> now = std::chrono::system_clock::now().time_since_epoch();
-    return {std::floor(now.count()) - from1970To2001};
+    return dateOf(std::floor(now.count()));
 }
 
 // By the changes that took others back, the last first: one that was itself taken back takes back nothing.

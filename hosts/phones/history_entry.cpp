@@ -47,6 +47,11 @@ void setWhereThere(Dictionary& record, const char* name, const std::optional<Val
 
 }  // namespace
 
+platform::Date dateOf(double unixTime) {
+    constexpr double from1970To2001 = 978'307'200;
+    return {unixTime - from1970To2001};
+}
+
 void addHistoryEntries(std::vector<HistoryEntry>& entries, std::string_view file, std::string_view key,
                        const std::optional<Value>& before, const std::optional<Value>& after) {
     if (before == after) return;

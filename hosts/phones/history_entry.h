@@ -36,6 +36,9 @@ struct HistoryEntry {
     std::string name() const { return entry ? key + "/" + *entry : key; }
 };
 
+/// A point in time, in seconds since 1970-01-01T00:00:00Z.
+platform::Date dateOf(double unixTime);
+
 /// What has become of a file, without numbers and time. Dictionaries are told apart entry by entry, one that comes or
 /// goes as a whole too, so that each entry can be taken back by itself.
 std::vector<HistoryEntry> historyEntries(std::string_view file, const platform::Dictionary& before,

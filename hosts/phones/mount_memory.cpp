@@ -16,18 +16,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-bool isMount(int root) {
+}  // namespace
+
+bool isMount(int folder) {
     struct statx status {};
-    const bool isAnswered = ::statx(root, "", AT_EMPTY_PATH, STATX_BASIC_STATS, &status) == 0;
+    const bool isAnswered = ::statx(folder, "", AT_EMPTY_PATH, STATX_BASIC_STATS, &status) == 0;
     if (isAnswered && (status.stx_attributes_mask & STATX_ATTR_MOUNT_ROOT) != 0) {
         return (status.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
     }
     struct stat own {};
     struct stat parent {};
-    return ::fstat(root, &own) == 0 && ::fstatat(root, "..", &parent, 0) == 0 && own.st_dev != parent.st_dev;
+    return ::fstat(folder, &own) == 0 && ::fstatat(folder, "..", &parent, 0) == 0 && own.st_dev != parent.st_dev;
 }
-
-}  // namespace
 
 // Which folder an entry is about is what it leads to, so two that share a name are never mixed up.
 std::string MountMemory::entryFor(const std::string& place) const {

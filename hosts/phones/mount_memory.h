@@ -7,6 +7,9 @@
 
 namespace hosts {
 
+/// Whether the open folder is one on which something is mounted.
+bool isMount(int folder);
+
 /// Which folders were mounts when they were last opened as phones: once its phone is unmounted, the bare folder below
 /// the mount looks like an empty phone, and what is written there would be hidden by the next mount.
 ///

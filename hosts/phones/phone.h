@@ -40,10 +40,33 @@ public:
     virtual const std::optional<platform::Problem>& whyNoNotifications() const = 0;
 };
 
+enum class PhoneKind {
+    folder,  ///< of this machine
+    mount,   ///< a folder on which a phone is mounted
+    ssh,     ///< reached by its address
+    report,  ///< a support report in a phone's place
+};
+
 /// What a phone is known by.
 struct PhoneIdentity {
     std::string place;  ///< the same by whichever path the phone is reached
     std::string name;   ///< for people
+    PhoneKind kind = PhoneKind::folder;
+};
+
+/// What can be relied on with a phone. Nothing is said of what only a change would show.
+struct PhonePromises {
+    /// Changes are on the phone, and not in this program's memory alone.
+    bool keepsChanges = true;
+    /// Whoever reads a file while it is replaced finds the old one or the new one.
+    std::optional<bool> replacesInOneStep = {};
+    /// A change that was made outlasts a loss of power right after it.
+    std::optional<bool> outlastsPowerLoss = {};
+    std::optional<bool> keepsOwners = {};
+    /// The phone tells of a change of a file; else the files are looked at from time to time.
+    std::optional<bool> tellsChanges = {};
+    /// The phone's own side sees to it that no path leads out of it.
+    std::optional<bool> confinesLookUps = {};
 };
 
 /// A phone that the programs work on. All that differs between kinds of phone is behind this type; what it gives out
@@ -74,6 +97,11 @@ public:
     virtual void settle() {}
 
     virtual const PhoneIdentity& identity() const = 0;
+    virtual PhonePromises promises() = 0;
+
+    /// How long the phone takes to answer, in milliseconds: it is asked, and waited for. Nothing for one that is in
+    /// this machine.
+    virtual std::optional<double> roundTrip() = 0;
 
     /// What tells it from another phone that was or will be in the same place, found out anew.
     virtual std::string mark() = 0;

@@ -57,11 +57,26 @@ Result<PhoneFileSystem> PhoneFileSystem::open(const std::string& folder, FileCal
 void PhoneFileSystem::tell(PhoneListener* listener, bool tellsPassedOver) {
     _listener = listener;
     _tellsPassedOver = listener != nullptr && tellsPassedOver;
-    const auto open = [&] { return _calls->openInRoot(_root.get(), "/", O_PATH | O_DIRECTORY | O_CLOEXEC); };
-    if (listener && !Descriptor{uninterrupted(open), *_calls}.isOpen() && errno != EAGAIN) {
+    if (listener && !isConfinedByKernel()) {
         listener->remark(
             "this system does not keep look-ups inside the phone (openat2), so each path is walked by hand");
     }
+}
+
+bool PhoneFileSystem::isConfinedByKernel() const {
+    const auto open = [&] { return _calls->openInRoot(_root.get(), "/", O_PATH | O_DIRECTORY | O_CLOEXEC); };
+    return Descriptor{uninterrupted(open), *_calls}.isOpen() || errno == EAGAIN;
+}
+
+// Of a file system that is not the kernel's own, some of it only shows when a file is changed.
+PhonePromises PhoneFileSystem::promises() const {
+    const bool isOfKernel = isFileSystemOfKernel(_root.get());
+    const auto sure = isOfKernel ? std::optional(true) : std::nullopt;
+    PhonePromises promises{.replacesInOneStep = sure, .outlastsPowerLoss = sure, .keepsOwners = sure};
+    if (_isOfProgram || isFileSystemInMemory(_root.get())) promises.outlastsPowerLoss = false;
+    promises.tellsChanges = isOfKernel;
+    promises.confinesLookUps = isConfinedByKernel();
+    return promises;
 }
 
 Descriptor PhoneFileSystem::openPath(std::string_view path, int flags) const {

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "hosts/phones/phone.h"
 #include "hosts/phones/phone_listener.h"
 #include "hosts/system/descriptor.h"
 #include "platform/services/file_system.h"
@@ -39,11 +40,14 @@ public:
     platform::Result<std::vector<std::string>> listFolder(std::string_view path) const override;
     platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change& change) override;
 
+    PhonePromises promises() const;
+
     /// The folder's own descriptor, for as long as the object lives: what is confined to the phone starts from it.
     int root() const { return _root.get(); }
 
 private:
     PhoneFileSystem(Descriptor root, FileCalls& calls);
+    bool isConfinedByKernel() const;
     Descriptor openPath(std::string_view path, int flags) const;
     Descriptor openFile(std::string_view path, int flags) const;
     Descriptor openByEitherName(std::string_view path, int flags) const;

@@ -4,20 +4,14 @@
 #include <cstdlib>
 #include <utility>
 
+#include "platform/foundation/ascii.h"
+
 namespace hosts {
 
 namespace {
 
 using platform::MFMailComposeResult;
 using Weight = ComposerOutcome::Weight;
-
-constexpr std::string_view blanks = " \t\r\n";
-
-std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(blanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 }  // namespace
 
@@ -28,7 +22,7 @@ std::optional<std::string> ComposedMail::folderToAskFor() {
 }
 
 platform::Result<std::string> ComposedMail::folderNamed(std::string_view typed) {
-    const std::string_view folder = trimmed(typed);
+    const std::string_view folder = platform::trimmed(typed);
     if (folder.starts_with('/')) return std::string(folder);
     const char* const home = std::getenv("HOME");
     if (home && (folder == "~" || folder.starts_with("~/"))) return home + std::string(folder.substr(1));

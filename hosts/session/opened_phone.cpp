@@ -28,7 +28,11 @@ using platform::Result;
 Result<std::string> usablePhone(const std::string& named, const Installation& installation) {
     if (!named.empty()) return named;
     auto usual = defaultPhonePath();
-    if (!usual) return usual;
+    if (!usual) {
+        Problem problem = std::move(usual).error();
+        problem.reason += "; --phone names another phone";
+        return problem;
+    }
     const auto made = ensurePhone(*usual, installation.samplePhone());
     return made ? std::move(usual) : Result<std::string>(made.error());
 }

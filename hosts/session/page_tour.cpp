@@ -30,18 +30,10 @@ public:
     }
 };
 
-/// What pages say does not depend on what they repair, and a large file takes long to be repaired.
-struct UnchangedFiles final : ScratchFileSystem {
-    using ScratchFileSystem::ScratchFileSystem;
-    platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change&) override {
-        return platform::Problem{std::string(path), "cannot write", "it is only looked at"};
-    }
-};
-
 /// Goes from page to page by the links.
-class PageTour {
+class LinkWalk {
 public:
-    PageTour(platform::UINavigationController& navigation, const SeePage& see) : _navigation(navigation), _see(see) {}
+    LinkWalk(platform::UINavigationController& navigation, const SeePage& see) : _navigation(navigation), _see(see) {}
 
     void visit(const std::vector<std::string>& titles) {
         const std::shared_ptr<platform::UIViewController> page = _navigation.topViewController();
@@ -67,25 +59,56 @@ private:
 
 }  // namespace
 
+struct PageTour::Surroundings {
+    /// What pages say does not depend on what they repair, and a large file takes long to be repaired.
+    struct UnchangedFiles final : ScratchFileSystem {
+        using ScratchFileSystem::ScratchFileSystem;
+        platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change&) override {
+            return platform::Problem{std::string(path), "cannot write", "it is only looked at"};
+        }
+    };
+
+    explicit Surroundings(const platform::FileSystem& below) : files(below) {}
+
+    UnchangedFiles files;
+    QuietNotifyCenter notifications;
+    QuietApplication application;
+    std::unique_ptr<SettingsSession> session;
+};
+
+PageTour::PageTour(OpenedPhone& opened, const platform::FileSystem& files, Applications applications)
+    : _surroundings(std::make_unique<Surroundings>(files)) {
+    Surroundings& around = *_surroundings;
+    auto loaded =
+        SettingsSession::load({around.files, around.notifications, around.application, opened.phone->device()},
+                              opened.installation.systemImage, opened.shape);
+    if (!loaded) return;
+    around.session = *std::move(loaded);
+    if (applications == Applications::lookedFor) return;
+    around.session->platform().classes.add({platform::ALApplicationList::className,
+                                            [](platform::Platform&) { return std::make_shared<NoApplications>(); }});
+}
+
+PageTour::~PageTour() = default;
+
+void PageTour::seeEveryPage(const SeePage& see) {
+    auto& session = _surroundings->session;
+    if (!session) return;
+    auto root = session->makeRootPage();
+    if (!root) return;
+    QuietScreen screen;
+    platform::UINavigationController navigation(screen);
+    navigation.pushViewController_animated(*std::move(root), false);
+    LinkWalk(navigation, see).visit({});
+    session->drawn();
+}
+
 void seeEveryPage(OpenedPhone& opened, const SeePage& see) {
     seeEveryPage(opened, opened.phone->files(), see);
 }
 
 void seeEveryPage(OpenedPhone& opened, const platform::FileSystem& files, const SeePage& see) {
-    UnchangedFiles unchanged(files);
-    QuietNotifyCenter notifications;
-    QuietApplication application;
-    const auto session = SettingsSession::load({unchanged, notifications, application, opened.phone->device()},
-                                               opened.installation.systemImage, opened.shape);
-    if (!session) return;
-    (*session)->platform().classes.add({platform::ALApplicationList::className,
-                                        [](platform::Platform&) { return std::make_shared<NoApplications>(); }});
-    auto root = (*session)->makeRootPage();
-    if (!root) return;
-    QuietScreen screen;
-    platform::UINavigationController navigation(screen);
-    navigation.pushViewController_animated(*std::move(root), false);
-    PageTour(navigation, see).visit({});
+    PageTour(opened, files).seeEveryPage(see);
 }
 
 }  // namespace hosts

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -16,8 +17,27 @@ using SeePage = std::function<void(const std::vector<std::string>& titles, platf
 
 /// Opens every page that a link leads to, greyed or not, from the root page on; 200 at most. It is done in a session of
 /// its own in which no file can be changed: a page that repairs as it appears repairs nothing, no notification is
-/// posted, no history kept, and nobody is told what could not be read. Applications are not looked for,
-/// which takes long on a far phone or one with many. No page where the pane cannot be loaded.
+/// posted, no history kept, and nobody is told what could not be read.
+class PageTour {
+public:
+    /// Whether the applications of the phone are looked for, which takes long on a far phone or one with many. Else it
+    /// has none.
+    enum class Applications { left, lookedFor };
+
+    /// The phone and the files outlive the object. Where the pane cannot be loaded, no page is seen.
+    PageTour(OpenedPhone& opened, const platform::FileSystem& files, Applications applications = Applications::left);
+    ~PageTour();
+
+    /// Each time from new pages, as the files are then.
+    void seeEveryPage(const SeePage& see);
+
+private:
+    struct Surroundings;
+
+    std::unique_ptr<Surroundings> _surroundings;
+};
+
+/// One tour of the phone, whose applications are not looked for.
 void seeEveryPage(OpenedPhone& opened, const SeePage& see);
 
 /// The same of a phone that has these files.

@@ -5,8 +5,9 @@
 #include <set>
 #include <utility>
 
-#include "hosts/session/page_snapshot.h"
+#include "hosts/session/memory_files.h"
 #include "hosts/session/page_tour.h"
+#include "hosts/session/pane_rows.h"
 #include "hosts/session/printable.h"
 #include "platform/foundation/ascii.h"
 
@@ -15,25 +16,6 @@ namespace {
 
 using platform::Problem;
 using platform::Result;
-using platform::Stamp;
-
-/// A phone on which nothing is.
-struct NoFiles final : platform::FileSystem {
-    using platform::FileSystem::readFile;
-    static Problem nothing(std::string_view path) {
-        return {std::string(path), "cannot read", "there is no such file"};
-    }
-
-    Result<Stamp> look(std::string_view path) const override { return nothing(path); }
-    Result<Stamp> readFile(std::string_view path, std::string&, std::size_t) const override { return nothing(path); }
-    Result<std::vector<std::string>> listFolder(std::string_view path) const override { return nothing(path); }
-    Result<Stamp> changeFile(std::string_view path, const platform::Change&) override { return nothing(path); }
-};
-
-std::string_view withoutBlanks(std::string_view text) {
-    const std::size_t start = std::min(text.find_first_not_of(' '), text.size());
-    return text.substr(start, text.find_last_not_of(' ') + 1 - start);
-}
 
 PaneChoices& choicesFor(std::vector<PaneChoices>& all, const std::string& key) {
     const auto known = std::ranges::find(all, key, &PaneChoices::key);
@@ -56,7 +38,7 @@ Result<std::optional<std::int64_t>> PaneChoices::numberNamed(std::string_view te
     std::string_view unnamed;
     for (std::string_view rest = text; !rest.empty();) {
         const std::size_t end = std::min(rest.find('+'), rest.size());
-        const std::string_view name = withoutBlanks(rest.substr(0, end));
+        const std::string_view name = platform::trimmed(rest.substr(0, end));
         rest.remove_prefix(std::min(end + 1, rest.size()));
         const auto row =
             std::ranges::find_if(rows, [name](const Row& each) { return platform::equalInAnyCase(each.label, name); });
@@ -91,19 +73,17 @@ std::string PaneChoices::names() const {
 }
 
 std::vector<PaneChoices> choicesOfPane(OpenedPhone& opened) {
-    return choicesShown(opened, NoFiles());
+    return choicesShown(opened, MemoryFiles());
 }
 
 std::vector<PaneChoices> choicesShown(OpenedPhone& opened, const platform::FileSystem& files) {
     std::vector<PaneChoices> all;
-    seeEveryPage(opened, files, [&](const std::vector<std::string>&, platform::UIViewController& page) {
-        for (const SectionSnapshot& section : PageSnapshot::of(page).sections) {
-            for (const RowSnapshot& row : section.rows) {
-                if (!row.key || !row.value) continue;
-                PaneChoices& choices = choicesFor(all, *row.key);
-                choices.rows.push_back({row.label, *row.value});
-                choices.areFlags = !row.isOneOfSeveral;
-            }
+    seeEveryPage(opened, files, [&](const std::vector<std::string>& titles, platform::UIViewController& page) {
+        for (PaneRow& row : rowsOfPage(titles, page)) {
+            if (!row.key || !row.value) continue;
+            PaneChoices& choices = choicesFor(all, *row.key);
+            choices.rows.push_back({std::move(row.label), *row.value});
+            choices.areFlags = row.isFlag;
         }
     });
     return all;

@@ -19,6 +19,8 @@ using platform::Result;
 constexpr std::string_view settingsKey = "Preferences";
 constexpr std::string_view packagesKey = "Packages";
 constexpr std::string_view modelKey = "ProductType";
+constexpr std::string_view deviceKeys[] = {"UniqueDeviceID", "ProductVersion", modelKey,
+                                           "DiskUsage",      "DeviceColor",    "CPUArchitecture"};
 
 // A phone's settings are some hundred.
 constexpr std::size_t mostValues = 1'000'000;
@@ -58,6 +60,10 @@ Result<SupportReport> reportInMessage(std::string_view bytes, const std::string&
 }
 
 }  // namespace
+
+std::span<const std::string_view> deviceKeysOfReport() {
+    return deviceKeys;
+}
 
 std::optional<SupportReport> supportReportIn(const Dictionary& root) {
     const platform::Value* const settings = root.find(settingsKey);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,9 @@ struct SupportReport {
     std::optional<std::string> packages;
     std::optional<platform::Dictionary> settings;
 };
+
+/// What a report asks the device, in its order. Beside these it has "Packages" and "Preferences".
+std::span<const std::string_view> deviceKeysOfReport();
 
 /// Nothing for a property list that is no report.
 std::optional<SupportReport> supportReportIn(const platform::Dictionary& root);

@@ -2,6 +2,7 @@
 #include "hosts/terminal/command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <string>
@@ -20,8 +21,8 @@ namespace hosts::terminal {
 namespace {
 
 constexpr const char* noReport =
-    "--phone: this works on a phone's folder alone; a support report is for show, get, list, diff, export, drive and "
-    "the screen";
+    "--phone: this works on a phone's folder alone; a support report is for show, get, list, explain, phone, diff, "
+    "export, drive and the screen";
 constexpr const char* inputIsTaken = "--phone: standard input is taken; give the report as a file";
 constexpr const char* oddWords = "the last KEY lacks its VALUE";
 
@@ -57,6 +58,7 @@ private:
         });
     }
 
+    void addColourOption();
     void addPageCommands();
     void addSettingCommands();
     void addTravelCommands();
@@ -76,7 +78,9 @@ private:
     SetOptions _set;
     UnsetOptions _unset;
     ListOptions _list;
+    ExplainOptions _explain;
     ResetOptions _reset;
+    PhoneCommandOptions _phone;
     DiffOptions _diff;
     ExportOptions _export;
     ApplyOptions _apply;
@@ -105,12 +109,25 @@ CommandLine::CommandLine() {
         "Without a subcommand, an interactive screen opens on the terminal.\n"
         "'trivel3ctl SUBCOMMAND --help' tells more of each.");
     _common.addTo(_app);
+    addColourOption();
     addPageCommands();
     addSettingCommands();
     addTravelCommands();
     addHistoryCommands();
     addPlistCommands();
     addHelpCommand();
+}
+
+void CommandLine::addColourOption() {
+    const std::vector<std::pair<std::string, ColourUse>> uses = {
+        {"auto", ColourUse::automatic}, {"always", ColourUse::always}, {"never", ColourUse::never}};
+    const auto use = [this, uses](const std::string& word) {
+        _show.colour = std::ranges::find(uses, word, &std::pair<std::string, ColourUse>::first)->second;
+    };
+    _app.add_option_function<std::string>("--color", use,
+                                          "Whether pages are coloured; auto, the default: on a terminal that has it")
+        ->check(CLI::IsMember({"auto", "always", "never"}))
+        ->type_name("WHEN");
 }
 
 CLI::App* CommandLine::addCommand(const char* name, const char* help, std::function<int()> run) {
@@ -163,6 +180,11 @@ void CommandLine::addSettingCommands() {
     list->add_option("KEY", _list.keys, "The settings; all, without any");
     list->add_flag("--json", _list.json, "Print them as JSON");
 
+    CLI::App* explain =
+        addReportCommand("explain", "Tell what settings are for, and what they depend on", runExplain, _explain);
+    explain->add_option("KEY", _explain.keys, "The settings; all, without any");
+    explain->add_flag("--json", _explain.json, "Tell it as JSON");
+
     CLI::App* reset = addPhoneCommand("reset", "Put settings back to their defaults", runReset, _reset);
     CLI::Option* keys = reset->add_option("KEY", _reset.keys, "The settings");
     CLI::Option* all = reset->add_flag("--all", _reset.all, "Every setting");
@@ -175,6 +197,10 @@ void CommandLine::addSettingCommands() {
 }
 
 void CommandLine::addTravelCommands() {
+    CLI::App* phone = addReportCommand("phone", "Tell what is known of the phone", runPhone, _phone);
+    phone->add_flag("--json", _phone.json, "Tell it as JSON");
+    phone->add_flag("--identifiers", _phone.identifiers, "Tell a report's UniqueDeviceID too");
+
     CLI::App* diff = addCommand("diff", "Print the settings that differ", [this] { return runDiff(_common, _diff); });
     diff->add_option("WHERE", _diff.where,
                      "What to compare: a phone's folder, an export, a settings file, a support report, or what list "
@@ -202,6 +228,7 @@ void CommandLine::addTravelCommands() {
 
 void CommandLine::addHelpCommand() {
     CLI::App* help = addCommand("help", "Print what a subcommand does and takes", [this] { return printHelp(); });
+    help->footer("");
     help->add_option("COMMAND", _helpOn, "The subcommand, and that of plist")->type_name("");
 }
 
@@ -237,6 +264,8 @@ void CommandLine::addHistoryCommands() {
 void CommandLine::addPlistCommands() {
     CLI::App* plist = _app.add_subcommand("plist", "Check and convert property lists");
     plist->fallthrough();
+    // These work on files of this machine: no option of the program is about them.
+    plist->footer("");
     plist->require_subcommand(1);
     CLI::App* lint = plist->add_subcommand("lint", "Tell whether files are property lists");
     lint->add_option("FILE", _lint.files, "The files")->required();
@@ -307,7 +336,7 @@ int CommandLine::run(int argumentCount, char** arguments) {
 int CommandLine::openScreen() const {
     if (_common.phone == "-") return refuse(inputIsTaken);
     auto phone = OpenedPhone::openPhoneOrReport(_common, "trivel3ctl");
-    return phone ? runScreen(*phone) : fail(failed, phone.error());
+    return phone ? runScreen(*phone, _show.colour) : fail(failed, phone.error());
 }
 
 }  // namespace

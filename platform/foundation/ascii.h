@@ -31,6 +31,15 @@ constexpr unsigned digitValue(char character) {
     return lower >= 'a' && lower <= 'f' ? static_cast<unsigned>(lower - 'a') + 10 : 16;
 }
 
+/// The text without the blanks around it.
+constexpr std::string_view trimmed(std::string_view text) {
+    while (!text.empty() && isBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
 inline bool equalInAnyCase(std::string_view text, std::string_view other) {
     return std::equal(text.begin(), text.end(), other.begin(), other.end(),
                       [](char mine, char theirs) { return lowerCase(mine) == lowerCase(theirs); });

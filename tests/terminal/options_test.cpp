@@ -13,6 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 std::set<std::string> pathsBelow(const std::string& folder) {
@@ -53,7 +54,7 @@ TEST(Options, nowhereToMakeTheDefaultPhoneIsAFailure) {
     ctl.unset("XDG_DATA_HOME");
     ctl.unset("HOME");
 
-    expectFailure(ctl.run({"list"}), 1, "HOME");
+    expectFailure(ctl.run({"list"}), 1, "HOME is an absolute path; --phone names another phone");
 }
 
 TEST(Options, phoneIsNamedByTheOptionOrByTheEnvironment) {
@@ -195,6 +196,19 @@ TEST(Options, helpOfASubcommandNamesItsOwnAndPointsToTheCommonOptions) {
     }
 }
 
+TEST(Options, helpPointsToNoOptionThatIsNotThere) {
+    Trivel3ctl ctl;
+    for (const Trivel3ctl::Arguments& words : {Trivel3ctl::Arguments{"help", "--help"},
+                                               {"plist", "--help"},
+                                               {"plist", "lint", "--help"},
+                                               {"plist", "convert", "--help"}}) {
+        const Outcome outcome = ctl.run(words);
+        expectDone(outcome);
+        EXPECT_THAT(outcome.output, Not(HasSubstr("--phone"))) << words.front();
+        EXPECT_THAT(outcome.output, Not(HasSubstr("Without a subcommand"))) << words.front();
+    }
+}
+
 TEST(Options, helpMakesNoPhone) {
     Trivel3ctl ctl;
     ctl.run({"show", "--help"});
@@ -244,6 +258,7 @@ TEST(Options, wrongCommandLinesAreRefusedWithTheWayToMendThem) {
         {{"plist", "convert", "xml1"}, "FILE is required"},
         {{"plist", "convert", "yaml", "file"}, "xml1,binary1,json"},
         {{"--phone"}, "--phone"},
+        {{"--color", "blue", "show"}, "auto,always,never"},
         {{"--device"}, "--device"}};
     for (const auto& [arguments, reason] : wrong) {
         SCOPED_TRACE(testing::PrintToString(arguments));

@@ -177,10 +177,30 @@ TEST_F(ShowText, labelsAreMeasuredInColumns) {
     EXPECT_THAT(lines(show), Contains("    応用応用応用応用応用応用応用応用応用応用応用応用"));
 }
 
-TEST_F(ShowText, labelsGoOutInUtf8WhateverTheLocale) {
-    addApplication(phone, "Blåbär");
+TEST_F(ShowText, labelsAreSpeltInWhatTheLocaleCanSay) {
+    addApplication(phone, "“Blåbär” 👨‍👩‍👧");
+    const std::string page = "Advanced Options/Disable in Applications";
+    EXPECT_THAT(lines({"show", page}), Contains("    “Blåbär” 👨‍👩‍👧"));
     ctl.set("LC_ALL", "C");
-    EXPECT_THAT(lines({"show", "Advanced Options/Disable in Applications"}), Contains("    Blåbär"));
+    EXPECT_THAT(lines({"show", page}), Contains("    \"Bl?b?r\" ?????"));
+    const json shown = ctl.runForJson({"show", page, "--json"});
+    EXPECT_THAT(shown.dump(), HasSubstr("“Blåbär” 👨‍👩‍👧"));
+}
+
+TEST_F(ShowText, opensNoIcons) {
+    writeText(phone / "Applications/Kettle.app/Info.plist", settingsOf({{"CFBundleIconFile", "<string>Icon</string>"},
+                                                                        {"CFBundleIdentifier", "<string>a</string>"}}));
+    writeText(phone / "Applications/Kettle.app/Icon.png", "no picture");
+    const std::string calls = ctl.folder() / "calls";
+    ctl.runThrough({"/usr/bin/strace", "-f", "-e", "trace=openat,openat2,open", "-o", calls});
+    const Trivel3ctl::Arguments show = {"show", "Advanced Options/Disable in Applications"};
+    const auto isOpened = [&calls](const char* file) { return readText(calls).find(file) != std::string::npos; };
+    expectDone(ctl.run(show));
+    EXPECT_TRUE(isOpened("Kettle.app/Info.plist"));
+    EXPECT_FALSE(isOpened("Kettle.app/Icon.png"));
+    // What has them, opens them.
+    ctl.runForJson({"show", show.back(), "--json"});
+    EXPECT_TRUE(isOpened("Kettle.app/Icon.png"));
 }
 
 // Dim is for what is greyed and for what is only said about rows; green for what is on.
@@ -207,6 +227,17 @@ TEST_F(ShowText, colourCanBeDoneWithout) {
     EXPECT_THAT(ctl.runOnTerminal({"show"}, 80).output, Not(HasSubstr("\x1b")));
     ctl.unset("TERM");
     EXPECT_THAT(ctl.runOnTerminal({"show"}, 80).output, Not(HasSubstr("\x1b")));
+}
+
+TEST_F(ShowText, colourIsAsTheUserSays) {
+    EXPECT_THAT(ctl.run({"show", "--color", "always"}).output, HasSubstr("\x1b[1mTrivel 3\x1b[0m"));
+    EXPECT_EQ(ctl.run({"show", "--color", "auto"}).output, ctl.run({"show"}).output);
+    ctl.set("TERM", "xterm");
+    EXPECT_THAT(ctl.runOnTerminal({"show", "--color=never"}, 80).output, Not(HasSubstr("\x1b")));
+    ctl.set("NO_COLOR", "1");
+    EXPECT_THAT(ctl.runOnTerminal({"--color", "auto", "show"}, 80).output, Not(HasSubstr("\x1b")));
+    EXPECT_THAT(ctl.runOnTerminal({"--color", "always", "show"}, 80).output, HasSubstr("\x1b[1m"));
+    EXPECT_THAT(ctl.run({"show", "--json", "--color", "always"}).output, Not(HasSubstr("\x1b")));
 }
 
 TEST_F(ShowText, emptyNoColorVariableCountsAsUnset) {

@@ -211,6 +211,30 @@ TEST_F(Apply, takesWhatListPrints) {
     EXPECT_EQ(there.run({"export"}).output, ctl.run({"export"}).output);
 }
 
+TEST_F(Apply, takesFromAListWhatJsonCannotSay) {
+    const std::string settings = settingsOf({{"Array", "<array>\n\t\t<data>\n\t\tAAE=\n\t\t</data>\n\t</array>"},
+                                             {"Data", "<data>\n\tAAE=\n\t</data>"},
+                                             {"Date", "<date>2014-12-25T10:00:00Z</date>"},
+                                             {"Text", "<string>2014-12-25T10:00:00Z</string>"}});
+    writeSettings(phone, settings);
+    const json listed = ctl.runForJson({"list", "Date", "Text", "--json"});
+    EXPECT_THAT(listed[0]["plist"].get<std::string>(), HasSubstr("<date>2014-12-25T10:00:00Z</date>"));
+    EXPECT_FALSE(listed[1].contains("plist"));
+    const std::string list = write("list", ctl.run({"list", "--json"}).output);
+    EXPECT_EQ(ctl.run({"diff", list, phone.folder}).output, "");
+    const Phone other;
+    ctl.usePhone(other.folder);
+    EXPECT_EQ(ctl.run({"apply", list}).status, 0);
+    EXPECT_EQ(ctl.run({"diff", phone.folder, other.folder}).output, "");
+    EXPECT_EQ(ctl.run({"get", "Date", "Data"}).output.find("<string>"), std::string::npos);
+}
+
+TEST_F(Apply, refusesAListOfWhatNobodyCanSay) {
+    const json damaged = {{{"key", "Mine"}, {"kind", nullptr}, {"value", "x"}, {"plist", nullptr}, {"stored", true}}};
+    const std::string list = write("list", damaged.dump());
+    expectFailure(ctl.run({"apply", list}), 1, "'Mine' holds what a list cannot say");
+}
+
 TEST_F(Apply, takesASupportReportInEitherEncoding) {
     const std::string report =
         write("Trivel.plist", propertyList("<dict><key>Packages</key><string>p</string><key>Preferences</key><dict>"
@@ -320,6 +344,14 @@ TEST_F(Diff, saysWhichSideCannotTellOfExceptions) {
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output, "");
     EXPECT_THAT(outcome.errors, HasSubstr("settings.plist cannot tell which applications are exceptions"));
+}
+
+TEST_F(Diff, saysThatAReportInThePhonesPlaceCannotTellOfExceptions) {
+    const std::string report = ctl.folder() / "Trivel.plist";
+    expectDone(ctl.run({"report", "-o", report}));
+    const Outcome outcome = ctl.run({"--phone", report, "diff"});
+    EXPECT_EQ(outcome.output, "");
+    EXPECT_THAT(outcome.errors, HasSubstr(report + " cannot tell which applications are exceptions"));
 }
 
 TEST_F(Diff, endsWith3WhereThatIsAskedAndThereIsADifference) {

@@ -125,6 +125,15 @@ TEST(ScreenLook, doesWithoutColourWhereItIsNotWanted) {
     EXPECT_THAT(screen.terminal.colouredText(), HasSubstr("\x1b[7m"));
 }
 
+TEST(ScreenLook, doesWithoutColourWhereTheUserSaysSo) {
+    const Phone phone;
+    TmuxTerminal terminal(program(phone, {"--color", "never"}), {});
+    ASSERT_TRUE(terminal.waitFor("Multi-Center"));
+    EXPECT_THAT(terminal.colouredText(), Not(ContainsRegex(colour)));
+    terminal.press({"q"});
+    EXPECT_EQ(terminal.waitForEnd(), 0);
+}
+
 TEST(ScreenLook, doesWithoutColourOnATerminalThatHasNone) {
     OpenedScreen screen({.kind = "vt100"});
     EXPECT_THAT(screen.terminal.colouredText(), Not(ContainsRegex(colour)));

@@ -2,6 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <clocale>
+
+#include "hosts/session/printable.h"
 #include "tests/terminal_screen/opened_screen.h"
 
 namespace terminal_screen_test {
@@ -327,6 +330,60 @@ TEST(Screen, goesBackByEscapeAndBackspaceAndStaysOnTheFirstPage) {
     }
     screen.terminal.press({"Left"});
     EXPECT_TRUE(screen.terminal.waitFor("This is the first page"));
+}
+
+TEST(Screen, entersByRightWhatLeadsOnAndNothingElse) {
+    OpenedScreen screen;
+    screen.terminal.press({"Right"});
+    screen.find("Advanced Options");
+    EXPECT_EQ(screen.phone.stored("MultiCenter"), std::nullopt);
+    screen.terminal.press({"Right"});
+    ASSERT_TRUE(screen.terminal.waitFor("‹ Trivel 3"));
+    screen.find("Quick Launcher");
+    screen.terminal.press({"Right"});
+    EXPECT_TRUE(screen.terminal.waitFor("This row is greyed"));
+    screen.terminal.press({"Left"});
+    EXPECT_TRUE(screen.terminal.waitForRow("▸", "Advanced Options"));
+}
+
+TEST(Screen, leavesNothingOverOfJoinedEmoji) {
+    // Columns are counted as the terminal counts them.
+    std::setlocale(LC_CTYPE, "C.UTF-8");
+    Phone phone;
+    for (int number = 0; number < 30; ++number) {
+        const std::string name = "App " + std::to_string(number);
+        phone.put(
+            "/Applications/" + name + ".app/Info.plist",
+            {{"CFBundleIdentifier", "a." + std::to_string(100 + number)},
+             {"CFBundleDisplayName", number == 5 ? "👨‍👩‍👧‍👦 Family 👩🏽‍🚀 ❤️" : name}});
+    }
+    TmuxTerminal terminal(program(phone), {});
+    ASSERT_TRUE(terminal.waitFor("Multi-Center"));
+    for (const char* title : {"Advanced Options", "Disable in Applications"}) {
+        terminal.press({"/"});
+        terminal.type(title);
+        ASSERT_TRUE(terminal.waitForRow("▸", title));
+        terminal.press({"Enter"});
+        ASSERT_TRUE(terminal.waitFor("Reload"));
+        terminal.press({"Right"});
+    }
+    ASSERT_TRUE(terminal.waitFor("Family"));
+    terminal.settle();
+    const std::vector<std::string> before = terminal.lines();
+    // The scroll bar stands at the right edge of each line of the page.
+    for (std::size_t line = 1; line + 1 < before.size(); ++line)
+        EXPECT_EQ(hosts::columns(before[line]), 80) << before[line];
+    terminal.press({"Down", "Down", "Down", "Down", "Down", "Down", "Down", "End"});
+    ASSERT_TRUE(terminal.waitUntilGone("Family"));
+    terminal.settle();
+    for (const std::string& line : terminal.lines())
+        EXPECT_LE(hosts::columns(line), 80) << line;
+    terminal.press({"Home"});
+    ASSERT_TRUE(terminal.waitFor("Family"));
+    terminal.settle();
+    EXPECT_EQ(terminal.lines(), before);
+    terminal.press({"q"});
+    EXPECT_EQ(terminal.waitForEnd(), 0);
 }
 
 TEST(Screen, showsChangesOfOtherProcessesInTheRowsThatAreSeen) {

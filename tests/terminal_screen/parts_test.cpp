@@ -40,6 +40,12 @@ TEST(ScreenText, spellsTypographyInAscii) {
     EXPECT_EQ(ascii.plain("“It’s” – café…"), "\"It's\" - caf?...");
 }
 
+TEST(ScreenText, takesApartWhatTerminalsGiveOneWidthOrAnother) {
+    EXPECT_EQ(unicode.plain("👨‍👩‍👧 👍🏽 ❤️ 1️⃣"), "👨👩👧 👍 ❤ 1");
+    const TextStyle style{.colour = false, .unicode = true};
+    EXPECT_EQ(ScreenText::forPrinting(style).plain("👨‍👩‍👧"), "👨‍👩‍👧");
+}
+
 TEST(ScreenText, measuresWhatIsDrawn) {
     EXPECT_THAT(ascii.lines("abc… def", 7), ElementsAre("abc...", "def"));
     EXPECT_EQ(ascii.fitted("abcdefgh", 6), "abc...");

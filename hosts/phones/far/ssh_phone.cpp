@@ -2,7 +2,7 @@
 #include "hosts/phones/far/ssh_phone.h"
 
 #include <algorithm>
-#include <array>
+#include <chrono>
 
 #include "hosts/phones/far/far_events.h"
 
@@ -88,7 +88,7 @@ Result<std::unique_ptr<Phone>> SshPhone::open(const SshAddress& address, const S
 
 SshPhone::SshPhone(const SshAddress& address, const SshOptions& options, const std::string& busModule)
     : _connection(address, options),
-      _identity{address.text(), address.host},
+      _identity{address.text(), address.host, PhoneKind::ssh},
       _files(_connection, address.text()),
       _notifications(busModule, [this] { return _connection.shell(); },
                      {options.notify.empty() ? "notifyutil -p" : options.notify, !options.notify.empty()}),
@@ -97,6 +97,31 @@ SshPhone::SshPhone(const SshAddress& address, const SshOptions& options, const s
 void SshPhone::tell(PhoneListener* listener, bool tellsPassedOver) {
     _files.tell(listener, tellsPassedOver);
     _notifications.tell(listener);
+}
+
+PhonePromises SshPhone::promises() {
+    PhonePromises promises;
+    const auto session = _connection.files();
+    if (!session) return promises;
+    promises.replacesInOneStep = (*session)->offers("posix-rename@openssh.com");
+    promises.outlastsPowerLoss = (*session)->offers("fsync@openssh.com");
+    promises.tellsChanges = _connection.options().notify.empty() && hasNotifyutil();
+    promises.confinesLookUps = false;
+    return promises;
+}
+
+bool SshPhone::hasNotifyutil() {
+    const auto shell = _connection.shell();
+    const auto answer = shell ? (*shell)->run("command -v notifyutil") : Result<WaitingShell::Answer>(Problem{});
+    return answer && answer->status == 0;
+}
+
+std::optional<double> SshPhone::roundTrip() {
+    const auto session = _connection.files();
+    if (!session) return std::nullopt;
+    const auto start = std::chrono::steady_clock::now();
+    if (!(*session)->exchange(sftp::onPath(sftp::Type::stat, _connection.address().folder))) return std::nullopt;
+    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
 // The phone's own identifier, where it tells one: another phone may come to have its address.

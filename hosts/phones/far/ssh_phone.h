@@ -53,10 +53,13 @@ public:
                                          std::span<const std::string> names) override;
     void settle() override { _notifications.settle(); }
     const PhoneIdentity& identity() const override { return _identity; }
+    PhonePromises promises() override;
+    std::optional<double> roundTrip() override;
     std::string mark() override;
 
 private:
     SshPhone(const SshAddress& address, const SshOptions& options, const std::string& busModule);
+    bool hasNotifyutil();
 
     SshConnection _connection;
     PhoneIdentity _identity;

@@ -8,20 +8,22 @@
 #include <vector>
 
 #include "hosts/session/opened_phone.h"
+#include "hosts/terminal/render/screen_text.h"
 
 /// The subcommands. Each gives the program's exit status, and says on standard error what failed.
 namespace hosts::terminal {
 
 struct ShowOptions {
-    std::string page;  ///< titles from the root page, with "/" between; empty for the root page
+    std::string page = {};  ///< titles from the root page, with "/" between; empty for the root page
     bool json = false;
+    ColourUse colour = ColourUse::automatic;
 };
 int runShow(OpenedPhone& context, const ShowOptions& options);
 
 /// The interactive screen, on the terminal that standard input and output are; it ends when the user
 /// quits or a signal asks for it. Where there is no such terminal it prints the root page, and says on
 /// standard error how to go on. Gives the program's exit status.
-int runScreen(OpenedPhone& context);
+int runScreen(OpenedPhone& context, ColourUse colour);
 
 struct GetOptions {
     std::vector<std::string> keys;
@@ -46,6 +48,12 @@ struct ListOptions {
     bool json = false;
 };
 int runList(OpenedPhone& context, const ListOptions& options);
+
+struct ExplainOptions {
+    std::vector<std::string> keys;  ///< none for all
+    bool json = false;
+};
+int runExplain(OpenedPhone& context, const ExplainOptions& options);
 
 struct DiffOptions {
     std::vector<std::string> where;  ///< folders of phones or files, "-" for standard input; two at most
@@ -85,6 +93,12 @@ struct UndoOptions {
     bool force = false;                  ///< whether what has been changed since is overwritten
 };
 int runUndo(OpenedPhone& context, const UndoOptions& options);
+
+struct PhoneCommandOptions {
+    bool json = false;
+    bool identifiers = false;  ///< whether what tells one device from all others is printed too
+};
+int runPhone(OpenedPhone& context, const PhoneCommandOptions& options);
 
 struct ReportOptions {
     std::string output = "-";  ///< "-" for standard output

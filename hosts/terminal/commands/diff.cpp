@@ -50,6 +50,7 @@ Result<Sides> sidesOf(const PhoneOptions& options, const std::vector<std::string
     if (!right) return right.error();
     auto left = where.size() < 2 ? Result(StoredSettings()) : storedAt(where.front(), options);
     if (!left) return left.error();
+    if (where.empty()) remarkOnExceptions(*right, options.phone == "-" ? "standard input" : options.phone);
     for (const std::string& name : where)
         remarkOnExceptions(&name == &where.back() ? *right : *left, name);
     return Sides{*std::move(left), *std::move(right)};

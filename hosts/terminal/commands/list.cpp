@@ -4,64 +4,35 @@
 
 #include "hosts/session/exit_status.h"
 #include "hosts/terminal/commands/commands.h"
-#include "hosts/terminal/commands/settings_command.h"
+#include "hosts/terminal/commands/listed_settings.h"
 #include "hosts/terminal/render/kind_name.h"
 #include "hosts/terminal/render/printable.h"
 #include "hosts/terminal/render/standard_output.h"
 #include "hosts/terminal/render/value_json.h"
 #include "hosts/terminal/render/value_text.h"
+#include "platform/foundation/property_list.h"
 
 namespace hosts::terminal {
 namespace {
 
-using Kind = platform::PreferenceAccess::Kind;
-
-/// A setting of the catalogue, or one that the file alone has.
-struct ListedSetting {
-    std::string key;
-    std::optional<Kind> kind = {};  ///< nothing for one that the pane does not know
-    std::optional<platform::Value> standard = {};
-    std::optional<platform::Value> stored = {};
-
-    const std::optional<platform::Value>& value() const { return stored ? stored : standard; }
-};
-
-std::vector<ListedSetting> allSettings(SettingsCommand& command) {
-    std::vector<ListedSetting> all;
-    for (const auto& setting : command.known()) {
-        all.push_back(
-            {setting.key, setting.kind, setting.defaultValue, command.settings().storedValueForKey(setting.key)});
-    }
-    const auto content = command.dictionaries().read(command.settings().observedFiles().front().path);
-    if (!content) return all;
-    for (const auto& [key, value] : *content) {
-        if (!command.findSetting(key)) all.push_back({.key = key, .stored = value});
-    }
-    return all;
-}
-
-platform::Result<std::vector<ListedSetting>> settingsNamed(SettingsCommand& command,
-                                                           const std::vector<std::string>& keys) {
-    std::vector<ListedSetting> all = allSettings(command);
-    if (keys.empty()) return all;
-    std::vector<ListedSetting> named;
-    for (const std::string& key : keys) {
-        const auto setting = std::ranges::find(all, key, &ListedSetting::key);
-        if (setting == all.end()) return platform::Problem{.reason = command.unknownKey(key)};
-        named.push_back(*setting);
-    }
-    return named;
+// As whoever stores it elsewhere can read it; null for what XML cannot say either.
+nlohmann::json propertyListOf(const platform::Value& value) {
+    const auto writing = platform::writeXmlPropertyList(value);
+    return writing ? nlohmann::json(*writing.bytes) : nlohmann::json();
 }
 
 std::string settingsJson(const std::vector<ListedSetting>& settings) {
     AnswerValues values;
     nlohmann::json all = nlohmann::json::array();
     for (const ListedSetting& setting : settings) {
-        all.push_back({{"key", setting.key},
-                       {"kind", setting.kind ? nlohmann::json(kindName(*setting.kind)) : nlohmann::json()},
-                       {"value", values.jsonOf(setting.value())},
-                       {"default", values.jsonOf(setting.standard)},
-                       {"stored", setting.stored.has_value()}});
+        nlohmann::json& object = all.emplace_back(nlohmann::json::object());
+        object["key"] = setting.key;
+        object["kind"] = setting.kind ? nlohmann::json(kindName(*setting.kind)) : nlohmann::json();
+        object["value"] = values.jsonOf(setting.value());
+        if (!values.isExact())
+            object["plist"] = values.isBySize() ? nlohmann::json() : propertyListOf(*setting.value());
+        object["default"] = values.jsonOf(setting.standard);
+        object["stored"] = setting.stored.has_value();
     }
     return jsonLine(all) + "\n";
 }

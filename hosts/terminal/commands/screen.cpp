@@ -15,25 +15,25 @@ namespace {
 
 using namespace screen;
 
-int showInstead(OpenedPhone& context, const std::string& reason) {
-    const int status = runShow(context, {});
+int showInstead(OpenedPhone& context, ColourUse colour, const std::string& reason) {
+    const int status = runShow(context, {.colour = colour});
     if (status != done) return status;
     return fail(done, reason + "; 'trivel3ctl show PAGE' prints another page, 'trivel3ctl --help' tells the rest");
 }
 
 }  // namespace
 
-int runScreen(OpenedPhone& context) {
+int runScreen(OpenedPhone& context, ColourUse colour) {
     if (::isatty(STDIN_FILENO) != 1 || ::isatty(STDOUT_FILENO) != 1) {
-        return showInstead(context, "no terminal for the interactive screen");
+        return showInstead(context, colour, "no terminal for the interactive screen");
     }
     ModuleObject<TerminalLibrary> module(context.installation.terminalModule(), makeTerminalLibrarySymbol,
                                          "the terminal module");
     const auto library = module.get();
     if (!library) return fail(failed, library.error());
     if (const auto possible = (*library)->canShowScreen(); !possible)
-        return showInstead(context, possible.error().reason);
-    const TextStyle style = styleForStandardOutput();
+        return showInstead(context, colour, possible.error().reason);
+    const TextStyle style = styleForStandardOutput(colour);
     SettingsScreen screen(context, {style.colour, style.unicode});
     const auto started = screen.start();
     if (!started) return fail(failed, started.error());

@@ -15,6 +15,18 @@
 namespace hosts::terminal {
 namespace {
 
+/// Without pictures: opening those of many applications takes long on a far phone.
+class WithoutPictures final : public ScratchFileSystem {
+public:
+    using ScratchFileSystem::readFile;
+    using ScratchFileSystem::ScratchFileSystem;
+    platform::Result<platform::Stamp> readFile(std::string_view path, std::string& contents,
+                                               std::size_t limit) const override {
+        if (!path.ends_with(".png")) return ScratchFileSystem::readFile(path, contents, limit);
+        return platform::Problem{std::string(path), "cannot read", "no picture is looked at"};
+    }
+};
+
 // Where there is a page of the title that was asked for last.
 std::string elsewhere(OpenedPhone& context, std::string_view path) {
     const std::string_view wanted = path.substr(path.rfind('/') + 1);
@@ -30,7 +42,14 @@ std::string elsewhere(OpenedPhone& context, std::string_view path) {
 int runShow(OpenedPhone& context, const ShowOptions& options) {
     // Looking changes nothing: what the page repairs stays in memory, and nobody is told.
     QuietServices services(context);
-    const auto session = SettingsSession::load(services.forSession(), context.installation.systemImage, context.shape);
+    const SessionServices quiet = services.forSession();
+    WithoutPictures withoutPictures(quiet.files);
+    // Text has none; but whoever wants to know what cannot be used is told of pictures too.
+    const bool needsPictures = options.json || context.outcomes->tellsPassedOver();
+    platform::FileSystem& files = needsPictures ? quiet.files : withoutPictures;
+    const auto session =
+        SettingsSession::load({files, quiet.notifications, quiet.application, quiet.device, quiet.listener},
+                              context.installation.systemImage, context.shape);
     if (!session) return fail(failed, session.error());
     auto root = (*session)->makeRootPage();
     if (!root) return fail(failed, root.error());
@@ -49,7 +68,8 @@ int runShow(OpenedPhone& context, const ShowOptions& options) {
              " is a support report: of applications it names those that are ticked alone, and it tells no exceptions");
     }
     tellDefaults(*context.outcomes, (*session)->platform(), (*session)->observedFiles());
-    print(options.json ? jsonLine(pageJson(snapshot)) + "\n" : pageText(page, snapshot, styleForStandardOutput()));
+    print(options.json ? jsonLine(pageJson(snapshot)) + "\n"
+                       : pageText(page, snapshot, styleForStandardOutput(options.colour)));
     return done;
 }
 

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "hosts/terminal/render/value_json.h"
 #include "platform/ui/button.h"
 #include "platform/ui/image_view.h"
 #include "platform/ui/label.h"
@@ -13,11 +14,6 @@ namespace hosts::terminal {
 namespace {
 
 using nlohmann::json;
-
-template <class T>
-json orNull(const std::optional<T>& value) {
-    return value ? json(*value) : json(nullptr);
-}
 
 // An image of the bundle goes by its name; an application's icon has none to tell.
 json iconJson(const RowSnapshot& row) {

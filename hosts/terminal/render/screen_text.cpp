@@ -85,6 +85,25 @@ std::string_view asciiOf(std::string_view character) {
     return found == std::end(spellings) ? "?" : found->ascii;
 }
 
+// What makes one picture of the characters around it: joiners, variation selectors, skin tones, the frame of a key and
+// the tags of flags.
+bool joins(char32_t code) {
+    return code == 0x200D || code == 0x20E3 || (code >= 0xFE00 && code <= 0xFE0F) ||
+           (code >= 0x1F3FB && code <= 0x1F3FF) || (code >= 0xE0020 && code <= 0xE007F);
+}
+
+// Terminals differ in how many columns such a picture takes; its parts alone take the same on all of them. Where the
+// terminal took fewer than were counted, the rest of its line would stand in the wrong place and leave traces.
+std::string apart(std::string_view text) {
+    std::string result;
+    while (!text.empty()) {
+        const platform::Utf8Character character = platform::firstUtf8Character(text);
+        if (!joins(character.code)) result += text.substr(0, character.length);
+        text.remove_prefix(character.length);
+    }
+    return result;
+}
+
 std::string inAscii(std::string_view text) {
     std::string result;
     while (!text.empty()) {
@@ -95,17 +114,22 @@ std::string inAscii(std::string_view text) {
     return result;
 }
 
-}  // namespace
-
-TextStyle styleForStandardOutput() {
-    std::setlocale(LC_CTYPE, "");
+// Of standard output.
+bool suitsColour() {
     const bool terminal = ::isatty(STDOUT_FILENO) == 1;
     const char* kind = std::getenv("TERM");
     const char* noColour = std::getenv("NO_COLOR");
     const bool dumb = !kind || std::string_view(kind) == "dumb";
+    return terminal && !dumb && (!noColour || !*noColour);
+}
+
+}  // namespace
+
+TextStyle styleForStandardOutput(ColourUse colour) {
+    std::setlocale(LC_CTYPE, "");
     TextStyle style;
     style.width = std::clamp(terminalWidth(), leastWidth, mostWidth);
-    style.colour = terminal && !dumb && (!noColour || !*noColour);
+    style.colour = colour == ColourUse::always || (colour == ColourUse::automatic && suitsColour());
     style.unicode = std::string_view(::nl_langinfo(CODESET)) == "UTF-8";
     // Labels are UTF-8 whatever the terminal shows, and so are their widths.
     std::setlocale(LC_CTYPE, "C.UTF-8");
@@ -113,14 +137,15 @@ TextStyle styleForStandardOutput() {
 }
 
 ScreenText::ScreenText(const TextStyle& style)
-    : ScreenText(style.unicode ? unicodeGlyphs : asciiGlyphs, !style.unicode) {}
+    : ScreenText(style.unicode ? unicodeGlyphs : asciiGlyphs, !style.unicode, false) {}
 
 ScreenText ScreenText::forPrinting(const TextStyle& style) {
-    return {style.unicode ? printedGlyphs : asciiGlyphs, false};
+    return {style.unicode ? printedGlyphs : asciiGlyphs, !style.unicode, true};
 }
 
 std::string ScreenText::plain(std::string_view text) const {
     std::string result = printable(text);
+    if (!_keepsJoined) result = apart(result);
     return _isAscii ? inAscii(result) : result;
 }
 

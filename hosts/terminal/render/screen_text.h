@@ -16,9 +16,15 @@ struct TextStyle {
     std::size_t width = 80;
 };
 
-/// The style that suits standard output: its terminal's width, and colour when it is one that has it
-/// and NO_COLOR is not set. Sets the process's locale for character types.
-TextStyle styleForStandardOutput();
+/// Whether text is coloured.
+enum class ColourUse {
+    automatic,  ///< on a terminal that has colour, unless NO_COLOR is set
+    always,
+    never,
+};
+
+/// The style that suits standard output, with its terminal's width. Sets the process's locale for character types.
+TextStyle styleForStandardOutput(ColourUse colour = ColourUse::automatic);
 
 /// The signs that stand for what the phone draws. Each takes one column unless it says more.
 struct Glyphs {
@@ -43,8 +49,7 @@ struct Glyphs {
 class ScreenText {
 public:
     explicit ScreenText(const TextStyle& style);
-    /// For text that goes out once and may be read by a program: it stays UTF-8 whatever the style, and
-    /// switches are drawn in ASCII.
+    /// For text that goes out once: switches are drawn in ASCII, and characters that are joined into one stay so.
     static ScreenText forPrinting(const TextStyle& style);
 
     const Glyphs& glyphs() const { return *_glyphs; }
@@ -59,10 +64,12 @@ public:
     std::vector<std::string> firstLines(std::string_view text, std::size_t width, std::size_t most) const;
 
 private:
-    ScreenText(const Glyphs& glyphs, bool isAscii) : _glyphs(&glyphs), _isAscii(isAscii) {}
+    ScreenText(const Glyphs& glyphs, bool isAscii, bool keepsJoined)
+        : _glyphs(&glyphs), _isAscii(isAscii), _keepsJoined(keepsJoined) {}
 
     const Glyphs* _glyphs;
     bool _isAscii;
+    bool _keepsJoined;
 };
 
 }  // namespace hosts::terminal

@@ -129,10 +129,14 @@ std::string withControlsEscaped(std::string_view text) {
 }  // namespace
 
 json AnswerValues::jsonOf(const std::optional<Value>& value) {
+    _isExact = true;
+    _isBySize = false;
     if (!value) return nullptr;
     _kept.push_back(*value);
     Converter converter(_account);
     json converted = converter.convert(*value);
+    _isBySize = converter.isTooMuch();
+    _isExact = converter.loss().empty() && !_isBySize;
     return converter.isTooMuch() ? json(valueSummary(value)) : converted;
 }
 

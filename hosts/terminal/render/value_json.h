@@ -25,14 +25,26 @@ public:
     /// Null for nothing.
     nlohmann::json jsonOf(const std::optional<platform::Value>& value);
 
+    /// Whether the last value was told without loss, and whether by its size alone.
+    bool isExact() const { return _isExact; }
+    bool isBySize() const { return _isBySize; }
+
 private:
     platform::RepetitionAccount _account{{.values = 100'000, .bytes = std::size_t{16} << 20, .shortText = 0}};
+    bool _isExact = true;
+    bool _isBySize = false;
     std::vector<platform::Value> _kept;  ///< the account knows objects by their addresses
 };
 
 /// A value as JSON without loss. A problem, whose reason names what is in the way, when the value holds
 /// what JSON has no kind for, or repeats more than 4 million values or 256 MB of text.
 platform::Result<nlohmann::json> faithfulJsonOf(const platform::Value& value);
+
+/// Null for nothing.
+template <class T>
+nlohmann::json orNull(const std::optional<T>& content) {
+    return content ? nlohmann::json(*content) : nlohmann::json();
+}
 
 /// The value's kind as the automation interface names it; null for nothing.
 nlohmann::json kindOf(const std::optional<platform::Value>& value);

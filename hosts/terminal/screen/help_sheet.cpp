@@ -17,6 +17,7 @@ constexpr Topic topics[] = {
     {"PgUp, PgDn", "Go a screen up or down"},
     {"Home, End", "Go to the first or the last row"},
     {"Enter, Space", "Open the row's page, choose the row or move its switch"},
+    {"Right", "Open the row's page, or whatever else the row leads to"},
     {"Left, Esc", "Back to the page before; Backspace too"},
     {"/", "Find a row, a title or a setting on all pages; n goes on to the next one found, N to the one before"},
     {"h", "Tap the heart, where the page has one"},

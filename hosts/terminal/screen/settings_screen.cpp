@@ -242,6 +242,7 @@ bool SettingsScreen::move(const Event& event) {
 
 void SettingsScreen::command(const Event& event) {
     if (event.key == Key::enter || event.is(' ')) return useRow();
+    if (event.key == Key::right) return enterRow();
     if (event.key == Key::left || event.key == Key::escape || event.key == Key::backspace) return goBack();
     if (event.key == Key::click) return click(event);
     if (event.is('h')) return touchRightButton();
@@ -262,6 +263,13 @@ void SettingsScreen::quit() {
 
 void SettingsScreen::useRow() {
     if (const auto path = _host.top().cursor()) tap(*path);
+}
+
+// The way there, as Left is the way back: other rows are not used by it.
+void SettingsScreen::enterRow() {
+    const auto path = _host.top().cursor();
+    const auto cell = path ? _host.top().cellAt(*path) : nullptr;
+    if (cell && RowLook::of(*cell).leadsOn()) tap(*path);
 }
 
 // A tap on a row lands on its switch, where it has one.

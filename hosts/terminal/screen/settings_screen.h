@@ -87,6 +87,7 @@ private:
     void click(const Event& event);
     void clickTitleBar(const Event& event);
     void useRow();
+    void enterRow();
     void tap(platform::NSIndexPath path);
     void goBack();
     void touchRightButton();

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "hosts/phones/fault_place.h"
+#include "hosts/session/printable.h"
 #include "hosts/session/support_report.h"
 #include "platform/foundation/ascii.h"
 #include "platform/foundation/property_list.h"
@@ -89,6 +90,15 @@ bool isListedSetting(const json& entry) {
            entry.contains("stored") && entry["stored"].is_boolean();
 }
 
+// Of what JSON cannot say, the entry has a property list.
+Result<Value> listedValue(const json& entry) {
+    if (!entry.contains("plist")) return valueOf(entry["value"]);
+    const auto reading = entry["plist"].is_string() ? platform::readPropertyList(entry["plist"].get<std::string>())
+                                                    : platform::PropertyListReading();
+    if (reading) return *reading.value;
+    return Problem{.reason = inQuotes(entry["key"].get<std::string>()) + " holds what a list cannot say"};
+}
+
 Result<StoredSettings> fromList(std::string_view bytes) {
     bool isTooDeep = false;
     const auto check = [&isTooDeep](int depth, json::parse_event_t, json&) {
@@ -101,7 +111,10 @@ Result<StoredSettings> fromList(std::string_view bytes) {
     Dictionary settings;
     for (const json& entry : list) {
         if (!isListedSetting(entry)) return problem;
-        if (entry["stored"].get<bool>()) settings.set(entry["key"].get<std::string>(), valueOf(entry["value"]));
+        if (!entry["stored"].get<bool>()) continue;
+        auto value = listedValue(entry);
+        if (!value) return std::move(value).error();
+        settings.set(entry["key"].get<std::string>(), *std::move(value));
     }
     return StoredSettings{.settings = std::move(settings), .tellsExceptions = false};
 }
