@@ -3,6 +3,9 @@
 
 #include <optional>
 
+#include "hosts/system/deadline.h"
+#include "hosts/system/piped_process.h"
+
 namespace hosts {
 namespace {
 
@@ -35,7 +38,8 @@ bool PhoneNotifyCenter::sendWaiting() {
 }
 
 void PhoneNotifyCenter::settle() {
-    for (int tries = 0; !_waiting.empty() && tries < mostSendings;) {
+    const Deadline patience{answerPatience};
+    for (int tries = 0; !_waiting.empty() && tries < mostSendings && patience.left() > 0;) {
         const auto shell = sendWaiting() ? _shell() : platform::Result<WaitingShell*>(Problem{});
         if (!shell) break;
         const auto answer = (*shell)->takeAnswer();

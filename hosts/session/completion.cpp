@@ -152,7 +152,7 @@ Offer TypedLine::valuesOf(const CLI::Option& option, const std::string& name, st
     auto choices = choicesOf(option);
     if (!choices.empty()) return {.words = std::move(choices), .prefix = prefix};
     const std::string type = option.get_positional() ? name : option.get_type_name();
-    if (type == "DIR" || type == "FOLDER") return {.kind = "folders"};
+    if (type == "DIR" || type == "FOLDER" || (type == "WHERE" && !option.get_positional())) return {.kind = "folders"};
     if (type == "FILE" || type == "OUT") return {.kind = "files"};
     if (!argumentWords) return {};
     return {.words = argumentWords(name, _given), .prefix = prefix};

@@ -22,6 +22,8 @@ public:
     /// `command` is a shell's, as git takes one for ssh; the words follow as they are. A key that ends this program
     /// ends that one too, and it may ask its questions on the same terminal.
     static platform::Result<PipedProcess> start(const std::string& command, const std::vector<std::string>& words);
+    /// What is at the other end of this socket, which does not block, already; it is nobody's to end.
+    explicit PipedProcess(Descriptor stream) : _process(-1), _stream(std::move(stream)) {}
     PipedProcess(PipedProcess&& other) noexcept;
     PipedProcess& operator=(PipedProcess&&) = delete;
     ~PipedProcess();

@@ -70,6 +70,8 @@ def answer(kind, number, fields):
 
 answer.listed = False
 
+if "exec /bin/sh" in sys.argv:
+    sys.exit("there is no shell here")
 if lie == "silent":
     stdin.read()
     sys.exit(0)
