@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "hosts/app_list/application_icon.h"
+#include "hosts/app_list/fetched_icons.h"
 #include "hosts/app_list/installed_applications.h"
 #include "platform/services/app_list.h"
 #include "platform/services/platform.h"
@@ -32,6 +33,8 @@ private:
     platform::Platform& _platform;
     std::optional<InstalledApplications> _lastFound;
     IconRation _iconRation = usualIconRation;
+    /// Only where the phone is far.
+    std::optional<FetchedIcons> _fetchedIcons;
 };
 
 }  // namespace hosts

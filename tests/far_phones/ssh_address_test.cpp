@@ -73,6 +73,7 @@ TEST(SshAddress, isToldFromAFolderAndTheFormOfScpIsNamedTheRightWay) {
     EXPECT_TRUE(namesSshAddress("ssh://phone"));
     EXPECT_TRUE(namesSshAddress("mobile@phone:/var"));
     EXPECT_TRUE(namesSshAddress("phone:"));
+    EXPECT_FALSE(namesSshAddress("file:///a"));
     EXPECT_FALSE(namesSshAddress("/a:b"));
     EXPECT_FALSE(namesSshAddress("./a:b"));
     EXPECT_FALSE(namesSshAddress("phone"));

@@ -157,8 +157,7 @@ TEST_F(CustomersReport, isSilentWhereItLacksNothing) {
                                                          {"show", "Advanced Options/Slider Actions"},
                                                          {"get", "QuickSwitcher"},
                                                          {"list"},
-                                                         {"export"},
-                                                         {"diff"}};
+                                                         {"export"}};
     for (const Trivel3ctl::Arguments& command : commands)
         EXPECT_EQ(desk.run(command).errors, "") << command.front();
 }

@@ -162,11 +162,11 @@ TEST_F(Verbose, tellsWhyAnApplicationIsNotListed) {
     install(std::string(userApplications) + "/1/Two.app", "example.one");
     ASSERT_EQ(::mkfifo((phone.folder + std::string(userApplications) + "/2").c_str(), 0644), 0);
     EXPECT_THAT(complaints(showApplications),
-                ElementsAre(skipped(folder + "Empty.app", "it has no Info.plist that can be read"),
+                ElementsAre(skipped(std::string(userApplications) + "/2", "it is a FIFO, not a folder"),
+                            skipped(folder + "Empty.app", "it has no Info.plist that can be read"),
                             StartsWith(skipped(folder + "Malformed.app/Info.plist", "1:14: ")),
                             skipped(folder + "Malformed.app", "it has no Info.plist that can be read"),
                             skipped(folder + "Nameless.app", "its Info.plist has no usable CFBundleIdentifier"),
-                            skipped(std::string(userApplications) + "/2", "it is a FIFO, not a folder"),
                             skipped(std::string(userApplications) + "/1/Two.app",
                                     folder + "One.app has the same identifier, example.one")));
 }

@@ -8,6 +8,7 @@
 #include "hosts/desktop/model/phones.h"
 #include "hosts/desktop/program/message_window.h"
 #include "hosts/desktop/program/window_size.h"
+#include "hosts/phones/far/ssh_address.h"
 #include "hosts/session/completion.h"
 #include "hosts/session/exit_status.h"
 
@@ -77,7 +78,8 @@ void addTo(CLI::App& app, Options& options, Words& words) {
 
 void take(const Words& words, Options& options) {
     for (const std::string& word : words.folders) {
-        const std::string folder = folderNamed(QString::fromStdString(word)).toStdString();
+        const std::string folder =
+            parseSshAddress(word) ? word : folderNamed(QString::fromStdString(word)).toStdString();
         if (&word == &words.folders.front())
             options.phone = folder;
         else

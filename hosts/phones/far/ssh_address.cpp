@@ -112,9 +112,9 @@ std::string SshAddress::text() const {
 
 bool namesSshAddress(std::string_view named) {
     if (hasScheme(named)) return true;
-    // As scp and git take it: a colon before any slash.
+    // As scp and git take it: a colon before any slash. That of another kind of address has two slashes behind it.
     const std::size_t colon = named.find(':');
-    return colon != named.npos && colon > 0 && colon < named.find('/');
+    return colon != named.npos && colon > 0 && colon < named.find('/') && !named.substr(colon + 1).starts_with("//");
 }
 
 Result<SshAddress> parseSshAddress(std::string_view text) {
