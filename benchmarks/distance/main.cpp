@@ -126,9 +126,9 @@ int main() {
     const auto unrepaired = [&] { writeSettings(host.phone(), settingsOf({{"HotCorners", "<true/>"}})); };
     // What the page finds nothing to mend in.
     const auto repaired = [&] {
-        writeSettings(host.phone(), settingsOf({{"HotCorners", "<true/>"},
-                                                {"MinimalControlCenterEnabled", "<false/>"},
-                                                {"ReachabilityMode", "<false/>"}}));
+        writeSettings(host.phone(), settingsOf({{"MinimalControlCenterEnabled", "<false/>"},
+                                                {"OpenToLastApp", "<false/>"},
+                                                {"QuickSwitcher", "<false/>"}}));
     };
     row("drive: Advanced Options, nothing to repair", medianOfDrives(program, {}, advanced, repaired), 4);
     row("drive: Advanced Options, repairs landed and told", medianOfDrives(program, {}, advanced, unrepaired), 12);

@@ -69,7 +69,7 @@ TEST(ScreenControls, helpScrollsWhereItDoesNotFit) {
     OpenedScreen screen({.width = 40, .height = 12});
     screen.terminal.press({"?"});
     ASSERT_TRUE(screen.terminal.waitFor("Up, Down"));
-    for (int i = 0; i < 20; ++i)
+    for (int i = 0; i < 30; ++i)
         screen.terminal.press({"Down"});
     EXPECT_TRUE(screen.terminal.waitFor("already saved"));
 }
