@@ -24,7 +24,7 @@ constexpr std::size_t longestFolder = 60;
 std::string makeControlFolder() {
     const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
     for (const std::string& folder : {std::string(runtime ? runtime : ""), std::string("/tmp")}) {
-        std::string pattern = folder + "/trivel3-XXXXXX";
+        std::string pattern = folder + "/trivel3-ssh-XXXXXX";
         if (!folder.starts_with('/') || pattern.size() > longestFolder) continue;
         if (::mkdtemp(pattern.data())) return pattern;
     }
