@@ -25,7 +25,8 @@ using sftp::Type;
 
 constexpr std::size_t mostFolderEntries = 262'144;
 constexpr std::size_t mostExpectedBytes = std::size_t{64} << 20;
-constexpr std::size_t longestExpected = std::size_t{1} << 20;
+// Of many files that are read at once, so much of each at most is held together.
+constexpr std::size_t longestExpected = std::size_t{128} << 10;
 // So many files are read ahead in one go.
 constexpr std::size_t expectedAtOnce = 512;
 

@@ -17,8 +17,8 @@ using sftp::Reply;
 using sftp::Request;
 using sftp::Type;
 
-// Far fewer than any server has room for, and enough to hide the way there and back.
-constexpr std::size_t mostUnderWay = 256;
+// Enough to hide the way there and back where some thousand files are looked at.
+constexpr std::size_t mostUnderWay = 2048;
 constexpr std::size_t mostWaitingBytes = std::size_t{1} << 20;
 constexpr const char* isAwake = "; is the phone awake?";
 // What the programs ask for at most, whatever a server is ready to give.
