@@ -78,7 +78,8 @@ TEST_F(LittleMemory, endsNoReadingOfALargeFileByASignal) {
     for (int number = 0; number < 1'600'000; ++number)
         many += "<true/><string>ab</string>";
     writeSettings(phone, settingsOf({{"HotCorners", "<false/>"}, {"Many", "<array>" + many + "</array>"}}));
-    for (const std::size_t kilobytes : {96 * 1024, 160 * 1024, 224 * 1024}) {
+    for (const unsigned megabytes : {96U, 160U, 224U}) {
+        const std::size_t kilobytes = std::size_t{megabytes} * 1024;
         for (const Trivel3ctl::Arguments& arguments : {Trivel3ctl::Arguments{"get", "HotCorners"}, {"show"}}) {
             const Outcome outcome = runWithin(kilobytes, arguments, {});
             EXPECT_THAT(outcome.status, AnyOf(0, 1)) << arguments.front() << " within " << kilobytes << " KB";
