@@ -16,10 +16,6 @@ constexpr std::size_t mostFiles = 8192;
 constexpr std::size_t mostBytes = std::size_t{32} << 20;
 constexpr std::size_t longestFetched = std::size_t{1} << 20;
 
-std::string infoPath(const std::string& folder) {
-    return folder + "/Info.plist";
-}
-
 }  // namespace
 
 void FetchedIcons::fetchFrom(const InstalledApplications& applications, const InstalledApplication& first,
@@ -33,7 +29,7 @@ void FetchedIcons::fetchFrom(const InstalledApplications& applications, const In
     }
     std::vector<std::string> infos;
     for (const std::string& folder : folders)
-        infos.push_back(infoPath(folder));
+        infos.push_back(infoFile(folder));
     fetch(infos);
     std::vector<std::string> pictures;
     RationedFiles files(*this, {.calls = applicationsAtOnce, .names = 0, .bytes = mostBytes});

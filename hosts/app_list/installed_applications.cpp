@@ -49,9 +49,6 @@ std::string_view textForKey(const platform::Dictionary& dictionary, std::string_
     return value && value->string() ? std::string_view(*value->string()) : std::string_view();
 }
 
-std::string infoFile(const std::string& folder) {
-    return folder + "/Info.plist";
-}
 std::string englishNamesFile(const std::string& folder) {
     return folder + "/en.lproj/InfoPlist.strings";
 }
@@ -226,6 +223,10 @@ private:
 };
 
 }  // namespace
+
+std::string infoFile(const std::string& folder) {
+    return folder + "/Info.plist";
+}
 
 std::optional<platform::Dictionary> readInfo(RationedFiles& files, const std::string& folder,
                                              std::span<const std::string_view> keys,

@@ -57,6 +57,9 @@ InstalledApplications findInstalledApplications(const platform::FileSystem& file
 /// as if it were not there.
 platform::Result<InstalledApplication> readApplication(RationedFiles& files, const std::string& folder);
 
+/// The path of the Info.plist of the application in `folder`.
+std::string infoFile(const std::string& folder);
+
 /// These keys of the Info.plist of the application in `folder`; nothing when it cannot be read. `stamp`, unless it is
 /// null, is set to the file's.
 std::optional<platform::Dictionary> readInfo(RationedFiles& files, const std::string& folder,

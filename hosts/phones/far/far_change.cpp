@@ -27,8 +27,6 @@ constexpr std::uint32_t newFolderMode = 0755;
 constexpr std::uint32_t permissionBits = 0777;
 constexpr int mostTries = 50;
 constexpr int mostConnections = 5;
-constexpr std::string_view posixRename = "posix-rename@openssh.com";
-constexpr std::string_view fsync = "fsync@openssh.com";
 
 std::string folderOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
@@ -128,7 +126,7 @@ FarChange::Step FarChange::read(SftpSession& session) {
     if (!reading) return lose(reading.error());
     _held = *std::move(reading);
     const bool isNowhere = looked->front().status == sftp::noSuchFile;
-    if (isNowhere && !session.offers(posixRename)) return readAside(session);
+    if (isNowhere && !session.offers(sftp::posixRename)) return readAside(session);
     if (_held.stamp || !_held.stamp.error().isPassing) return Step::done;
     _problem = _held.stamp.error();
     _problem->path = _path;
@@ -193,8 +191,8 @@ FarChange::Step FarChange::fill(SftpSession& session, const std::string& content
     // The owner first: giving a file away may take permissions from it.
     if (_given.owner) requests.push_back(sftp::setHandle(_handle, {.owner = _given.owner}));
     requests.push_back(sftp::setHandle(_handle, {.permissions = _given.permissions}));
-    const bool isDurable = session.offers(fsync);
-    if (isDurable) requests.push_back(sftp::extendedOn(fsync, _handle));
+    const bool isDurable = session.offers(sftp::fsync);
+    if (isDurable) requests.push_back(sftp::extendedOn(sftp::fsync, _handle));
     if (_held.stamp) requests.push_back(sftp::openFile(_target, sftp::openRead));
     const auto replies = session.exchange(requests);
     if (!replies) return lose(replies.error());
@@ -267,9 +265,9 @@ FarChange::Step FarChange::keepOld(SftpSession& session) {
 }
 
 FarChange::Step FarChange::publish(SftpSession& session) {
-    if (!session.offers(posixRename)) return publishInSteps(session);
+    if (!session.offers(sftp::posixRename)) return publishInSteps(session);
     _isRenaming = true;
-    const auto renamed = session.exchange(sftp::extendedOn(posixRename, _temporary, _target));
+    const auto renamed = session.exchange(sftp::extendedOn(sftp::posixRename, _temporary, _target));
     if (!renamed) return lose(renamed.error());
     _isRenaming = false;
     if (!renamed->isOk()) return fail("cannot put the new file in its place", *renamed);

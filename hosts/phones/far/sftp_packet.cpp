@@ -226,6 +226,15 @@ std::optional<Reply> readReply(std::string_view packet) {
     return fields.areWhole() ? std::optional(std::move(reply)) : std::nullopt;
 }
 
+std::vector<std::uint64_t> wideNumbersIn(const Reply& reply, std::size_t least) {
+    std::vector<std::uint64_t> numbers;
+    if (reply.type != Type::extendedReply) return numbers;
+    std::string_view left = reply.text;
+    for (; left.size() >= sizeof(std::uint64_t); left.remove_prefix(sizeof(std::uint64_t)))
+        numbers.push_back(fromBigEndian(left.substr(0, sizeof(std::uint64_t))));
+    return numbers.size() < least ? std::vector<std::uint64_t>() : numbers;
+}
+
 Result<std::optional<Greeting>> PacketStream::takeGreeting() {
     std::size_t start = 0;
     while (start + 9 <= _bytes.size() && !beginsGreeting(std::string_view(_bytes).substr(start)))

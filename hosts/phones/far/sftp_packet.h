@@ -109,6 +109,16 @@ struct Reply {
 /// Nothing for bytes that are no answer of the protocol. `packet` is without its length.
 std::optional<Reply> readReply(std::string_view packet);
 
+/// Extensions of OpenSSH's server that are used where they are offered.
+constexpr std::string_view posixRename = "posix-rename@openssh.com";
+constexpr std::string_view fsync = "fsync@openssh.com";
+constexpr std::string_view statvfs = "statvfs@openssh.com";
+constexpr std::string_view limits = "limits@openssh.com";
+
+/// The numbers of 64 bits that an extension has answered with, one behind the other. Empty for another answer, or one
+/// of fewer than `least`.
+std::vector<std::uint64_t> wideNumbersIn(const Reply& reply, std::size_t least);
+
 /// What a server says of itself first.
 struct Greeting {
     std::uint32_t version = 0;

@@ -76,19 +76,14 @@ Result<Done> SftpSession::greet(const Deadline& deadline) {
 }
 
 Result<Done> SftpSession::askLimits() {
-    if (!offers("limits@openssh.com")) return Done();
-    auto reply = exchange(Request(Type::extended).text("limits@openssh.com"));
+    if (!offers(sftp::limits)) return Done();
+    auto reply = exchange(Request(Type::extended).text(sftp::limits));
     if (!reply) return std::move(reply).error();
     constexpr std::size_t numbers = 4;
-    if (reply->type != Type::extendedReply || reply->text.size() < numbers * sizeof(std::uint64_t)) return Done();
-    const auto numberAt = [&](std::size_t index) {
-        std::uint64_t number = 0;
-        for (std::size_t at = index * 8; at < index * 8 + 8; ++at)
-            number = number << 8 | static_cast<unsigned char>(reply->text[at]);
-        return static_cast<std::uint32_t>(std::clamp(number, leastAtOnce, mostAtOnce));
-    };
-    _readLimit = numberAt(1);
-    _writeLimit = numberAt(2);
+    const auto told = sftp::wideNumbersIn(*reply, numbers);
+    if (told.empty()) return Done();
+    _readLimit = static_cast<std::uint32_t>(std::clamp(told[1], leastAtOnce, mostAtOnce));
+    _writeLimit = static_cast<std::uint32_t>(std::clamp(told[2], leastAtOnce, mostAtOnce));
     return Done();
 }
 

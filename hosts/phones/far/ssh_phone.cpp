@@ -14,25 +14,17 @@ using platform::Problem;
 using platform::Result;
 using platform::Value;
 
-constexpr std::string_view statvfs = "statvfs@openssh.com";
-
 // The storage of the file system that the phone's root lies on, in bytes and under the platform's names.
 std::optional<Value> diskUsage(SftpSession& session, const std::string& folder) {
-    if (!session.offers(statvfs)) return std::nullopt;
-    const auto reply = session.exchange(sftp::extendedOn(statvfs, folder));
+    if (!session.offers(sftp::statvfs)) return std::nullopt;
+    const auto reply = session.exchange(sftp::extendedOn(sftp::statvfs, folder));
     constexpr std::size_t fields = 11;
-    if (!reply || reply->type != sftp::Type::extendedReply || reply->text.size() < fields * 8) return std::nullopt;
-    const auto field = [&](std::size_t index) {
-        std::uint64_t number = 0;
-        for (const char byte : reply->text.substr(index * 8, 8))
-            number = number << 8 | static_cast<unsigned char>(byte);
-        return number;
-    };
-    const std::uint64_t unit = field(1);
-    const auto bytes = [unit](std::uint64_t blocks) { return Value{blocks * unit}; };
-    const std::uint64_t blocks = field(2);
-    const std::uint64_t unused = field(3);
-    const std::uint64_t available = field(4);
+    const auto told = reply ? sftp::wideNumbersIn(*reply, fields) : std::vector<std::uint64_t>();
+    if (told.empty()) return std::nullopt;
+    const auto bytes = [unit = told[1]](std::uint64_t blocks) { return Value{blocks * unit}; };
+    const std::uint64_t blocks = told[2];
+    const std::uint64_t unused = told[3];
+    const std::uint64_t available = told[4];
     return Value(Dictionary{{"TotalDiskCapacity", bytes(blocks)},
                             {"TotalDataCapacity", bytes(blocks)},
                             {"TotalDataAvailable", bytes(unused)},
@@ -103,8 +95,8 @@ PhonePromises SshPhone::promises() {
     PhonePromises promises;
     const auto session = _connection.files();
     if (!session) return promises;
-    promises.replacesInOneStep = (*session)->offers("posix-rename@openssh.com");
-    promises.outlastsPowerLoss = (*session)->offers("fsync@openssh.com");
+    promises.replacesInOneStep = (*session)->offers(sftp::posixRename);
+    promises.outlastsPowerLoss = (*session)->offers(sftp::fsync);
     promises.tellsChanges = _connection.options().notify.empty() && hasNotifyutil();
     promises.confinesLookUps = false;
     return promises;
