@@ -51,6 +51,7 @@ Result<WaitingShell::Answer> WaitingShell::takeAnswer() {
         const PipedProcess::Came what = _process.exchange(_out, came, answerPatience);
         _in += came;
         if (what == PipedProcess::Came::nothing) return lost("the shell does not answer");
+        if (what == PipedProcess::Came::stopped) return lost(stoppedWaiting);
         if (what == PipedProcess::Came::end && came.empty()) {
             const std::string complaint = _process.complaints();
             return lost(complaint.empty() ? "the shell has ended" : complaint);

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <optional>
@@ -114,6 +115,16 @@ OpenedPhone ofReport(Installation installation, std::unique_ptr<ReportPhone> rep
     return opened;
 }
 
+constexpr std::chrono::seconds unremarkedWait{2};
+
+// Says it once.
+Waiting::Meanwhile remarkWith(Outcomes& outcomes, const std::string& sentence) {
+    return [&outcomes, sentence](std::chrono::milliseconds waited) {
+        if (waited > unremarkedWait) outcomes.remark(sentence);
+        return true;
+    };
+}
+
 Result<OpenedPhone> openFar(Installation installation, const PhoneOptions& options, std::string program) {
     const auto address = parseSshAddress(options.phone);
     if (!address) return address.error();
@@ -123,11 +134,17 @@ Result<OpenedPhone> openFar(Installation installation, const PhoneOptions& optio
     if (ssh.mayAsk) outcomes->remark("connecting to " + address->text());
     auto phone = SshPhone::open(*address, ssh, installation.sessionBusModule());
     if (!phone) return std::move(phone).error();
+    // That it was being connected with is no news any more, for whoever shows remarks later.
+    static_cast<void>(outcomes->takeRemarks());
     const auto informed = (*phone)->useDeviceInformation(options.deviceInformation);
     if (!informed) return informed.error();
     const DeviceShape& shape = shapeByModel(**phone, "the phone", *outcomes, options);
     OpenedPhone opened = withHistory(std::move(installation), *std::move(phone), std::move(outcomes), shape);
     opened.phone->tell(&opened.history->recorder, options.verbose);
+    opened.waiting = ssh.waiting;
+    // Not before: ssh may have been asking something on the same terminal.
+    if (ssh.mayAsk && !ssh.waiting->isUsed())
+        ssh.waiting->use(remarkWith(*opened.outcomes, "waiting for " + address->text()));
     return opened;
 }
 

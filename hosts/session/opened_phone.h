@@ -25,6 +25,8 @@ struct OpenedPhone {
     /// Whether it is a support report: the programs say so, each in its own way. What is changed of one are tries,
     /// which nobody is told of; of applications it names those that the settings tick, and it tells no exceptions.
     bool isReport = false;
+    /// Who is asked while the phone is waited for; null for one that is near.
+    std::shared_ptr<Waiting> waiting = {};
     /// What goes when it is closed.
     std::shared_ptr<void> passing = {};
 

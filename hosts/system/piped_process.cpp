@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <utility>
@@ -69,7 +70,8 @@ int spawnPiped(const PipedStreams& streams, const std::vector<std::string>& argu
 
 }  // namespace
 
-Result<PipedProcess> PipedProcess::start(const std::string& command, const std::vector<std::string>& words) {
+Result<PipedProcess> PipedProcess::start(const std::string& command, const std::vector<std::string>& words,
+                                         std::shared_ptr<Waiting> waiting) {
     auto streams = makePipedStreams();
     if (!streams) return Problem{{}, "cannot start a program", errorText(errno)};
     std::vector<std::string> arguments{"sh", "-c", "exec " + command + " \"$@\"", "sh"};
@@ -77,14 +79,17 @@ Result<PipedProcess> PipedProcess::start(const std::string& command, const std::
     pid_t process = -1;
     const int error = spawnPiped(*streams, arguments, process);
     if (error != 0) return Problem{{}, "cannot start a program", errorText(error)};
-    return PipedProcess(process, std::move(streams->own), std::move(streams->errors));
+    PipedProcess started(process, std::move(streams->own), std::move(streams->errors));
+    started._waiting = std::move(waiting);
+    return started;
 }
 
 PipedProcess::PipedProcess(PipedProcess&& other) noexcept
     : _process(std::exchange(other._process, -1)),
       _stream(std::move(other._stream)),
       _errors(std::move(other._errors)),
-      _complaints(std::move(other._complaints)) {}
+      _complaints(std::move(other._complaints)),
+      _waiting(std::move(other._waiting)) {}
 
 PipedProcess::~PipedProcess() {
     if (_process < 0) return;
@@ -95,14 +100,23 @@ PipedProcess::~PipedProcess() {
 
 PipedProcess::Came PipedProcess::exchange(std::string& out, std::string& in, const Deadline& deadline) {
     for (;;) {
+        const bool mayWait = deadline.left() != 0;
+        if (mayWait && _waiting && !_waiting->goesOn()) return Came::stopped;
         const short wanted = static_cast<short>(out.empty() ? POLLIN : POLLIN | POLLOUT);
         std::array<pollfd, 2> waits{{{_stream.get(), wanted, 0}, {_errors.get(), POLLIN, 0}}};
-        const int ready = uninterrupted([&] { return ::poll(waits.data(), waits.size(), deadline.left()); });
-        if (ready <= 0) return Came::nothing;
+        const int ready = uninterrupted([&] { return ::poll(waits.data(), waits.size(), patienceFor(deadline)); });
+        if (ready < 0 || (ready == 0 && !mayWait)) return Came::nothing;
         if (waits[1].revents != 0) takeComplaints();
         if ((waits[0].revents & POLLOUT) != 0 && write(out)) return Came::something;
         if ((waits[0].revents & ~POLLOUT) != 0) return read(in);
     }
+}
+
+int PipedProcess::patienceFor(const Deadline& deadline) const {
+    constexpr int slice = static_cast<int>(Waiting::slice.count());
+    const int left = deadline.left();
+    if (!_waiting) return left;
+    return left < 0 ? slice : std::min(left, slice);
 }
 
 bool PipedProcess::write(std::string& out) {

@@ -68,6 +68,7 @@ Result<Done> SftpSession::greet(const Deadline& deadline) {
             return Done();
         }
         if (what == PipedProcess::Came::nothing) return unanswered();
+        if (what == PipedProcess::Came::stopped) return lost(stoppedWaiting);
         if (what == PipedProcess::Came::end) {
             const std::string complaint = _process.complaints();
             return lost(complaint.empty() ? "nothing answers there: " + lastLine(_stream.foreword()) : complaint);
@@ -116,6 +117,7 @@ Result<std::vector<Reply>> SftpSession::exchange(std::span<const Request> reques
         _stream.append(came);
         if (auto taken = takeReplies(); !taken) return std::move(taken).error();
         if (what == PipedProcess::Came::nothing) return unanswered();
+        if (what == PipedProcess::Came::stopped) return lost(stoppedWaiting);
         if (what == PipedProcess::Came::end && !_awaited.empty()) {
             const std::string complaint = lastLine(_process.complaints());
             return lost("the connection to the phone is lost" + (complaint.empty() ? "" : ": " + complaint));

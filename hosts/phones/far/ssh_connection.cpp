@@ -126,7 +126,8 @@ std::vector<std::string> SshConnection::words(bool isFirst) const {
 }
 
 Result<SftpSession*> SshConnection::files() {
-    if (_files && _files->isAlive()) return _files.get();
+    if (isConnected()) return _files.get();
+    if (_options.waiting->isStopped()) return stopped();
     // What shared the connection is lost with it.
     _shell.reset();
     _files.reset();
@@ -136,11 +137,11 @@ Result<SftpSession*> SshConnection::files() {
     } else {
         all.insert(all.end(), {"--", _address.host, "exec " + shellQuoted(_options.sftpServer)});
     }
-    auto process = PipedProcess::start(_options.command, all);
+    auto process = PipedProcess::start(_options.command, all, _options.waiting);
     if (!process) return explained(process.error());
     // Whoever is asked for a password, or whether a key is right, takes the time that it takes.
     auto session = SftpSession::open(*std::move(process), _options.mayAsk ? Deadline() : Deadline(answerPatience));
-    if (!session) return explained(session.error());
+    if (!session) return _options.waiting->isStopped() ? stopped() : explained(session.error());
     _files = *std::move(session);
     ++_generation;
     return _files.get();
@@ -155,9 +156,14 @@ Result<WaitingShell*> SshConnection::shell() {
 }
 
 Result<PipedProcess> SshConnection::start(const std::string& command) {
+    if (_options.waiting->isStopped()) return stopped();
     std::vector<std::string> all = words(false);
     all.insert(all.end(), {"--", _address.host, command});
-    return PipedProcess::start(_options.command, all);
+    return PipedProcess::start(_options.command, all, _options.waiting);
+}
+
+Problem SshConnection::stopped() const {
+    return {_address.text(), "cannot connect to", stoppedWaiting, true};
 }
 
 Problem SshConnection::explained(const Problem& problem) const {

@@ -17,6 +17,7 @@ struct SshOptions {
     std::string sftpServer;       ///< path of the server on the phone; empty where its sshd knows it
     std::string notify;           ///< command that posts, to which the name is added; empty for the phone's own
     bool mayAsk = false;          ///< whether there is a terminal on which ssh can ask
+    std::shared_ptr<Waiting> waiting = std::make_shared<Waiting>();  ///< asked while the phone is waited for
 };
 
 /// What runs on the phone through OpenSSH's client, which brings the user's configuration, keys and known hosts. All
@@ -35,6 +36,8 @@ public:
     /// The server of the phone's files. One that has been lost is connected with again. The pointer is good until this
     /// is next called.
     platform::Result<SftpSession*> files();
+    /// Whether the last connection still stands, as far as it has shown.
+    bool isConnected() const { return _files && _files->isAlive(); }
     /// Changes whenever `files` has connected again.
     unsigned generation() const { return _generation; }
 
@@ -44,6 +47,7 @@ public:
 
 private:
     std::vector<std::string> words(bool isFirst) const;
+    platform::Problem stopped() const;
     platform::Problem explained(const platform::Problem& problem) const;
 
     SshAddress _address;
