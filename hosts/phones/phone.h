@@ -20,9 +20,12 @@ struct PhoneEvent {
         fileChanged,   ///< the file may hold something else than before; `name` is its path on the phone
         notification,  ///< `name` was posted, by this process perhaps
         gone,          ///< the phone is there no more; `name` says what has become of it. No file changes after that
+        away,          ///< it does not answer; `name` says why. It is tried again when somebody next uses it
     };
     Kind kind;
     std::string name;
+
+    bool isLoss() const { return kind == Kind::gone || kind == Kind::away; }
 };
 
 /// What happens to a phone from the moment at which this was made, in order.

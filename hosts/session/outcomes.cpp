@@ -36,10 +36,12 @@ void Outcomes::notRead(const platform::Problem& problem) {
 
 void Outcomes::notChanged(const platform::Problem& problem, bool) {
     if (!_unsaved) _unsaved = problem;
+    _isLastUnsaved = true;
 }
 
 void Outcomes::notTold(const platform::Problem& problem) {
-    if (!_untold) _untold = problem;
+    // Of what has not come about there is nothing to tell the phone.
+    if (!_untold && !_isLastUnsaved) _untold = problem;
 }
 
 std::optional<platform::Problem> Outcomes::takeProblem() {
@@ -124,8 +126,10 @@ std::string defaultsText(const platform::Problem& problem) {
     return "These are defaults: " + problem.text();
 }
 
-std::string phoneGoneText(const std::string& why) {
-    return "The phone is gone: " + why + "; nothing is saved any more. Start anew once it is back";
+std::string lossText(const PhoneEvent& loss) {
+    if (loss.kind == PhoneEvent::Kind::away)
+        return "The phone does not answer: " + loss.name + ". It is tried again when you next use it";
+    return "The phone is gone: " + loss.name + "; nothing is saved any more. Start anew once it is back";
 }
 
 }  // namespace hosts

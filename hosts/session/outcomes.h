@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "hosts/phones/phone.h"
 #include "hosts/phones/phone_listener.h"
 
 namespace hosts {
@@ -68,6 +69,7 @@ public:
     void passedOver(const platform::Problem& problem) override;
     void changed(std::string_view, const platform::Dictionary&, const platform::Dictionary&) override {
         _hasSaved = true;
+        _isLastUnsaved = false;
     }
     void notRead(const platform::Problem& problem) override;
     void notChanged(const platform::Problem& problem, bool wasTried) override;
@@ -86,6 +88,7 @@ private:
     std::optional<platform::Problem> _unread;
     std::optional<platform::Problem> _untold;
     bool _hasSaved = false;
+    bool _isLastUnsaved = false;
     /// The file of the last notice; empty when the turn after it went well.
     std::string _lastFile;
     std::vector<std::string> _remarks;
@@ -100,7 +103,7 @@ private:
 std::string unsavedText(const platform::Problem& problem);
 std::string defaultsText(const platform::Problem& problem);
 
-/// What users are told when their phone goes. `why` is a PhoneEvent's name.
-std::string phoneGoneText(const std::string& why);
+/// What users are told when their phone goes.
+std::string lossText(const PhoneEvent& loss);
 
 }  // namespace hosts

@@ -29,6 +29,7 @@ public:
     void cutAfter(std::uint64_t bytes) { _bytesLeft = bytes; }
     /// From here on nothing goes through, and nothing is broken.
     void fallSilent() { _isSilent = true; }
+    void speakAgain() { _isSilent = false; }
 
     /// How many connections have been made.
     int connections() const { return _connections; }

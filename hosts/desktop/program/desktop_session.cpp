@@ -144,16 +144,16 @@ void DesktopSession::watchFiles() {
 
 void DesktopSession::takePhoneEvents() {
     while (const auto event = _events->next()) {
-        if (event->kind == PhoneEvent::Kind::gone) return notePhoneGone(event->name);
+        if (event->isLoss()) return noteLoss(*event);
     }
     if (!_soon.isActive()) _soon.start();
 }
 
-// What is seen stays as it is: there is nothing to look at any more.
-void DesktopSession::notePhoneGone(const std::string& why) {
-    _eventsReady->setEnabled(false);
+// What is seen stays as it is.
+void DesktopSession::noteLoss(const PhoneEvent& loss) {
+    if (loss.kind == PhoneEvent::Kind::gone) _eventsReady->setEnabled(false);
     _soon.stop();
-    _navigation.tell({.about = Banner::About::phone, .text = shownText(phoneGoneText(why)), .isProblem = true});
+    _navigation.tell({.about = Banner::About::phone, .text = shownText(lossText(loss)), .isProblem = true});
 }
 
 void DesktopSession::lookAtFiles() {

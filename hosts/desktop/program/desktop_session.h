@@ -45,7 +45,7 @@ private:
     void tellUnsaved(const platform::Problem& problem, const std::function<bool()>& act);
     void tellDefaults(const std::optional<platform::Problem>& why);
     void takePhoneEvents();
-    void notePhoneGone(const std::string& why);
+    void noteLoss(const PhoneEvent& loss);
     void lookAtFiles();
     void bringUpToDate(Page& page);
     void showFilesAnew();

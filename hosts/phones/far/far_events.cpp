@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 namespace hosts {
 namespace {
@@ -48,7 +49,7 @@ FarEvents::FarEvents(SshConnection& connection, FarFiles& files, PhoneNotifyCent
         ::timerfd_settime(_timer.get(), 0, &period, nullptr);
         wait(_timer.get());
     }
-    startListening(names);
+    startListening();
 }
 
 void FarEvents::wait(int descriptor) {
@@ -58,15 +59,23 @@ void FarEvents::wait(int descriptor) {
     ::epoll_ctl(_waiting.get(), EPOLL_CTL_ADD, descriptor, &event);
 }
 
-void FarEvents::startListening(std::span<const std::string> names) {
-    if (names.empty() || !_connection.options().notify.empty()) return useBus();
-    auto process = _connection.start(listeningCommand(names));
+void FarEvents::startListening() {
+    _generation = _connection.generation();
+    if (_names.empty() || !_connection.options().notify.empty()) return useBus();
+    auto process = _connection.start(listeningCommand(_names));
     if (!process) return useBus();
     _listener.emplace(*std::move(process));
     wait(_listener->descriptor());
 }
 
+void FarEvents::stopListening() {
+    if (_listener) ::epoll_ctl(_waiting.get(), EPOLL_CTL_DEL, _listener->descriptor(), nullptr);
+    _listener.reset();
+    _text.clear();
+}
+
 void FarEvents::useBus() {
+    if (_bus) return;
     if (auto observed = _notifications.bus().observe()) {
         _bus = *std::move(observed);
         wait(_bus->descriptor());
@@ -82,9 +91,8 @@ std::optional<PhoneEvent> FarEvents::next() {
         changed->isChanged = false;
         return PhoneEvent{PhoneEvent::Kind::fileChanged, changed->path};
     }
-    if (!_gone || _isGoneTold) return std::nullopt;
-    _isGoneTold = true;
-    return PhoneEvent{PhoneEvent::Kind::gone, *_gone};
+    if (!_untoldLoss) return std::nullopt;
+    return PhoneEvent{PhoneEvent::Kind::away, *std::exchange(_untoldLoss, std::nullopt)};
 }
 
 std::optional<std::string> FarEvents::nextNotification() {
@@ -118,20 +126,23 @@ void FarEvents::takeLines() {
         }
     }
     if (_text.size() > mostText) _text.clear();
-    if (came != PipedProcess::Came::end) return;
-    ::epoll_ctl(_waiting.get(), EPOLL_CTL_DEL, _listener->descriptor(), nullptr);
-    _listener.reset();
+    if (came == PipedProcess::Came::end) stopListening();
 }
 
 void FarEvents::look() {
+    // Whoever has lost it has been told. Who next uses it connects again; to wait for that here would hold up the user
+    // for nothing.
+    if (!_connection.isConnected()) return;
     std::vector<std::string> paths;
     for (const File& file : _watched)
         paths.push_back(file.path);
     const auto stamps = _files.lookAtAll(paths);
-    if (!stamps) {
-        _gone = stamps.error().text();
-        return;
+    if (!stamps) _untoldLoss = stamps.error().text();
+    if (_generation != _connection.generation()) {
+        stopListening();
+        startListening();
     }
+    if (!stamps) return;
     for (std::size_t at = 0; at < _watched.size(); ++at) {
         File& file = _watched[at];
         const auto& now = (*stamps)[at];

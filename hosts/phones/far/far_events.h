@@ -35,7 +35,8 @@ private:
         bool isChanged = false;
     };
 
-    void startListening(std::span<const std::string> names);
+    void startListening();
+    void stopListening();
     void wait(int descriptor);
     void takeLines();
     void useBus();
@@ -52,8 +53,8 @@ private:
     std::optional<PipedProcess> _listener;
     std::unique_ptr<NotificationStream> _bus;
     std::optional<platform::Problem> _noProblem;
-    std::optional<std::string> _gone;
-    bool _isGoneTold = false;
+    unsigned _generation = 0;  ///< of the connection that is listened by
+    std::optional<std::string> _untoldLoss;
     Descriptor _timer;
     Descriptor _waiting;
 };

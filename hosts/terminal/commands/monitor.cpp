@@ -82,7 +82,7 @@ private:
     }
 
     void take(const PhoneEvent& event) {
-        if (event.kind == PhoneEvent::Kind::gone) return end({.reason = "the phone is gone: " + event.name});
+        if (event.isLoss()) return end({.reason = "the phone is gone: " + event.name});
         for (File& file : _files) {
             const bool isNotification = event.kind == PhoneEvent::Kind::notification;
             if (isNotification && file.content.notification() == event.name) {

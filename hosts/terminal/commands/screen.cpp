@@ -43,7 +43,7 @@ int runScreen(OpenedPhone& context, ColourUse colour) {
     ScreenSignals signals;
     const auto terminal = (*library)->open(style.colour);
     if (!terminal) return fail(failed, terminal.error());
-    const auto signal = EventLoop({screen, **terminal, signals, *events}).run();
+    const auto signal = EventLoop({screen, **terminal, signals, *events, context.waiting}).run();
     // As a shell tells it of a program that a signal has ended.
     constexpr int endedBySignal = 128;
     return signal ? endedBySignal + *signal : done;

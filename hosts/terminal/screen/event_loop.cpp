@@ -4,8 +4,11 @@
 #include <poll.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <csignal>
+#include <utility>
 
 namespace hosts::terminal::screen {
 namespace {
@@ -14,7 +17,23 @@ constexpr int forEver = -1;
 
 constexpr short lost = POLLHUP | POLLERR | POLLNVAL;
 
+// Shorter waits would only flicker.
+constexpr std::chrono::milliseconds untoldWait{500};
+
+// Others tell of a new size, or of having been stopped: that is for when there is something new to paint.
+bool asksToEnd(int signal) {
+    return signal != SIGWINCH && signal != SIGTSTP && signal != SIGCONT;
+}
+
 }  // namespace
+
+EventLoop::EventLoop(Parts parts) : _parts(std::move(parts)) {
+    if (_parts.waiting) _parts.waiting->use([this](std::chrono::milliseconds waited) { return waitOn(waited); });
+}
+
+EventLoop::~EventLoop() {
+    if (_parts.waiting) _parts.waiting->use(nullptr);
+}
 
 std::optional<int> EventLoop::run() {
     while (!_isOver && !_parts.screen.isOver()) {
@@ -33,21 +52,60 @@ void EventLoop::paint() {
 void EventLoop::wait() {
     std::array<pollfd, 3> watched{
         {{STDIN_FILENO, POLLIN, 0}, {_parts.signals.descriptor(), POLLIN, 0}, {_parts.events.descriptor(), POLLIN, 0}}};
-    const int ready = ::poll(watched.data(), watched.size(), forEver);
+    const int ready = ::poll(watched.data(), watched.size(), holdsInput() ? 0 : forEver);
     if (ready < 0) {
         _isOver = errno != EINTR;
         return;
     }
-    if (watched[1].revents != 0) takeSignals();
-    if (watched[0].revents & POLLIN) takeInput();
+    beginTurn();
+    if (watched[1].revents != 0 || !_signals.empty()) takeSignals();
+    if ((watched[0].revents & POLLIN) || !_typed.empty()) takeInput();
     if (watched[0].revents & lost) _isOver = true;
     if (watched[2].revents != 0) takePhoneEvents();
+}
+
+void EventLoop::beginTurn() {
+    if (std::exchange(_isWaitTold, false)) _isPainted = false;
+    if (_parts.waiting) _parts.waiting->beginAnew();
+}
+
+// In the midst of what a key has begun: only the last line changes, and other keys have to wait as well.
+bool EventLoop::waitOn(std::chrono::milliseconds waited) {
+    if (waited < untoldWait) return true;
+    if (!std::exchange(_isWaitTold, true)) {
+        Picture told = _picture;
+        const Size size = _parts.terminal.size();
+        told.lines.resize(size.height);
+        told.lines.back() = _parts.screen.waitingLine(size.width);
+        told.caret.reset();
+        _parts.terminal.paint(told);
+    }
+    keepInput();
+    const bool isLeft = std::ranges::any_of(_typed, [](const Event& event) { return event.key == Key::escape; });
+    if (isLeft) _typed.clear();
+    const bool isToQuit = std::ranges::any_of(_typed, [](const Event& event) { return event.is('q'); });
+    return !isLeft && !isToQuit && std::ranges::none_of(_signals, asksToEnd);
+}
+
+void EventLoop::keepInput() {
+    while (const auto number = _parts.signals.next())
+        _signals.push_back(*number);
+    while (const auto event = _parts.terminal.nextEvent())
+        _typed.push_back(*event);
+}
+
+std::optional<Event> EventLoop::nextEvent() {
+    if (_typed.empty()) return _parts.terminal.nextEvent();
+    Event event = std::move(_typed.front());
+    _typed.pop_front();
+    return event;
 }
 
 // What a key does depends on what the keys before it have brought onto the screen; only the last
 // picture needs to be painted.
 void EventLoop::takeInput() {
-    while (const auto event = _parts.terminal.nextEvent()) {
+    while (const auto event = nextEvent()) {
+        beginTurn();
         _isPainted = false;
         _parts.screen.handle(*event);
         if (_parts.screen.isOver()) return;
@@ -56,6 +114,11 @@ void EventLoop::takeInput() {
 }
 
 void EventLoop::takeSignals() {
+    while (!_signals.empty()) {
+        const int number = _signals.front();
+        _signals.pop_front();
+        takeSignal(number);
+    }
     while (const auto number = _parts.signals.next())
         takeSignal(*number);
 }
@@ -82,8 +145,8 @@ void EventLoop::takeSignal(int number) {
 // A notification says that it is time to look at the files, and no more: our own come back too.
 void EventLoop::takePhoneEvents() {
     while (const auto event = _parts.events.next()) {
-        if (event->kind == PhoneEvent::Kind::gone) {
-            _parts.screen.notePhoneGone(event->name);
+        if (event->isLoss()) {
+            _parts.screen.noteLoss(*event);
             _isPainted = false;
             return;
         }

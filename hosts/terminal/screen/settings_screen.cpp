@@ -165,6 +165,12 @@ Picture SettingsScreen::composeBottom(std::size_t width) {
     return bottom;
 }
 
+Line SettingsScreen::waitingLine(std::size_t width) const {
+    constexpr std::size_t besides = 14;  // columns of the key, its meaning and what is between
+    const std::string sentence = "Waiting for " + _phone.phone->identity().name;
+    return keyLine({{"", _text.fitted(sentence, width - besides)}, {"Esc", "Stop"}}, width);
+}
+
 TitleBar SettingsScreen::titleBar() const {
     if (const std::shared_ptr<Sheet> sheet = shownSheet()) return {{}, sheet->title(), false};
     PageView* const below = _host.below();

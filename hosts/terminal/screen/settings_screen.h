@@ -46,6 +46,9 @@ public:
     /// The whole screen as it is now, which ends the turn. Rows that have come into view are produced for it.
     Picture compose(Size size);
 
+    /// What takes the last line's place while the phone is waited for.
+    Line waitingLine(std::size_t width) const;
+
     /// Carries out what the user did to the screen that was last composed.
     void handle(const Event& event);
 
@@ -57,8 +60,8 @@ public:
     /// the next picture, which is then due; gives whether it is.
     bool noteFilesChanged(std::span<const std::string> paths);
 
-    /// The phone is there no more. What is seen stays as it is; `why` is the event's.
-    void notePhoneGone(const std::string& why) { _notices.warn(phoneGoneText(why)); }
+    /// What is seen stays as it is.
+    void noteLoss(const PhoneEvent& loss) { _notices.warn(lossText(loss)); }
 
     /// The user wants to quit: at once, or once they have agreed that what they have typed goes too.
     void quit();
