@@ -17,10 +17,15 @@
 namespace hosts::desktop {
 namespace {
 
-void showMessage(const std::string& message) {
+const QString closing = QStringLiteral("Close");
+
+}  // namespace
+
+void showMessage(const std::string& message, const QString& action) {
     QQuickView view;
     importSettingsModule(*view.engine());
     view.setInitialProperties({{QStringLiteral("text"), QString::fromStdString(printable(message))},
+                               {QStringLiteral("action"), action},
                                {QStringLiteral("dark"), systemColoursAreDark()}});
     view.setResizeMode(QQuickView::SizeRootObjectToView);
     view.setSource(QUrl(QStringLiteral("qrc:/qt/qml/Trivel3/Settings/MessageWindow.qml")));
@@ -35,8 +40,6 @@ void showMessage(const std::string& message) {
     QGuiApplication::exec();
 }
 
-}  // namespace
-
 bool isReadOnDisplayAlone() {
     const bool hasDisplay = qEnvironmentVariableIsSet("WAYLAND_DISPLAY") || qEnvironmentVariableIsSet("DISPLAY");
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
@@ -46,7 +49,7 @@ bool isReadOnDisplayAlone() {
 
 int failBeforeUser(ExitStatus status, const std::string& message) {
     fail(status, message);
-    if (isReadOnDisplayAlone()) showMessage(message);
+    if (isReadOnDisplayAlone()) showMessage(message, closing);
     return status;
 }
 
@@ -58,7 +61,7 @@ int failBeforeUser(int argumentCount, char** arguments, ExitStatus status, const
     const QGuiApplication application(argumentCount, arguments);
     opening.reset();
     setUpApplication();
-    showMessage(message);
+    showMessage(message, closing);
     return status;
 }
 

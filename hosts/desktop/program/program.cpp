@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/desktop/program/program.h"
 
+#include <QAbstractEventDispatcher>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QScreen>
@@ -20,6 +21,7 @@
 #include "hosts/desktop/program/phone_opener.h"
 #include "hosts/desktop/program/screenshots.h"
 #include "hosts/desktop/program/single_instance.h"
+#include "hosts/desktop/program/waiting_window.h"
 #include "hosts/desktop/program/window_memory.h"
 #include "hosts/desktop/program/window_size.h"
 #include "hosts/session/exit_status.h"
@@ -130,6 +132,22 @@ void offerPhones(Navigation& navigation) {
                      .act = [&navigation] { navigation.phones().begin(); }});
 }
 
+void tellBy(WaitingWindow& window, Waiting& waiting) {
+    waiting.use([&window](std::chrono::milliseconds waited) { return window.waitOn(waited); });
+}
+
+// What one handling of events waits for is one matter.
+void beginTurns(WaitingWindow& window, Waiting& waiting) {
+    const auto begin = [&window, &waiting] {
+        waiting.beginAnew();
+        window.close();
+    };
+    begin();
+    auto* const dispatcher = QAbstractEventDispatcher::instance();
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::aboutToBlock, dispatcher, begin);
+    QObject::connect(dispatcher, &QAbstractEventDispatcher::awake, dispatcher, begin);
+}
+
 int runWindow(QGuiApplication& application, const StopSignals& stop, OpenedPhone& phone, const Options& options) {
     QSocketNotifier stopped(stop.descriptor(), QSocketNotifier::Read);
     // Not `quit`, which the window may hold up with a question.
@@ -187,10 +205,16 @@ int runProgram(int argumentCount, char** arguments) {
     int status = done;
     const auto options = parseOptions(argumentCount, arguments, status);
     if (!options) return status;
+    WaitingWindow waitingWindow(options->phone);
+    Waiting& waiting = *options->ssh.waiting;
+    const bool isForScreenshots = !options->screenshots.empty();
+    // On a terminal it is said there, where ssh may be asking something.
+    if (!isForScreenshots && isReadOnDisplayAlone()) tellBy(waitingWindow, waiting);
     auto phone = OpenedPhone::openPhoneOrReport(*options, "trivel3-settings");
-    if (!phone && !options->screenshots.empty()) return fail(failed, phone.error());
+    waitingWindow.close();
+    if (!phone && (isForScreenshots || waiting.isStopped())) return fail(failed, phone.error());
     if (!phone) return failBeforeUser(argumentCount, arguments, failed, phone.error().text());
-    if (!options->screenshots.empty()) {
+    if (isForScreenshots) {
         prepareForScreenshots(phone->shape);
         Application application(argumentCount, arguments);
         setUpApplication();
@@ -201,6 +225,8 @@ int runProgram(int argumentCount, char** arguments) {
     Application application(argumentCount, arguments);
     opening.reset();
     setUpApplication();
+    tellBy(waitingWindow, waiting);
+    beginTurns(waitingWindow, waiting);
     return runWindow(application, stop, *phone, *options);
 }
 

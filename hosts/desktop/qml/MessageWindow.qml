@@ -2,11 +2,12 @@
 import QtQuick
 import Trivel3.Settings
 
-/// A window with something to read, for a program that has none of its own to say it in.
+/// A window with something to read and one thing to do, for a program that has no other to say it in.
 FocusScope {
     id: message
 
     required property string text
+    required property string action
     property bool dark: false
     signal closed
 
@@ -47,7 +48,7 @@ FocusScope {
         anchors.rightMargin: Theme.margin
         anchors.bottom: parent.bottom
         anchors.bottomMargin: Theme.margin / 2
-        text: qsTr("Close")
+        text: message.action
         bold: true
         focus: true
         onActivated: message.closed()
