@@ -72,10 +72,12 @@ TEST_F(PhonesOfWindow, areOpenedFromTheirPage) {
     phones().begin();
     settle();
     press(Qt::Key_Down);
+    press(Qt::Key_Down);
     press(Qt::Key_Return);
     EXPECT_EQ(opened, QStringList({"/phones/Bob", ""}));
     phones().begin();
     settle();
+    press(Qt::Key_Down);
     press(Qt::Key_Down);
     press(Qt::Key_Down);
     press(Qt::Key_Return);
@@ -96,9 +98,9 @@ TEST_F(PhonesOfWindow, areToldOfWhenTheyCannotBeOpened) {
     EXPECT_FALSE(phones().isOpen());
 }
 
-TEST_F(PhonesOfWindow, areAskedForByTheirPathWhereTheDesktopHasNoChooser) {
+TEST_F(PhonesOfWindow, areAskedForByTheirNameWhereNothingCanChooseThem) {
     openWithPhones();
-    phones().askForPath();
+    phones().askForName();
     settle();
     problem = "/x: no such folder";
     for (const char letter : std::string("/x"))
@@ -111,6 +113,22 @@ TEST_F(PhonesOfWindow, areAskedForByTheirPathWhereTheDesktopHasNoChooser) {
     press(Qt::Key_Return);
     EXPECT_FALSE(phones().isOpen());
     EXPECT_TRUE(seenTable()->hasActiveFocus());
+}
+
+TEST_F(PhonesOfWindow, areOpenedByTheAddressThatIsTyped) {
+    openWithPhones();
+    phones().begin();
+    settle();
+    click(named(view().rootObject(), "Enter Address…, Of a phone that is reached by SSH, or the path of a folder"));
+    settle();
+    EXPECT_TRUE(phones().isAsking());
+    for (const char letter : std::string(" ssh://mobile@phone.local:2222/var"))
+        QTest::keyClick(&view(), letter);
+    press(Qt::Key_Return);
+    EXPECT_EQ(opened, QStringList("ssh://mobile@phone.local:2222/var"));
+    phones().openNamed("https://phone.local/");
+    EXPECT_EQ(opened.size(), 1);
+    EXPECT_TRUE(phones().isOpen());
 }
 
 TEST_F(PhonesOfWindow, areOpenedWhereTheirFoldersAreDropped) {

@@ -124,7 +124,7 @@ TEST_F(SmallWindow, showsThePhonesWhole) {
 TEST_F(SmallWindow, asksForAFolderWithEveryButtonInReach) {
     openSmall();
     navigation().phones().begin();
-    navigation().phones().askForPath();
+    navigation().phones().askForName();
     layOut();
     expectButton("Cancel");
     expectButton("Open");

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <utility>
 
+#include "hosts/phones/far/ssh_address.h"
 #include "hosts/session/printable.h"
 
 namespace hosts::desktop {
@@ -15,12 +16,13 @@ QString shown(const QString& text) {
 
 }  // namespace
 
-QString folderNamed(const QString& text) {
+QString phoneNamed(const QString& text) {
     if (text.startsWith(QLatin1String("file:"))) {
         const QUrl address(text);
         return address.host().isEmpty() || address.host() == QLatin1String("localhost") ? address.path() : QString();
     }
-    return text.contains(QLatin1String("://")) ? QString() : text;
+    const bool isOtherAddress = text.contains(QLatin1String("://")) && !namesSshAddress(text.toStdString());
+    return isOtherAddress ? QString() : text;
 }
 
 void Phones::use(KnownPhone current, Does does) {
@@ -34,7 +36,7 @@ void Phones::begin() {
     show(false, {});
 }
 
-void Phones::askForPath() {
+void Phones::askForName() {
     show(true, {});
 }
 
@@ -75,9 +77,10 @@ void Phones::openFolder(const QString& folder) {
 }
 
 void Phones::openNamed(const QString& typed) {
-    QString folder = folderNamed(typed.trimmed());
+    QString folder = phoneNamed(typed.trimmed());
     if (folder.startsWith(QLatin1String("~/"))) folder.replace(0, 1, QDir::homePath());
-    if (folder.isEmpty()) return show(_isAsking, tr("Not a folder of this machine: %1").arg(typed));
+    if (folder.isEmpty())
+        return show(_isAsking, tr("Neither a folder of this machine nor a phone's address: %1").arg(typed));
     openFolder(folder);
 }
 

@@ -20,7 +20,7 @@ struct KnownPhone {
 };
 
 /// The phone that the window shows, and the page of those that it can open, each in a window of its own: the sample
-/// phone, those that were opened last, and any folder.
+/// phone, those that were opened last, and any folder or address.
 class Phones : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -28,7 +28,7 @@ class Phones : public QAbstractListModel {
     /// What the phone of this window is called; empty while there is none.
     Q_PROPERTY(QString name READ name NOTIFY listed)
     Q_PROPERTY(bool open READ isOpen NOTIFY openChanged)
-    /// Whether the user is to type a folder's path, since the desktop has nothing to choose one by.
+    /// Whether the user is to type a phone's path or address.
     Q_PROPERTY(bool asking READ isAsking NOTIFY openChanged)
     /// What is wrong with the folder that was asked for last; empty for nothing.
     Q_PROPERTY(QString problem READ problem NOTIFY openChanged)
@@ -58,14 +58,14 @@ public:
     Q_INVOKABLE void close();
     Q_INVOKABLE void choose(int phone);
     Q_INVOKABLE void chooseFolder();
-    /// A folder's path or address, as a user types it.
+    /// Has the user type a path or an address: there are phones that nothing can choose.
+    Q_INVOKABLE void askForName();
+    /// A phone's path or address, as a user types it.
     Q_INVOKABLE void openNamed(const QString& typed);
     Q_INVOKABLE void openAddresses(const QList<QUrl>& addresses);
 
     /// Empty for the sample phone.
     void openFolder(const QString& folder);
-    /// The desktop has nothing to choose by.
-    void askForPath();
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -86,7 +86,8 @@ private:
     std::vector<KnownPhone> _phones;
 };
 
-/// The folder that a path or the address of a file of this machine names. Empty for any other address.
-QString folderNamed(const QString& text);
+/// The phone that is named by a path, by the address of a file of this machine, or by that of a phone that is reached
+/// by SSH. Empty for any other address.
+QString phoneNamed(const QString& text);
 
 }  // namespace hosts::desktop

@@ -31,8 +31,12 @@ struct Words {
     std::string size;
 };
 
-std::string whyNoFolder(const std::string& text) {
-    return folderNamed(QString::fromStdString(text)).isEmpty() ? "'" + text + "' is no folder of this machine" : "";
+std::string whyNoPhone(const std::string& text) {
+    if (namesSshAddress(text)) {
+        const auto address = parseSshAddress(text);
+        return address ? "" : address.error().text();
+    }
+    return phoneNamed(QString::fromStdString(text)).isEmpty() ? "'" + text + "' is no folder of this machine" : "";
 }
 
 // Empty for what is none.
@@ -57,7 +61,7 @@ void addTo(CLI::App& app, Options& options, Words& words) {
                    "Phones to open, in place of --phone: folders, files with support reports, or their addresses "
                    "(file:///…)")
         ->type_name("")
-        ->check(CLI::Validator(whyNoFolder, ""));
+        ->check(CLI::Validator(whyNoPhone, ""));
     app.add_option("--page", options.page, "The page to open: the titles of the links that lead there, with / between")
         ->type_name("TITLES");
     app.add_option("--appearance", words.appearance, "light or dark, whatever the desktop's is")
@@ -78,12 +82,11 @@ void addTo(CLI::App& app, Options& options, Words& words) {
 
 void take(const Words& words, Options& options) {
     for (const std::string& word : words.folders) {
-        const std::string folder =
-            parseSshAddress(word) ? word : folderNamed(QString::fromStdString(word)).toStdString();
+        const std::string phone = phoneNamed(QString::fromStdString(word)).toStdString();
         if (&word == &words.folders.front())
-            options.phone = folder;
+            options.phone = phone;
         else
-            options.further.push_back(folder);
+            options.further.push_back(phone);
     }
     if (!words.appearance.empty()) options.dark = words.appearance == "dark";
     if (!words.contrast.empty()) options.highContrast = words.contrast == "high";

@@ -17,19 +17,22 @@ const QString folderEntry = QStringLiteral("folder");
 const QString nameEntry = QStringLiteral("name");
 constexpr std::size_t mostKnown = 8;
 
-// A support report has a shape of its own.
-QStringList argumentsFor(OpenedPhone& opened, const Options& options) {
-    QStringList arguments{QStringLiteral("--phone"), QString::fromStdString(opened.phone->identity().place)};
-    const auto add = [&arguments](const char* option, const QString& value) {
-        arguments << QString::fromLatin1(option) << value;
-    };
-    if (!opened.isReport)
-        add("--device", QString::fromUtf8(options.device->name.data(), qsizetype(options.device->name.size())));
-    if (options.dark) add("--appearance", *options.dark ? QStringLiteral("dark") : QStringLiteral("light"));
+void add(QStringList& arguments, const char* option, const QString& value) {
+    arguments << QString::fromLatin1(option) << value;
+}
+
+void addTaste(QStringList& arguments, const Options& options) {
+    if (options.dark) add(arguments, "--appearance", *options.dark ? QStringLiteral("dark") : QStringLiteral("light"));
     if (options.highContrast)
-        add("--contrast", *options.highContrast ? QStringLiteral("high") : QStringLiteral("normal"));
-    if (options.textScale) add("--text-scale", QString::number(*options.textScale));
-    return arguments;
+        add(arguments, "--contrast", *options.highContrast ? QStringLiteral("high") : QStringLiteral("normal"));
+    if (options.textScale) add(arguments, "--text-scale", QString::number(*options.textScale));
+}
+
+// How a phone is reached is no phone's own: another may be behind the same jump host.
+void addReaching(QStringList& arguments, const SshOptions& ssh) {
+    add(arguments, "--ssh", QString::fromStdString(ssh.command));
+    if (!ssh.sftpServer.empty()) add(arguments, "--sftp-server", QString::fromStdString(ssh.sftpServer));
+    if (!ssh.notify.empty()) add(arguments, "--notify", QString::fromStdString(ssh.notify));
 }
 
 }  // namespace
@@ -43,7 +46,7 @@ void PhoneOpener::serve(Phones& phones, QWindow& window, OpenedPhone& current) {
     const KnownPhone shown = knownAs(current);
     if (!current.isSample && !current.isReport) remember(shown);
     connect(&_chooser, &FolderChooser::chosen, &phones, &Phones::openFolder);
-    connect(&_chooser, &FolderChooser::unavailable, &phones, &Phones::askForPath);
+    connect(&_chooser, &FolderChooser::unavailable, &phones, &Phones::askForName);
     const auto openPhone = [this](const QString& wanted) {
         const auto opened = open(wanted);
         return opened ? QString() : QString::fromStdString(opened.error().text());
@@ -53,15 +56,34 @@ void PhoneOpener::serve(Phones& phones, QWindow& window, OpenedPhone& current) {
                        .known = [this] { return known(); }});
 }
 
-// Tried here first, where the user is.
-platform::Result<platform::Done> PhoneOpener::open(const QString& folder) {
+// A folder is tried here first, where the user is; a connection takes its time, and is shown where it is waited for.
+platform::Result<QStringList> PhoneOpener::argumentsFor(const QString& phone) const {
+    QStringList arguments;
     PhoneOptions wanted;
-    wanted.phone = folder.toStdString();
-    auto opened = OpenedPhone::openPhoneOrReport(wanted, "trivel3-settings");
-    if (!opened) return opened.error();
+    wanted.phone = phone.toStdString();
+    if (namesSshAddress(wanted.phone)) {
+        const auto address = parseSshAddress(wanted.phone);
+        if (!address) return address.error();
+        add(arguments, "--phone", QString::fromStdString(address->text()));
+        addReaching(arguments, _options.ssh);
+    } else {
+        const auto opened = OpenedPhone::openPhoneOrReport(wanted, "trivel3-settings");
+        if (!opened) return opened.error();
+        add(arguments, "--phone", QString::fromStdString(opened->phone->identity().place));
+        const std::string_view device = _options.device->name;
+        // A support report has a shape of its own, as a phone has that tells its model.
+        if (!opened->isReport) add(arguments, "--device", QString::fromUtf8(device.data(), qsizetype(device.size())));
+    }
+    addTaste(arguments, _options);
+    return arguments;
+}
+
+platform::Result<platform::Done> PhoneOpener::open(const QString& phone) {
+    const auto arguments = argumentsFor(phone);
+    if (!arguments) return arguments.error();
     QProcess program;
     program.setProgram(QCoreApplication::applicationFilePath());
-    program.setArguments(argumentsFor(*opened, _options));
+    program.setArguments(*arguments);
     // It is for no terminal, whoever has started this one: what it has to say it says in dialogs.
     program.setStandardErrorFile(QProcess::nullDevice());
     if (program.startDetached()) return platform::Done();

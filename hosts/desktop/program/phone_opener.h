@@ -24,13 +24,15 @@ public:
     /// The phone of this window is remembered, and `phones` opens others. The window and `phones` outlive the opener.
     void serve(Phones& phones, QWindow& window, OpenedPhone& current);
 
-    /// Opens a window on the folder, or on the support report that the file is; empty for the sample phone. The
-    /// problem, when there is no phone to be opened there, is one line.
-    platform::Result<platform::Done> open(const QString& folder);
+    /// Opens a window on the folder, on the support report that the file is, or on the phone that is reached by that
+    /// address; empty for the sample phone. The problem, when there is no phone to be opened there, is one line. Of a
+    /// phone that is reached by its address the new window tells it.
+    platform::Result<platform::Done> open(const QString& phone);
 
 private:
     std::vector<KnownPhone> known() const;
     void remember(const KnownPhone& phone) const;
+    platform::Result<QStringList> argumentsFor(const QString& phone) const;
 
     Options _options;
     FolderChooser _chooser;

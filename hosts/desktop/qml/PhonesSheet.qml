@@ -45,8 +45,19 @@ FocusScope {
                 width: reading.rowWidth
                 text: qsTr("Open Folder…")
                 detail: qsTr("The root of a phone's file system, or a folder that looks like one")
+                last: false
                 leads: true
                 onActivated: sheet.phones.chooseFolder()
+                onReached: (row) => reading.reveal(row)
+                onStepped: (by) => sheet.step(by)
+            }
+            SheetRow {
+                width: reading.rowWidth
+                text: qsTr("Enter Address…")
+                detail: qsTr("Of a phone that is reached by SSH, or the path of a folder")
+                starts: false
+                leads: true
+                onActivated: sheet.phones.askForName()
                 onReached: (row) => reading.reveal(row)
                 onStepped: (by) => sheet.step(by)
             }
@@ -96,7 +107,7 @@ FocusScope {
         onLoaded: item.forceActiveFocus()
         sourceComponent: SheetQuestion {
             title: qsTr("Which Phone?")
-            text: qsTr("The path of the folder that is the root of a phone's file system, or of a support report.")
+            text: qsTr("The address of a phone (ssh://mobile@phone.local), or the path of the folder that is the root of its file system, or of a support report.")
             yes: qsTr("Open")
             no: qsTr("Cancel")
             hasField: true

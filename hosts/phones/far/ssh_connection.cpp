@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 #include "hosts/phones/far/ssh_connection.h"
 
-#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <optional>
+#include <random>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 namespace hosts {
@@ -17,16 +17,26 @@ namespace {
 using platform::Problem;
 using platform::Result;
 
-// With the characters that ssh adds while it makes the socket, what a socket's address has room for.
+// With what ssh adds while it makes the socket, as much as a socket's address has room for.
 constexpr std::size_t longestFolder = 60;
 
-// A folder for this user alone; empty where none can be made, and then nothing is shared.
-std::string makeControlFolder() {
+// Nobody else can put a socket of theirs there.
+bool isOwnFolder(const std::string& path) {
+    struct stat status {};
+    constexpr mode_t others = 077;
+    return ::lstat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == ::geteuid() &&
+           (status.st_mode & others) == 0;
+}
+
+// The path of a socket of ssh's, which removes it when it ends. In one folder for all, so that nothing is left behind
+// however this program ends. Empty where there is no such folder, and then nothing is shared.
+std::string freshControlPath() {
     const char* const runtime = std::getenv("XDG_RUNTIME_DIR");
-    for (const std::string& folder : {std::string(runtime ? runtime : ""), std::string("/tmp")}) {
-        std::string pattern = folder + "/trivel3-ssh-XXXXXX";
-        if (!folder.starts_with('/') || pattern.size() > longestFolder) continue;
-        if (::mkdtemp(pattern.data())) return pattern;
+    for (const std::string& around : {std::string(runtime ? runtime : ""), std::string("/tmp")}) {
+        const std::string folder = around + "/trivel3-ssh-" + std::to_string(::geteuid());
+        if (!around.starts_with('/') || folder.size() > longestFolder) continue;
+        ::mkdir(folder.c_str(), S_IRWXU);
+        if (isOwnFolder(folder)) return folder + "/" + std::to_string(std::random_device{}());
     }
     return {};
 }
@@ -100,14 +110,12 @@ std::string tellingLine(const std::string& said, std::string_view about) {
 }  // namespace
 
 SshConnection::SshConnection(SshAddress address, SshOptions options)
-    : _address(std::move(address)), _options(std::move(options)), _controlFolder(makeControlFolder()) {}
+    : _address(std::move(address)), _options(std::move(options)) {}
 
 SshConnection::~SshConnection() {
     // The one that is shared goes last.
     _shell.reset();
     _files.reset();
-    std::error_code ignored;
-    if (!_controlFolder.empty()) std::filesystem::remove_all(_controlFolder, ignored);
 }
 
 std::vector<std::string> SshConnection::words(bool isFirst) const {
@@ -117,8 +125,8 @@ std::vector<std::string> SshConnection::words(bool isFirst) const {
                               "ConnectTimeout=15", "ServerAliveInterval=5", "ServerAliveCountMax=3"})
         option(fixed);
     if (!_options.mayAsk) option("BatchMode=yes");
-    option(isFirst && !_controlFolder.empty() ? "ControlMaster=yes" : "ControlMaster=no");
-    option("ControlPath=" + (_controlFolder.empty() ? "none" : _controlFolder + "/c"));
+    option(isFirst && !_controlPath.empty() ? "ControlMaster=yes" : "ControlMaster=no");
+    option("ControlPath=" + (_controlPath.empty() ? "none" : _controlPath));
     option("ControlPersist=no");
     if (!_address.user.empty()) words.insert(words.end(), {"-l", _address.user});
     if (!_address.port.empty()) words.insert(words.end(), {"-p", _address.port});
@@ -131,6 +139,7 @@ Result<SftpSession*> SshConnection::files() {
     // What shared the connection is lost with it.
     _shell.reset();
     _files.reset();
+    _controlPath = freshControlPath();
     std::vector<std::string> all = words(true);
     if (_options.sftpServer.empty()) {
         all.insert(all.end(), {"-s", "--", _address.host, "sftp"});

@@ -52,7 +52,7 @@ private:
 
     SshAddress _address;
     SshOptions _options;
-    std::string _controlFolder;
+    std::string _controlPath;
     std::unique_ptr<SftpSession> _files;
     std::unique_ptr<WaitingShell> _shell;
     unsigned _generation = 0;
