@@ -16,10 +16,11 @@ struct AgentOfTheUser : FarPhone {
         const std::string key = host.inside("user_key");
         EXPECT_EQ(ChildProcess({TEST_SSH_ADD, "-q", key}, environment).finish().status, 0);
         std::filesystem::remove(key);
-        ctl.set("TRIVEL3_SSH", host.sshWithoutKey({"ForwardAgent yes"}));
+        ctl.set("TRIVEL3_SSH", ssh);
         ctl.set("SSH_AUTH_SOCK", socket);
     }
 
+    std::string ssh = host.sshWithoutKey({"ForwardAgent yes"});
     std::string socket = host.inside("agent");
     ChildProcess agent;
 };
@@ -34,9 +35,8 @@ TEST_F(AgentOfTheUser, opensThePhone) {
 TEST_F(AgentOfTheUser, isNotThePhonesEvenWhereTheConfigurationForwardsIt) {
     const std::string seen = host.inside("seen");
     writeText(host.inside("bin/notifyutil"), "#!/bin/sh\necho \"${SSH_AUTH_SOCK-none}\" >>'" + seen + "'\n");
-    const std::vector<std::string> byHand{
-        TEST_SSH, "-F", host.configuration(), "-p", std::to_string(host.port()), "127.0.0.1", "notifyutil"};
-    EXPECT_EQ(ChildProcess(byHand, ctl.environment()).finish().status, 0);
+    const std::string byHand = ssh + " -p " + std::to_string(host.port()) + " 127.0.0.1 notifyutil";
+    EXPECT_EQ(ChildProcess({"/bin/sh", "-c", byHand}, ctl.environment()).finish().status, 0);
     EXPECT_THAT(linesOf(readText(seen)), ElementsAre(testing::StartsWith("/")));
     expectDone(ctl.run({"set", "HotCorners", "false"}));
     EXPECT_THAT(linesOf(readText(seen)), ElementsAre(testing::_, "none"));

@@ -32,9 +32,9 @@ struct Count {
 };
 
 // script/reliability asks for many, and over the distance of a phone that is far.
-std::optional<int> changesAsked() {
+std::optional<unsigned> changesAsked() {
     const char* const asked = std::getenv("TRIVEL3_CHANGES");
-    return asked ? std::optional(std::atoi(asked)) : std::nullopt;
+    return asked ? std::optional(static_cast<unsigned>(std::atoi(asked))) : std::nullopt;
 }
 
 std::chrono::microseconds oneWay() {
@@ -114,7 +114,7 @@ struct BrokenConnection : testing::Test {
     std::int64_t last = 100'000;  // what the number was when it was last looked at
 };
 
-void addToTables(const Count& count, int changes, int cuts) {
+void addToTables(const Count& count, unsigned changes, int cuts) {
     std::ostringstream table;
     table
         << "**Changes over a connection that is cut**\n\n| changes | cuts | lost | made twice | told as failed | files "
@@ -138,18 +138,17 @@ void addToTables(const Count& count, int changes, int cuts) {
 TEST_F(BrokenConnection, makesEachChangeOnceWhereverItIsCut) {
     const auto phone = startCounting();
     const std::uint64_t bytes = bytesOfAChange(*phone);
-    const int changes = changesAsked().value_or(80);
-    const int betweenCuts = std::max(changes / 100, 2);
-    const int cuts = changes / betweenCuts;
+    const unsigned changes = changesAsked().value_or(80);
+    const unsigned betweenCuts = std::max(changes / 100, 2U);
+    const unsigned cuts = changes / betweenCuts;
     Count count;
-    for (int made = 0; made < changes; ++made) {
-        const int cut = made / betweenCuts;
-        if (made % betweenCuts == 0 && cut < cuts)
-            way.cutAfter(1 + (bytes - 1) * static_cast<unsigned>(cut) / (cuts - 1));
+    for (unsigned made = 0; made < changes; ++made) {
+        const unsigned cut = made / betweenCuts;
+        if (made % betweenCuts == 0 && cut < cuts) way.cutAfter(1 + (bytes - 1) * cut / std::max(cuts - 1, 1U));
         makeChange(*phone, count);
         if (made % 1000 == 999) std::cerr << made + 1 << " changes, " << way.cuts() << " cuts" << std::endl;
     }
-    EXPECT_EQ(way.cuts(), cuts);
+    EXPECT_EQ(way.cuts(), static_cast<int>(cuts));
     EXPECT_FALSE(count.cutQuestions.empty());
     EXPECT_FALSE(count.cutAnswers.empty());
     EXPECT_EQ(count.lost, 0);

@@ -170,16 +170,25 @@ std::string SshHost::address(std::uint16_t port) const {
 }
 
 std::string SshHost::ssh(const std::vector<std::string>& more) const {
-    std::vector<std::string> all = more;
-    all.insert(all.end(), {"IdentityFile " + inside("user_key"), "IdentitiesOnly yes", "IdentityAgent none"});
-    return sshWithoutKey(all);
+    return TEST_SSH " -F " + writeConfiguration(more);
 }
 
 std::string SshHost::sshWithoutKey(const std::vector<std::string>& more) const {
-    // "none" beside a file that is named changes nothing, and alone it keeps the user's own out of the test.
-    writeText(configuration(), lines(more) + "IdentityFile none\nUserKnownHostsFile " + inside("known_hosts") +
-                                   "\nGlobalKnownHostsFile /dev/null\nHostKeyAlias " + knownAs + "\nCheckHostIP no\n");
-    return TEST_SSH " -F " + configuration();
+    return TEST_SSH " -F " + writeConfigurationWithoutKey(more);
+}
+
+std::string SshHost::writeConfiguration(const std::vector<std::string>& more) const {
+    std::vector<std::string> all = more;
+    all.insert(all.end(), {"IdentityFile " + inside("user_key"), "IdentitiesOnly yes", "IdentityAgent none"});
+    return writeConfigurationWithoutKey(all);
+}
+
+// "IdentityFile none" beside a file that is named changes nothing, and alone it keeps the user's own out of the test.
+std::string SshHost::writeConfigurationWithoutKey(const std::vector<std::string>& more) const {
+    const std::string file = inside("ssh_config");
+    writeText(file, lines(more) + "IdentityFile none\nUserKnownHostsFile " + inside("known_hosts") +
+                        "\nGlobalKnownHostsFile /dev/null\nHostKeyAlias " + knownAs + "\nCheckHostIP no\n");
+    return file;
 }
 
 void SshHost::letUse(Trivel3ctl& program, std::uint16_t port) const {

@@ -41,8 +41,8 @@ public:
     std::string ssh(const std::vector<std::string>& more = {}) const;
     /// The same for a user who has no key in a file.
     std::string sshWithoutKey(const std::vector<std::string>& more = {}) const;
-    /// The file with the configuration of the command that was last made.
-    std::string configuration() const { return inside("ssh_config"); }
+    /// The file with the configuration of `ssh`, for programs that take one.
+    std::string writeConfiguration(const std::vector<std::string>& more = {}) const;
     /// Has the program use this host, by this port.
     void letUse(Trivel3ctl& program, std::uint16_t port) const;
     void letUse(Trivel3ctl& program) const { letUse(program, _port); }
@@ -63,6 +63,7 @@ private:
     void writeNotifyutil() const;
     void writeAccount() const;
     void useAccount() const;
+    std::string writeConfigurationWithoutKey(const std::vector<std::string>& more) const;
     void start();
     void stop();
     void waitForServer() const;
