@@ -138,7 +138,7 @@ void addToTables(const Count& count, unsigned changes, int cuts) {
 TEST_F(BrokenConnection, makesEachChangeOnceWhereverItIsCut) {
     const auto phone = startCounting();
     const std::uint64_t bytes = bytesOfAChange(*phone);
-    const unsigned changes = changesAsked().value_or(80);
+    const unsigned changes = changesAsked().value_or(50);
     const unsigned betweenCuts = std::max(changes / 100, 2U);
     const unsigned cuts = changes / betweenCuts;
     Count count;
