@@ -73,6 +73,19 @@ TEST_F(OldPhone, isConnectedWithOnlyWhereTheUserAllowsItAndTheLineForThatIsNamed
     expectDone(ctl.run({"get", "HotCorners"}));
 }
 
+struct PhoneOfRsaAlone : FarPhone {
+    PhoneOfRsaAlone() : FarPhone({.server = {"HostKeyAlgorithms ssh-rsa"}, .keyType = "rsa"}) {}
+};
+
+TEST_F(PhoneOfRsaAlone, isConnectedWithByTheTwoLinesThatAreNamed) {
+    const Outcome refused = ctl.run({"get", "HotCorners"});
+    expectFailure(refused, 1, "\"HostKeyAlgorithms +ssh-rsa\", \"PubkeyAcceptedAlgorithms +ssh-rsa\"");
+    EXPECT_THAT(refused.errors, HasSubstr("Host 127.0.0.1"));
+    ctl.set("TRIVEL3_SSH", host.ssh({"HostKeyAlgorithms +ssh-rsa", "PubkeyAcceptedAlgorithms +ssh-rsa"}));
+    expectDone(ctl.run({"set", "HotCorners", "false"}));
+    EXPECT_EQ(readSettings(host.phone()), settingsOf({{"HotCorners", "<false/>"}}));
+}
+
 struct PhoneWithoutSubsystem : FarPhone {
     PhoneWithoutSubsystem() : FarPhone({.hasSubsystem = false}) {}
 };

@@ -8,9 +8,11 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <deque>
+#include <limits>
 #include <list>
 #include <string>
 #include <system_error>
@@ -43,9 +45,26 @@ void sendAtOnce(const Descriptor& end) {
 
 }  // namespace
 
+std::uint64_t Distance::Meter::allowed() const {
+    return left == 0 ? std::numeric_limits<std::uint64_t>::max() : left.load();
+}
+
+bool Distance::Meter::count(Direction direction, std::uint64_t more) {
+    if (direction == Direction::there && last == Direction::back) ++questions;
+    last = direction;
+    bytes += more;
+    if (left == 0 || (left -= more) != 0) return true;
+    cutQuestion = questions.load();
+    isCutOfAnswer = direction == Direction::back;
+    ++cuts;
+    return false;
+}
+
 /// Bytes on their way from one end to the other.
 class Distance::Way {
 public:
+    explicit Way(Direction direction) : _direction(direction) {}
+
     /// False once there is nothing more to come.
     bool takeFrom(const Descriptor& end, std::chrono::microseconds delay) {
         std::array<char, 65536> bytes;
@@ -55,14 +74,15 @@ public:
         return true;
     }
 
-    /// False when nobody takes them.
-    bool deliverTo(const Descriptor& end, std::uint64_t& delivered) {
+    /// False when nobody takes them, or no more may go.
+    bool deliverTo(const Descriptor& end, Meter& meter) {
         while (!_under.empty() && _under.front().due <= Clock::now()) {
             std::string& bytes = _under.front().bytes;
-            const ssize_t count = ::send(end.get(), bytes.data(), bytes.size(), MSG_DONTWAIT | MSG_NOSIGNAL);
+            const std::size_t size = std::min<std::uint64_t>(bytes.size(), meter.allowed());
+            const ssize_t count = ::send(end.get(), bytes.data(), size, MSG_DONTWAIT | MSG_NOSIGNAL);
             if (count < 0) return errno == EAGAIN || errno == EINTR;
-            delivered += static_cast<std::uint64_t>(count);
             bytes.erase(0, static_cast<std::size_t>(count));
+            if (!meter.count(_direction, static_cast<std::uint64_t>(count))) return false;
             if (!bytes.empty()) return true;
             _under.pop_front();
         }
@@ -76,6 +96,7 @@ private:
         Clock::time_point due;
         std::string bytes;
     };
+    Direction _direction;
     std::deque<Part> _under;
 };
 
@@ -95,23 +116,23 @@ Descriptor listenOnLoopback(std::uint16_t& port) {
 /// One connection.
 class Distance::Line {
 public:
-    Line(Descriptor near, std::uint16_t port, int cuts) : _near(std::move(near)), _far(makeSocket()), _cuts(cuts) {
+    Line(Descriptor near, std::uint16_t port, int breaks)
+        : _near(std::move(near)), _far(makeSocket()), _breaks(breaks) {
         const sockaddr_in address = loopback(port);
         _isOpen = ::connect(_far.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
         sendAtOnce(_near);
         sendAtOnce(_far);
     }
 
-    int cuts() const { return _cuts; }
+    int breaks() const { return _breaks; }
     const Descriptor& near() const { return _near; }
     const Descriptor& far() const { return _far; }
 
-    /// False once it is broken, or both ends have nothing more to say. `delivered` grows by what has come back.
-    bool goOn(std::chrono::microseconds delay, std::uint64_t& delivered) {
-        std::uint64_t there = 0;
+    /// False once it is broken, or both ends have nothing more to say.
+    bool goOn(std::chrono::microseconds delay, Meter& meter) {
         const bool nearSays = _there.takeFrom(_near, delay);
         const bool farSays = _back.takeFrom(_far, delay);
-        _isOpen = _isOpen && _there.deliverTo(_far, there) && _back.deliverTo(_near, delivered);
+        _isOpen = _isOpen && _there.deliverTo(_far, meter) && _back.deliverTo(_near, meter);
         const bool isOver = (!nearSays && _there.isEmpty()) || (!farSays && _back.isEmpty());
         return _isOpen && !isOver;
     }
@@ -119,9 +140,9 @@ public:
 private:
     Descriptor _near;
     Descriptor _far;
-    Way _there;
-    Way _back;
-    int _cuts;
+    Way _there{Direction::there};
+    Way _back{Direction::back};
+    int _breaks;
     bool _isOpen = false;
 };
 
@@ -145,18 +166,11 @@ void Distance::run() {
         ::poll(waits.data(), waits.size(), patience);
         if (waits[0].revents != 0) {
             Descriptor near{::accept4(_listening.get(), nullptr, nullptr, SOCK_CLOEXEC)};
-            if (near.isOpen()) lines.emplace_back(std::move(near), _far, _cuts.load());
+            if (near.isOpen()) lines.emplace_back(std::move(near), _far, _breaks.load());
             ++_connections;
         }
         if (_isSilent) continue;
-        lines.remove_if([this](Line& line) {
-            std::uint64_t delivered = 0;
-            const bool isWhole = line.cuts() == _cuts && line.goOn(_delay, delivered);
-            const std::uint64_t left = _bytesLeft;
-            if (left == 0 || delivered == 0) return !isWhole;
-            _bytesLeft = left > delivered ? left - delivered : 0;
-            return !isWhole || left <= delivered;
-        });
+        lines.remove_if([this](Line& line) { return line.breaks() != _breaks || !line.goOn(_delay, _meter); });
     }
 }
 

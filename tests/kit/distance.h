@@ -24,28 +24,59 @@ public:
     std::uint16_t port() const { return _port; }
 
     /// Breaks every connection that there is now; others can be made.
-    void cut() { ++_cuts; }
-    /// Breaks each connection once so many more bytes have come from the far side; 0 for never.
-    void cutAfter(std::uint64_t bytes) { _bytesLeft = bytes; }
+    void cut() { ++_breaks; }
+    /// Breaks the connection on which the last of so many more bytes goes, in either direction, once it has arrived; 0
+    /// for never. To be called while nothing is under way.
+    void cutAfter(std::uint64_t bytes) { _meter.left = bytes; }
     /// From here on nothing goes through, and nothing is broken.
     void fallSilent() { _isSilent = true; }
     void speakAgain() { _isSilent = false; }
 
     /// How many connections have been made.
     int connections() const { return _connections; }
+    /// How many bytes have arrived, in both directions.
+    std::uint64_t bytes() const { return _meter.bytes; }
+    /// How often the near side has said something after the far side had: how many questions there were, where each
+    /// waits for its answer.
+    int questions() const { return _meter.questions; }
+
+    /// Where `cutAfter` has cut.
+    struct Cut {
+        int question = 0;  ///< counted as `questions` does
+        bool isOfAnswer = false;
+    };
+    int cuts() const { return _meter.cuts; }
+    Cut lastCut() const { return {_meter.cutQuestion, _meter.isCutOfAnswer}; }
 
 private:
     class Way;
     class Line;
+    enum class Direction { there, back };
+
+    /// What has gone through, and how much may still go until there is a cut.
+    struct Meter {
+        std::uint64_t allowed() const;
+        /// False where that was the last.
+        bool count(Direction direction, std::uint64_t more);
+
+        std::atomic<std::uint64_t> left = 0;
+        std::atomic<std::uint64_t> bytes = 0;
+        std::atomic<int> questions = 0;
+        std::atomic<int> cuts = 0;
+        std::atomic<int> cutQuestion = 0;
+        std::atomic<bool> isCutOfAnswer = false;
+        Direction last = Direction::back;
+    };
+
     void run();
 
     std::uint16_t _far;
     std::chrono::microseconds _delay;
     std::uint16_t _port = 0;
     hosts::Descriptor _listening;
-    std::atomic<int> _cuts = 0;
+    std::atomic<int> _breaks = 0;
     std::atomic<int> _connections = 0;
-    std::atomic<std::uint64_t> _bytesLeft = 0;
+    Meter _meter;
     std::atomic<bool> _isSilent = false;
     std::atomic<bool> _isOver = false;
     std::thread _thread;

@@ -2,7 +2,10 @@
 #include "tests/kit/ssh_host.h"
 
 #include <arpa/inet.h>
+#include <crypt.h>
+#include <fcntl.h>
 #include <netinet/in.h>
+#include <pwd.h>
 #include <signal.h>
 #include <sys/prctl.h>
 #include <sys/socket.h>
@@ -10,8 +13,10 @@
 #include <unistd.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <stdexcept>
 #include <thread>
 
@@ -54,6 +59,7 @@ SshHost::SshHost(const Options& options) : _options(options) {
     writeText(inside("posted"), "");
     std::filesystem::create_directory(inside("bin"));
     if (options.hasNotifyutil) writeNotifyutil();
+    if (!options.password.empty()) writeAccount();
     const std::string key = readText(inside("host_key.pub"));
     writeText(inside("known_hosts"), std::string(knownAs) + " " + key);
     start();
@@ -65,7 +71,7 @@ SshHost::~SshHost() {
 
 void SshHost::makeKey(const std::string& file) const {
     const Outcome made =
-        ChildProcess({TEST_SSH_KEYGEN, "-q", "-t", "ed25519", "-N", "", "-f", file}, ownEnvironment()).finish();
+        ChildProcess({TEST_SSH_KEYGEN, "-q", "-t", _options.keyType, "-N", "", "-f", file}, ownEnvironment()).finish();
     if (made.status != 0) throw std::runtime_error{"ssh-keygen: " + made.errors};
 }
 
@@ -85,13 +91,37 @@ void SshHost::writeNotifyutil() const {
     ::chmod(inside("bin/notifyutil").c_str(), 0755);
 }
 
+// The tables of this machine's users but for this process's own, who has the password and a shell that lets in.
+void SshHost::writeAccount() const {
+    const passwd* const own = ::getpwuid(::geteuid());
+    if (own == nullptr) throw std::runtime_error{"this process is no user's"};
+    const std::string name = own->pw_name;
+    std::string users = name + ":x:" + std::to_string(own->pw_uid) + ":" + std::to_string(own->pw_gid) +
+                        "::" + _phone.around / "" + ":/bin/sh\n";
+    for (const std::string& user : linesOf(readText("/etc/passwd")))
+        if (!user.starts_with(name + ":")) users += user + "\n";
+    writeText(inside("passwd"), users);
+    writeText(inside("group"), readText("/etc/group"));
+    crypt_data data{};
+    const std::string hash = ::crypt_r(_options.password.c_str(), "$6$trivel3", &data);
+    writeText(inside("shadow"), name + ":" + hash + ":19000:0:99999:7:::\n");
+}
+
+void SshHost::useAccount() const {
+    ::setenv("LD_PRELOAD", TEST_NSS_WRAPPER, 1);
+    ::setenv("NSS_WRAPPER_PASSWD", inside("passwd").c_str(), 1);
+    ::setenv("NSS_WRAPPER_GROUP", inside("group").c_str(), 1);
+    ::setenv("NSS_WRAPPER_SHADOW", inside("shadow").c_str(), 1);
+}
+
 void SshHost::start() {
     { const auto taken = listenOnLoopback(_port); }
     std::vector<std::string> configuration = _options.server;
     for (const std::string& line :
          {"Port " + std::to_string(_port), std::string("ListenAddress 127.0.0.1"), "HostKey " + inside("host_key"),
           std::string("PidFile none"), "AuthorizedKeysFile " + inside("authorized_keys"), std::string("StrictModes no"),
-          std::string("UsePAM no"), std::string("PasswordAuthentication no"),
+          std::string("UsePAM no"), std::string("PermitRootLogin yes"),
+          std::string("PasswordAuthentication ") + (_options.password.empty() ? "no" : "yes"),
           std::string("KbdInteractiveAuthentication no"), std::string("MaxStartups 100"),
           "SetEnv PATH=" + inside("bin") + ":/usr/bin:/bin"})
         configuration.push_back(line);
@@ -99,6 +129,10 @@ void SshHost::start() {
     writeText(inside("sshd_config"), lines(configuration));
     _server = startForked([this] {
         ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+        if (!_options.password.empty()) useAccount();
+        // It writes to its log; what it still says when that is gone is about nothing else.
+        const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+        ::dup2(nowhere, STDERR_FILENO);
         ::execl(TEST_SSHD, TEST_SSHD, "-D", "-f", inside("sshd_config").c_str(), "-E", inside("sshd.log").c_str(),
                 nullptr);
         return 127;
@@ -136,16 +170,39 @@ std::string SshHost::address(std::uint16_t port) const {
 }
 
 std::string SshHost::ssh(const std::vector<std::string>& more) const {
+    return TEST_SSH " -F " + writeConfiguration(more);
+}
+
+std::string SshHost::sshWithoutKey(const std::vector<std::string>& more) const {
+    return TEST_SSH " -F " + writeConfigurationWithoutKey(more);
+}
+
+std::string SshHost::writeConfiguration(const std::vector<std::string>& more) const {
+    std::vector<std::string> all = more;
+    all.insert(all.end(), {"IdentityFile " + inside("user_key"), "IdentitiesOnly yes", "IdentityAgent none"});
+    return writeConfigurationWithoutKey(all);
+}
+
+// "IdentityFile none" beside a file that is named changes nothing, and alone it keeps the user's own out of the test.
+std::string SshHost::writeConfigurationWithoutKey(const std::vector<std::string>& more) const {
     const std::string file = inside("ssh_config");
-    writeText(file, lines(more) + "IdentityFile " + inside("user_key") + "\nIdentitiesOnly yes\nIdentityAgent none\n" +
-                        "UserKnownHostsFile " + inside("known_hosts") + "\nGlobalKnownHostsFile /dev/null\n" +
-                        "HostKeyAlias " + knownAs + "\nCheckHostIP no\n");
-    return TEST_SSH " -F " + file;
+    writeText(file, lines(more) + "IdentityFile none\nUserKnownHostsFile " + inside("known_hosts") +
+                        "\nGlobalKnownHostsFile /dev/null\nHostKeyAlias " + knownAs + "\nCheckHostIP no\n");
+    return file;
 }
 
 void SshHost::letUse(Trivel3ctl& program, std::uint16_t port) const {
     program.set("TRIVEL3_PHONE", address(port));
     program.set("TRIVEL3_SSH", ssh());
+}
+
+std::string SshHost::fingerprint() const {
+    const Outcome told = ChildProcess({TEST_SSH_KEYGEN, "-lf", inside("host_key.pub")}, ownEnvironment()).finish();
+    std::istringstream words(told.output);
+    std::string length;
+    std::string fingerprint;
+    words >> length >> fingerprint;
+    return fingerprint;
 }
 
 std::vector<std::string> SshHost::posted() const {

@@ -21,6 +21,8 @@ public:
         std::vector<std::string> server = {};  ///< lines of the server's configuration, which go before the usual ones
         bool hasSubsystem = true;
         bool hasNotifyutil = true;
+        std::string keyType = "ed25519";  ///< of its own key and of the user's, as ssh-keygen has it
+        std::string password = {};  ///< of the user's account there, which has none on this machine; empty for none
     };
 
     SshHost() : SshHost(Options{}) {}
@@ -37,6 +39,10 @@ public:
 
     /// The command that reaches it as a user who has been there before; `more` goes into its configuration first.
     std::string ssh(const std::vector<std::string>& more = {}) const;
+    /// The same for a user who has no key in a file.
+    std::string sshWithoutKey(const std::vector<std::string>& more = {}) const;
+    /// The file with the configuration of `ssh`, for programs that take one.
+    std::string writeConfiguration(const std::vector<std::string>& more = {}) const;
     /// Has the program use this host, by this port.
     void letUse(Trivel3ctl& program, std::uint16_t port) const;
     void letUse(Trivel3ctl& program) const { letUse(program, _port); }
@@ -48,11 +54,16 @@ public:
 
     /// Another key from here on, as that of another phone.
     void changeKey();
+    /// The fingerprint of its key, as ssh shows it.
+    std::string fingerprint() const;
     std::string inside(const std::string& name) const { return _phone.around / name; }
 
 private:
     void makeKey(const std::string& file) const;
     void writeNotifyutil() const;
+    void writeAccount() const;
+    void useAccount() const;
+    std::string writeConfigurationWithoutKey(const std::vector<std::string>& more) const;
     void start();
     void stop();
     void waitForServer() const;

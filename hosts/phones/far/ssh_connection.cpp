@@ -54,7 +54,7 @@ constexpr Advice advices[] = {
      "'ssh-keygen -R HOST' forgets the old key"},
     {"Host key verification failed",
      "its key is not known here: connect once with 'ssh HOST' in a terminal and compare the fingerprint"},
-    {"Permission denied", "no key fits and no password can be asked for here: 'ssh-copy-id HOST' puts your key on it"},
+    {"Permission denied", "no key fits, and no password was given that does: 'ssh-copy-id HOST' puts your key on it"},
     {"subsystem request failed",
      "the phone has no SFTP server: install openssh-sftp-server there, or name another by --sftp-server"},
     {"Connection refused", "no SSH server answers there: is OpenSSH installed on the phone, and the phone awake?"},
