@@ -52,7 +52,8 @@ SshHost::SshHost(const Options& options) : _options(options) {
     makeKey(inside("user_key"));
     std::filesystem::copy_file(inside("user_key.pub"), inside("authorized_keys"));
     writeText(inside("posted"), "");
-    std::filesystem::create_directory(inside("bin"));
+    for (const char* folder : {"bin", "home"})
+        std::filesystem::create_directory(inside(folder));
     if (options.hasNotifyutil) writeNotifyutil();
     const std::string key = readText(inside("host_key.pub"));
     writeText(inside("known_hosts"), std::string(knownAs) + " " + key);
@@ -93,7 +94,8 @@ void SshHost::start() {
           std::string("PidFile none"), "AuthorizedKeysFile " + inside("authorized_keys"), std::string("StrictModes no"),
           std::string("UsePAM no"), std::string("PasswordAuthentication no"),
           std::string("KbdInteractiveAuthentication no"), std::string("MaxStartups 100"),
-          "SetEnv PATH=" + inside("bin") + ":/usr/bin:/bin"})
+          // What the user's own shell reads when it starts may take longer than all that is measured.
+          "SetEnv PATH=" + inside("bin") + ":/usr/bin:/bin HOME=" + inside("home")})
         configuration.push_back(line);
     if (_options.hasSubsystem) configuration.push_back("Subsystem sftp " TEST_SFTP_SERVER);
     writeText(inside("sshd_config"), lines(configuration));
