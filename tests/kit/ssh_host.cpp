@@ -76,8 +76,8 @@ void SshHost::writeNotifyutil() const {
     writeText(inside("bin/notifyutil"),
               "#!/bin/sh\n"
               "case $1 in\n"
-              "-p) echo \"$2\" >>'" +
-                  posted +
+              "-p) rm '" +
+                  inside("swallowing") + "' 2>/dev/null || echo \"$2\" >>'" + posted +
                   "' ;;\n"
                   "-w) exec tail -n 0 -s 0.05 -F '" +
                   posted +
@@ -152,6 +152,10 @@ void SshHost::letUse(Trivel3ctl& program, std::uint16_t port) const {
 
 std::vector<std::string> SshHost::posted() const {
     return linesOf(readText(inside("posted")));
+}
+
+void SshHost::swallowNextPost() const {
+    writeText(inside("swallowing"), "");
 }
 
 void SshHost::post(const std::string& name) const {

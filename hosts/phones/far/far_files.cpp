@@ -452,9 +452,31 @@ Result<Stamp> FarFiles::changeFile(std::string_view path, const platform::Change
     auto known = read ? std::optional(read.mapped()) : std::nullopt;
     // It is under way meanwhile: a notification is going to follow.
     static_cast<void>(_connection.shell());
-    auto problem = FarChange(_connection, _listener, _place).make(file, onHost(path), change, std::move(known));
-    if (problem) return *std::move(problem);
-    return Stamp{};
+    std::optional<std::string>& left = _left[file];
+    left.reset();
+    const auto noted = [&](std::optional<std::string_view> held) {
+        auto wanted = change(held);
+        if (wanted && wanted->bytes.size() <= longestExpected) left = wanted->bytes;
+        return wanted;
+    };
+    auto problem = FarChange(_connection, _listener, _place).make(file, onHost(path), noted, std::move(known));
+    if (!problem) return Stamp{};
+    left.reset();
+    return *std::move(problem);
+}
+
+bool FarFiles::areAsLeft() const {
+    std::vector<std::string> paths;
+    for (const auto& [path, bytes] : _left) {
+        if (!bytes) return false;
+        paths.push_back(onHost(path));
+    }
+    const auto readings =
+        withServer(_connection, [&](SftpSession& session) { return readFarFiles(session, paths, longestExpected); });
+    if (!readings) return false;
+    return std::ranges::equal(_left, *readings, [](const auto& left, const FarReading& now) {
+        return now.stamp && now.bytes == *left.second;
+    });
 }
 
 }  // namespace hosts

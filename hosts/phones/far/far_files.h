@@ -61,6 +61,11 @@ public:
     /// The stamps of files as they are now, one way there and back for all of them; nothing for what is not there.
     platform::Result<std::vector<std::optional<platform::Stamp>>> lookAtAll(std::span<const std::string> paths) const;
 
+    /// Whether each file that this object has changed still holds what it has left there, by its bytes: what another
+    /// program writes right behind a change may have the same size, and the protocol's times are whole seconds. False
+    /// as well where that cannot be known.
+    bool areAsLeft() const;
+
 private:
     using Names = platform::Result<std::vector<std::string>>;
 
@@ -79,6 +84,8 @@ private:
     mutable std::map<std::string, Names, std::less<>> _expectedFolders;
     /// What this turn has read by itself, for the changes that follow from it.
     mutable std::map<std::string, FarReading, std::less<>> _read;
+    /// What each file was left with; nothing where that is not known or large.
+    std::map<std::string, std::optional<std::string>> _left;
 };
 
 /// Does something with the phone's server, and once more where the connection breaks over it. For what does not
