@@ -7,9 +7,15 @@ namespace hosts {
 
 void InstalledApplicationList::refresh() {
     InstalledApplications known = std::exchange(_lastFound, std::nullopt).value_or(InstalledApplications());
-    _lastFound = findInstalledApplications(_platform.files, std::move(known), _platform.listener);
+    _fetched.reset();
+    if (_platform.files.isFar()) _fetched.emplace(_platform.files);
+    _lastFound = findInstalledApplications(files(), std::move(known), _platform.listener);
     _iconRation = usualIconRation;
-    _fetchedIcons.reset();
+}
+
+const platform::FileSystem& InstalledApplicationList::files() const {
+    if (_fetched) return *_fetched;
+    return _platform.files;
 }
 
 const InstalledApplications& InstalledApplicationList::lastFound() {
@@ -41,11 +47,8 @@ std::shared_ptr<const platform::UIImage> InstalledApplicationList::iconOfSize_fo
     const InstalledApplication* application = findApplication(lastFound(), identifier);
     if (!application) return nullptr;
     const IconTarget target{size, _platform.screen.scale, _platform.device};
-    if (!_platform.files.isFar())
-        return loadIcon({_platform.files, _iconRation, _platform.listener}, *application, target);
-    if (!_fetchedIcons) _fetchedIcons.emplace(_platform.files);
-    _fetchedIcons->fetchFrom(lastFound(), *application, target);
-    return loadIcon({*_fetchedIcons, _iconRation, _platform.listener}, *application, target);
+    if (_fetched) _fetched->fetchIconsFrom(lastFound(), *application, target);
+    return loadIcon({files(), _iconRation, _platform.listener}, *application, target);
 }
 
 }  // namespace hosts

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "hosts/app_list/application_icon.h"
-#include "hosts/app_list/fetched_icons.h"
+#include "hosts/app_list/fetched_files.h"
 #include "hosts/app_list/installed_applications.h"
 #include "platform/services/app_list.h"
 #include "platform/services/platform.h"
@@ -29,12 +29,13 @@ public:
 private:
     void refresh();
     const InstalledApplications& lastFound();
+    const platform::FileSystem& files() const;
 
     platform::Platform& _platform;
     std::optional<InstalledApplications> _lastFound;
     IconRation _iconRation = usualIconRation;
     /// Only where the phone is far.
-    std::optional<FetchedIcons> _fetchedIcons;
+    std::optional<FetchedFiles> _fetched;
 };
 
 }  // namespace hosts

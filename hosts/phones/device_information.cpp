@@ -3,10 +3,9 @@
 
 #include <sys/statvfs.h>
 
-#include <algorithm>
 #include <cerrno>
-#include <cstdint>
 
+#include "hosts/phones/disk_usage.h"
 #include "hosts/phones/fault_place.h"
 #include "hosts/system/error_text.h"
 #include "hosts/system/named_file.h"
@@ -45,18 +44,11 @@ Result<std::string> readUserFile(const std::string& path) {
     return *std::move(bytes);
 }
 
-// The storage of the file system that the folder lies on, in bytes and under the platform's names.
-std::optional<platform::Dictionary> diskUsage(const std::string& folder) {
+// Of the file system that the folder lies on.
+std::optional<platform::Dictionary> diskUsageOf(const std::string& folder) {
     struct statvfs status;
     if (::statvfs(folder.c_str(), &status) != 0) return std::nullopt;
-    const fsblkcnt_t reserved = std::max(status.f_bfree, status.f_bavail) - status.f_bavail;
-    const auto bytes = [&](fsblkcnt_t blocks) { return platform::Value{std::uint64_t{blocks} * status.f_frsize}; };
-    // One file system holds both of what a phone keeps apart, system and data.
-    return platform::Dictionary{
-        {"TotalDiskCapacity", bytes(status.f_blocks)}, {"TotalDataCapacity", bytes(status.f_blocks)},
-        {"TotalDataAvailable", bytes(status.f_bfree)}, {"AmountDataAvailable", bytes(status.f_bavail)},
-        {"AmountDataReserved", bytes(reserved)},
-    };
+    return diskUsage({status.f_frsize, status.f_blocks, status.f_bfree, status.f_bavail});
 }
 
 }  // namespace
@@ -76,7 +68,7 @@ std::optional<platform::Value> DeviceInformation::copyAnswer(std::string_view ke
     if (answer) return answer;
     if (key == "ProductVersion") return phoneFileEntry(systemVersionFile, key);
     if (key != "DiskUsage") return std::nullopt;
-    auto usage = diskUsage(_phoneFolder);
+    auto usage = diskUsageOf(_phoneFolder);
     return usage ? std::optional{platform::Value{*std::move(usage)}} : std::nullopt;
 }
 

@@ -37,8 +37,8 @@ public:
     SessionNotifyCenter& bus() { return _bus; }
     /// False once the phone is known to have no command that posts.
     bool canPost() const { return !_command.text.empty(); }
-    /// Whether a notification that the phone tells of is the answer to a post of this object, which then is none any
-    /// more.
+    /// Whether a notification that the phone tells of may be the answer to a post of this object, which then is none
+    /// any more. It may stand for a post of another program as well, since a phone tells of several at once as of one.
     bool takeEcho(const std::string& name);
 
 private:

@@ -51,6 +51,8 @@ public:
     std::vector<std::string> posted() const;
     /// As an add-on of the phone posts.
     void post(const std::string& name) const;
+    /// The next post of a program on this machine is told to nobody, as where a phone makes one of two.
+    void swallowNextPost() const;
 
     /// Another key from here on, as that of another phone.
     void changeKey();

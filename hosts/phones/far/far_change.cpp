@@ -54,9 +54,10 @@ std::string randomLetters(int count) {
 }  // namespace
 
 std::optional<Problem> FarChange::make(const std::string& path, const std::string& onHost,
-                                       const platform::Change& change) {
+                                       const platform::Change& change, std::optional<FarReading> known) {
     _path = path;
     _named = onHost;
+    _known = std::move(known);
     int connections = 0;
     for (int tries = 0; tries < mostTries; ++tries) {
         const auto session = _connection.files();
@@ -92,6 +93,8 @@ FarChange::Step FarChange::tryOn(SftpSession& session, const platform::Change& c
     if (const Step step = read(session); step != Step::done) return step;
     const bool isRead = _held.stamp.has_value();
     auto wanted = change(isRead ? std::optional<std::string_view>(_held.bytes) : std::nullopt);
+    // Only what leads to a comparison with the file may rest on what was read before.
+    if (_isOfBefore && (!wanted || wanted->isAnew || _held.bytes == wanted->bytes)) return Step::again;
     if (!wanted) {
         _problem = std::move(wanted).error();
         return Step::failed;
@@ -112,6 +115,11 @@ FarChange::Step FarChange::tryOn(SftpSession& session, const platform::Change& c
 // A link to a regular file stays, and what it leads to is replaced; another is itself replaced.
 FarChange::Step FarChange::read(SftpSession& session) {
     _target = _named;
+    _isOfBefore = _known.has_value();
+    if (_isOfBefore) {
+        _held = *std::exchange(_known, std::nullopt);
+        return Step::done;
+    }
     const std::vector<Request> looks{sftp::onPath(Type::lstat, _named), sftp::onPath(Type::stat, _named)};
     const auto looked = session.exchange(looks);
     if (!looked) return lose(looked.error());
@@ -122,9 +130,9 @@ FarChange::Step FarChange::read(SftpSession& session) {
         if (!led) return lose(led.error());
         if (led->names.size() == 1 && led->names.front().starts_with('/')) _target = led->names.front();
     }
-    auto reading = readFarFile(session, _target, file, FileSystem::usualReadLimit);
-    if (!reading) return lose(reading.error());
-    _held = *std::move(reading);
+    auto readings = readFarFiles(session, std::span(&_target, 1), std::span(&file, 1), FileSystem::usualReadLimit);
+    if (!readings) return lose(readings.error());
+    _held = std::move(readings->front());
     const bool isNowhere = looked->front().status == sftp::noSuchFile;
     if (isNowhere && !session.offers(sftp::posixRename)) return readAside(session);
     if (_held.stamp || !_held.stamp.error().isPassing) return Step::done;
@@ -154,13 +162,17 @@ FarChange::Step FarChange::makeTemporary(SftpSession& session) {
         _temporary = besides(_target, "." + nameOf(_target) + "." + randomLetters(6) + ".tmp");
         constexpr std::uint32_t flags = sftp::openWrite | sftp::openCreate | sftp::openAnew;
         std::vector<Request> requests{sftp::openFile(_temporary, flags, {.permissions = 0600})};
-        if (!isThere) requests.push_back(sftp::onPath(Type::stat, folderOf(_target)));
+        requests.push_back(isThere ? sftp::onPath(Type::lstat, _target) : sftp::onPath(Type::stat, folderOf(_target)));
         _mayBeThere = true;
         const auto replies = session.exchange(requests);
         if (!replies) return lose(replies.error());
         const Reply& opened = replies->front();
         if (opened.type == Type::handle) {
             _handle = opened.text;
+            if (isThere && _isOfBefore && !isAsHeld(replies->back().attributes)) {
+                session.sendLater(sftp::closeHandle(_handle));
+                return Step::again;
+            }
             if (isThere) return Step::done;
             _given.owner = replies->back().attributes.owner;
             _given.permissions = newFileMode;
@@ -171,6 +183,12 @@ FarChange::Step FarChange::makeTemporary(SftpSession& session) {
             return fail("cannot make a temporary file beside it", opened);
         if (const Step step = makeFolders(session); step != Step::done) return step;
     }
+}
+
+bool FarChange::isAsHeld(const sftp::Attributes& now) const {
+    const sftp::Attributes& held = _held.attributes;
+    return now.isRegular() && now.permissions == held.permissions && now.owner == held.owner && now.size == held.size &&
+           now.times && held.times && now.times->second == held.times->second;
 }
 
 FarChange::Step FarChange::makeFolders(SftpSession& session) {

@@ -23,10 +23,11 @@ public:
     FarChange(SshConnection& connection, PhoneListener* listener, const std::string& place)
         : _connection(connection), _listener(listener), _place(place) {}
 
-    /// `path` is the phone's own, `onHost` the same for the server. The problem, if there is one; nothing also when the
-    /// file held the new content already.
+    /// `path` is the phone's own, `onHost` the same for the server. `known` is what was read there a moment ago, if it
+    /// was and is no link: where that still stands it need not be read once more. The problem, if there is one; nothing
+    /// also when the file held the new content already.
     std::optional<platform::Problem> make(const std::string& path, const std::string& onHost,
-                                          const platform::Change& change);
+                                          const platform::Change& change, std::optional<FarReading> known);
 
 private:
     enum class Step { done, failed, again, lost };
@@ -36,6 +37,8 @@ private:
     Step read(SftpSession& session);
     Step readAside(SftpSession& session);
     Step makeTemporary(SftpSession& session);
+    /// Whether what was read before is still what its name stands for.
+    bool isAsHeld(const sftp::Attributes& now) const;
     Step makeFolders(SftpSession& session);
     Step fill(SftpSession& session, const std::string& contents);
     Step checkFilled(std::span<const sftp::Reply> writes, std::span<const sftp::Reply> rest, bool isDurable);
@@ -58,6 +61,8 @@ private:
     std::string _handle;
     std::string _oldHandle;
     FarReading _held;
+    std::optional<FarReading> _known;
+    bool _isOfBefore = false;  ///< what is held was known, and has not been found to stand
     sftp::Attributes _given;   ///< owner and permissions of the new file
     bool _mayBeThere = false;  ///< a temporary file of ours may lie there
     bool _isRenaming = false;  ///< and may have become the file itself

@@ -115,6 +115,7 @@ void FarEvents::takeLines() {
     if (!_listener) return;
     std::string nothing;
     const PipedProcess::Came came = _listener->exchange(nothing, _text, std::chrono::milliseconds{0});
+    std::vector<std::pair<std::string, bool>> told;
     for (std::size_t end = _text.find('\n'); end != _text.npos; end = _text.find('\n')) {
         const std::string line = _text.substr(0, end);
         _text.erase(0, end + 1);
@@ -122,9 +123,14 @@ void FarEvents::takeLines() {
         for (const std::string& name : _names) {
             // "NAME", or "NAME STATE", as versions of it differ.
             const bool isName = line == name || line.starts_with(name + " ");
-            if (isName && !_notifications.takeEcho(name)) _told.push_back(name);
+            if (isName) told.emplace_back(name, _notifications.takeEcho(name));
         }
     }
+    // One that follows another's change right behind ours may have come as one with ours.
+    const bool hasEchoes = std::ranges::any_of(told, [](const auto& each) { return each.second; });
+    const bool areEchoes = hasEchoes && _files.areAsLeft();
+    for (auto& [name, isEcho] : told)
+        if (!isEcho || !areEchoes) _told.push_back(std::move(name));
     if (_text.size() > mostText) _text.clear();
     if (came == PipedProcess::Came::end) stopListening();
 }

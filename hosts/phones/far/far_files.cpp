@@ -27,8 +27,10 @@ constexpr std::size_t mostFolderEntries = 262'144;
 constexpr std::size_t mostExpectedBytes = std::size_t{64} << 20;
 // Of many files that are read at once, so much of each at most is held together.
 constexpr std::size_t longestExpected = std::size_t{128} << 10;
-// So many files are read ahead in one go.
+// So many files are read ahead in one go, of however many that are looked at.
 constexpr std::size_t expectedAtOnce = 512;
+// More than are changed in one turn.
+constexpr std::size_t mostRemembered = 8;
 
 Stamp stampFrom(const sftp::Attributes& attributes) {
     constexpr std::int64_t second = 1'000'000'000;
@@ -41,6 +43,19 @@ Problem refusal(std::string_view path, const Reply& reply) {
 
 mode_t modeOf(const sftp::Attributes& attributes) {
     return attributes.permissions.value_or(S_IFREG);
+}
+
+bool isFile(const Reply& look) {
+    return look.type == Type::attrs && S_ISREG(modeOf(look.attributes));
+}
+
+// How many of these, from the first on, are read in one go.
+std::size_t countAtOnce(std::span<const Reply> looks) {
+    std::size_t count = 0;
+    for (std::size_t toRead = 0; count < looks.size() && toRead < expectedAtOnce; ++count) {
+        if (isFile(looks[count])) ++toRead;
+    }
+    return count;
 }
 
 /// One file on its way through the stages of a reading that many share.
@@ -60,15 +75,13 @@ struct Pending {
 /// The stages by which files are read together. Each gives a problem when the connection is lost.
 class Readings {
 public:
-    Readings(SftpSession& session, std::span<const std::string> paths, std::size_t limit)
+    Readings(SftpSession& session, std::span<const std::string> paths, std::span<const Reply> looks, std::size_t limit)
         : _session(session), _limit(limit) {
-        for (const std::string& path : paths)
-            _pending.push_back({path, {}});
+        for (std::size_t at = 0; at < paths.size(); ++at)
+            takeLook(_pending.emplace_back(Pending{paths[at], {}}), looks[at]);
     }
 
-    Result<std::vector<FarReading>> read(const Reply* looked = nullptr) {
-        if (looked) takeLook(_pending.front(), *looked);
-        if (auto went = looked ? Result(Done()) : look(); !went) return std::move(went).error();
+    Result<std::vector<FarReading>> read() {
         for (const auto stage : {&Readings::open, &Readings::readFirst, &Readings::readOn}) {
             if (auto went = (this->*stage)(); !went) return std::move(went).error();
         }
@@ -82,23 +95,13 @@ public:
     }
 
 private:
-    // First of all, since opening a FIFO would hold the server up.
-    Result<Done> look() {
-        std::vector<Request> requests;
-        for (const Pending& each : _pending)
-            requests.push_back(sftp::onPath(Type::stat, each.path));
-        const auto replies = _session.exchange(requests);
-        if (!replies) return replies.error();
-        for (std::size_t at = 0; at < _pending.size(); ++at)
-            takeLook(_pending[at], (*replies)[at]);
-        return Done();
-    }
-
     void takeLook(Pending& each, const Reply& reply) const {
         if (reply.type != Type::attrs) return each.refuse(refusal(each.path, reply));
         each.reading.attributes = reply.attributes;
         if (const mode_t mode = modeOf(reply.attributes); !S_ISREG(mode))
             return each.refuse({each.path, "cannot read", notAFile(mode)});
+        if (const std::uint64_t size = reply.attributes.size.value_or(0); size > _limit)
+            return each.refuse({each.path, "cannot read", tooLarge(size, _limit)});
         each.handle = "to be opened";
     }
 
@@ -280,15 +283,24 @@ Result<std::vector<Listing>> listTogether(SftpSession& session, std::span<const 
 
 }  // namespace
 
-Result<std::vector<FarReading>> readFarFiles(SftpSession& session, std::span<const std::string> paths,
-                                             std::size_t limit) {
-    return Readings(session, paths, limit).read();
+// Before anything is opened, since opening a FIFO would hold the server up.
+Result<std::vector<Reply>> lookAtFarFiles(SftpSession& session, std::span<const std::string> paths) {
+    std::vector<Request> requests;
+    for (const std::string& path : paths)
+        requests.push_back(sftp::onPath(Type::stat, path));
+    return session.exchange(requests);
 }
 
-Result<FarReading> readFarFile(SftpSession& session, const std::string& path, const Reply& looked, std::size_t limit) {
-    auto readings = Readings(session, std::span(&path, 1), limit).read(&looked);
-    if (!readings) return std::move(readings).error();
-    return std::move(readings->front());
+Result<std::vector<FarReading>> readFarFiles(SftpSession& session, std::span<const std::string> paths,
+                                             std::span<const Reply> looks, std::size_t limit) {
+    return Readings(session, paths, looks, limit).read();
+}
+
+Result<std::vector<FarReading>> readFarFiles(SftpSession& session, std::span<const std::string> paths,
+                                             std::size_t limit) {
+    const auto looks = lookAtFarFiles(session, paths);
+    if (!looks) return looks.error();
+    return readFarFiles(session, paths, *looks, limit);
 }
 
 std::string FarFiles::onHost(std::string_view path) const {
@@ -312,26 +324,37 @@ Result<Stamp> FarFiles::look(std::string_view path) const {
 }
 
 Result<std::vector<std::optional<Stamp>>> FarFiles::lookAtAll(std::span<const std::string> paths) const {
-    std::vector<Request> requests;
-    for (const std::string& path : onHost(paths))
-        requests.push_back(sftp::onPath(Type::stat, path));
-    const auto replies = withServer(_connection, [&](SftpSession& session) { return session.exchange(requests); });
+    const auto there = onHost(paths);
+    const auto replies = withServer(_connection, [&](SftpSession& session) { return lookAtFarFiles(session, there); });
     if (!replies) return replies.error();
     std::vector<std::optional<Stamp>> stamps;
     for (const Reply& reply : *replies) {
-        const bool isThere = reply.type == Type::attrs && S_ISREG(modeOf(reply.attributes));
-        stamps.push_back(isThere ? std::optional(stampFrom(reply.attributes)) : std::nullopt);
+        stamps.push_back(isFile(reply) ? std::optional(stampFrom(reply.attributes)) : std::nullopt);
     }
     return stamps;
 }
 
 FarReading FarFiles::readNow(std::string_view path, std::size_t limit) const {
-    const std::vector<std::string> paths{onHost(path)};
-    auto readings = withServer(_connection, [&](SftpSession& session) { return readFarFiles(session, paths, limit); });
-    if (readings) return std::move(readings->front());
+    const std::string there = onHost(path);
+    const std::vector<Request> looks{sftp::onPath(Type::stat, there), sftp::onPath(Type::lstat, there)};
+    auto reading = withServer(_connection, [&](SftpSession& session) -> Result<FarReading> {
+        const auto looked = session.exchange(looks);
+        if (!looked) return looked.error();
+        auto read = readFarFiles(session, std::span(&there, 1), std::span(*looked).first(1), limit);
+        if (!read) return std::move(read).error();
+        remember(path, looked->back(), read->front());
+        return std::move(read->front());
+    });
+    if (reading) return *std::move(reading);
     FarReading lost;
-    lost.stamp = Problem{std::string(path), "cannot read", readings.error().text(), true};
+    lost.stamp = Problem{std::string(path), "cannot read", reading.error().text(), true};
     return lost;
+}
+
+// A link is left to who follows it.
+void FarFiles::remember(std::string_view path, const Reply& named, const FarReading& reading) const {
+    const bool isSmall = reading.stamp && reading.bytes.size() <= longestExpected;
+    if (isSmall && isFile(named) && _read.size() < mostRemembered) _read.insert_or_assign(std::string(path), reading);
 }
 
 Result<Stamp> FarFiles::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
@@ -394,20 +417,24 @@ void FarFiles::expect(std::span<const std::string> files, std::span<const std::s
         for (std::size_t at = 0; at < folders.size(); ++at)
             _expectedFolders.insert_or_assign(folders[at], std::move(listed[at]));
     }
+    if (files.empty()) return;
+    const auto paths = onHost(files);
+    const auto looks = withServer(_connection, [&](SftpSession& session) { return lookAtFarFiles(session, paths); });
+    if (!looks) return;
     std::size_t bytes = 0;
-    while (!files.empty() && bytes < mostExpectedBytes) {
-        const auto some = files.first(std::min(files.size(), expectedAtOnce));
-        files = files.subspan(some.size());
-        const auto paths = onHost(some);
-        auto readings = withServer(_connection,
-                                   [&](SftpSession& session) { return readFarFiles(session, paths, longestExpected); });
+    for (std::size_t start = 0; start < files.size() && bytes < mostExpectedBytes;) {
+        const std::size_t count = countAtOnce(std::span(*looks).subspan(start));
+        const auto some = std::span(paths).subspan(start, count);
+        const auto seen = std::span(*looks).subspan(start, count);
+        auto readings = withServer(
+            _connection, [&](SftpSession& session) { return readFarFiles(session, some, seen, longestExpected); });
         if (!readings) return;
-        for (std::size_t at = 0; at < some.size(); ++at) {
-            FarReading& reading = (*readings)[at];
+        for (FarReading& reading : *readings) {
             bytes += reading.bytes.size();
             // What is larger is read by whoever wants it so.
             const bool isLarge = reading.attributes.size.value_or(0) > longestExpected;
-            if (!isLarge) _expected.insert_or_assign(some[at], std::move(reading));
+            if (!isLarge) _expected.insert_or_assign(files[start], std::move(reading));
+            ++start;
         }
     }
 }
@@ -415,15 +442,41 @@ void FarFiles::expect(std::span<const std::string> files, std::span<const std::s
 void FarFiles::endTurn() {
     _expected.clear();
     _expectedFolders.clear();
+    _read.clear();
 }
 
 Result<Stamp> FarFiles::changeFile(std::string_view path, const platform::Change& change) {
-    _expected.erase(std::string(path));
+    const std::string file(path);
+    _expected.erase(file);
+    const auto read = _read.extract(file);
+    auto known = read ? std::optional(read.mapped()) : std::nullopt;
     // It is under way meanwhile: a notification is going to follow.
     static_cast<void>(_connection.shell());
-    auto problem = FarChange(_connection, _listener, _place).make(std::string(path), onHost(path), change);
-    if (problem) return *std::move(problem);
-    return Stamp{};
+    std::optional<std::string>& left = _left[file];
+    left.reset();
+    const auto noted = [&](std::optional<std::string_view> held) {
+        auto wanted = change(held);
+        if (wanted && wanted->bytes.size() <= longestExpected) left = wanted->bytes;
+        return wanted;
+    };
+    auto problem = FarChange(_connection, _listener, _place).make(file, onHost(path), noted, std::move(known));
+    if (!problem) return Stamp{};
+    left.reset();
+    return *std::move(problem);
+}
+
+bool FarFiles::areAsLeft() const {
+    std::vector<std::string> paths;
+    for (const auto& [path, bytes] : _left) {
+        if (!bytes) return false;
+        paths.push_back(onHost(path));
+    }
+    const auto readings =
+        withServer(_connection, [&](SftpSession& session) { return readFarFiles(session, paths, longestExpected); });
+    if (!readings) return false;
+    return std::ranges::equal(_left, *readings, [](const auto& left, const FarReading& now) {
+        return now.stamp && now.bytes == *left.second;
+    });
 }
 
 }  // namespace hosts

@@ -22,13 +22,17 @@ struct FarReading {
     bool isUnreadable = false;    ///< there is a regular file, but it cannot be read, now or later
 };
 
-/// Reads files of a phone, all at once: three ways there and back in all, and more for large ones. Links are the
-/// server's to follow. A problem, a passing one, when the connection is lost.
+/// What the server answers when it is asked what each of these is, one way there and back for all of them. A problem, a
+/// passing one, when the connection is lost.
+platform::Result<std::vector<sftp::Reply>> lookAtFarFiles(SftpSession& session, std::span<const std::string> paths);
+/// Reads files of a phone that have just been looked at, all at once: two ways there and back in all, and more for
+/// large ones. `looks` is what the server has answered of each. Links are the server's to follow. A problem, a passing
+/// one, when the connection is lost.
+platform::Result<std::vector<FarReading>> readFarFiles(SftpSession& session, std::span<const std::string> paths,
+                                                       std::span<const sftp::Reply> looks, std::size_t limit);
+/// The same with a look at them first, which is one way more.
 platform::Result<std::vector<FarReading>> readFarFiles(SftpSession& session, std::span<const std::string> paths,
                                                        std::size_t limit);
-/// The same for one that has been looked at already: `looked` is what the server has answered then.
-platform::Result<FarReading> readFarFile(SftpSession& session, const std::string& path, const sftp::Reply& looked,
-                                         std::size_t limit);
 
 /// The files of a phone that is reached by its address. Links lead where the phone's own system lets them, and so may
 /// lead out of the folder that is the phone's root; nothing that is read can lead to this machine.
@@ -57,12 +61,18 @@ public:
     /// The stamps of files as they are now, one way there and back for all of them; nothing for what is not there.
     platform::Result<std::vector<std::optional<platform::Stamp>>> lookAtAll(std::span<const std::string> paths) const;
 
+    /// Whether each file that this object has changed still holds what it has left there, by its bytes: what another
+    /// program writes right behind a change may have the same size, and the protocol's times are whole seconds. False
+    /// as well where that cannot be known.
+    bool areAsLeft() const;
+
 private:
     using Names = platform::Result<std::vector<std::string>>;
 
     std::string onHost(std::string_view path) const;
     std::vector<std::string> onHost(std::span<const std::string> paths) const;
     FarReading readNow(std::string_view path, std::size_t limit) const;
+    void remember(std::string_view path, const sftp::Reply& named, const FarReading& reading) const;
     std::vector<Names> listNow(std::span<const std::string> folders) const;
 
     SshConnection& _connection;
@@ -72,6 +82,10 @@ private:
     /// Read and listed ahead, each for who asks for it first.
     mutable std::map<std::string, FarReading, std::less<>> _expected;
     mutable std::map<std::string, Names, std::less<>> _expectedFolders;
+    /// What this turn has read by itself, for the changes that follow from it.
+    mutable std::map<std::string, FarReading, std::less<>> _read;
+    /// What each file was left with; nothing where that is not known or large.
+    std::map<std::string, std::optional<std::string>> _left;
 };
 
 /// Does something with the phone's server, and once more where the connection breaks over it. For what does not

@@ -4,32 +4,39 @@
 #include <algorithm>
 #include <chrono>
 
+#include "hosts/phones/disk_usage.h"
 #include "hosts/phones/far/far_events.h"
 
 namespace hosts {
 namespace {
 
-using platform::Dictionary;
 using platform::Problem;
 using platform::Result;
 using platform::Value;
 
-// The storage of the file system that the phone's root lies on, in bytes and under the platform's names.
-std::optional<Value> diskUsage(SftpSession& session, const std::string& folder) {
+// Of the file system that the phone's root lies on. Nothing where the server does not tell.
+std::optional<DiskBlocks> blocksByServer(SftpSession& session, const std::string& folder) {
     if (!session.offers(sftp::statvfs)) return std::nullopt;
     const auto reply = session.exchange(sftp::extendedOn(sftp::statvfs, folder));
     constexpr std::size_t fields = 11;
     const auto told = reply ? sftp::wideNumbersIn(*reply, fields) : std::vector<std::uint64_t>();
     if (told.empty()) return std::nullopt;
-    const auto bytes = [unit = told[1]](std::uint64_t blocks) { return Value{blocks * unit}; };
-    const std::uint64_t blocks = told[2];
-    const std::uint64_t unused = told[3];
-    const std::uint64_t available = told[4];
-    return Value(Dictionary{{"TotalDiskCapacity", bytes(blocks)},
-                            {"TotalDataCapacity", bytes(blocks)},
-                            {"TotalDataAvailable", bytes(unused)},
-                            {"AmountDataAvailable", bytes(available)},
-                            {"AmountDataReserved", bytes(std::max(unused, available) - available)}});
+    return DiskBlocks{told[1], told[2], told[3], told[4]};
+}
+
+std::optional<DiskBlocks> blocksByCommand(SshConnection& connection) {
+    const auto shell = connection.shell();
+    if (!shell) return std::nullopt;
+    const auto answer = (*shell)->run("LC_ALL=C df -k -P -- " + shellQuoted(connection.address().folder));
+    return answer && answer->status == 0 ? readDiskFree(answer->output) : std::nullopt;
+}
+
+std::optional<Value> diskUsageOf(SshConnection& connection) {
+    const auto session = connection.files();
+    if (!session) return std::nullopt;
+    auto blocks = blocksByServer(**session, connection.address().folder);
+    if (!blocks) blocks = blocksByCommand(connection);
+    return blocks ? std::optional(Value(diskUsage(*blocks))) : std::nullopt;
 }
 
 // Of a command that says one word, as "uname -m" does.
@@ -59,9 +66,7 @@ std::optional<Value> FarDevice::asked(std::string_view key) {
         return machine && machine->string()->find(',') != std::string::npos ? machine : std::nullopt;
     }
     if (key == "CPUArchitecture") return wordOf(_connection, "arch");
-    if (key != "DiskUsage") return std::nullopt;
-    const auto session = _connection.files();
-    return session ? diskUsage(**session, _connection.address().folder) : std::nullopt;
+    return key == "DiskUsage" ? diskUsageOf(_connection) : std::nullopt;
 }
 
 Result<std::unique_ptr<Phone>> SshPhone::open(const SshAddress& address, const SshOptions& options,

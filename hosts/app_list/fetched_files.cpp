@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
-#include "hosts/app_list/fetched_icons.h"
+#include "hosts/app_list/fetched_files.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace hosts {
@@ -14,12 +16,14 @@ constexpr std::size_t applicationsAtOnce = 256;
 // An application names one icon or two; each has nine files at most.
 constexpr std::size_t mostFiles = 8192;
 constexpr std::size_t mostBytes = std::size_t{32} << 20;
+// So that what the search reads leaves room for the icons.
+constexpr std::size_t mostBytesOfSearch = mostBytes / 4;
 constexpr std::size_t longestFetched = std::size_t{1} << 20;
 
 }  // namespace
 
-void FetchedIcons::fetchFrom(const InstalledApplications& applications, const InstalledApplication& first,
-                             const IconTarget& target) {
+void FetchedFiles::fetchIconsFrom(const InstalledApplications& applications, const InstalledApplication& first,
+                                  const IconTarget& target) {
     if (_folders.contains(first.folder)) return;
     std::vector<std::string> folders;
     const auto position = static_cast<std::size_t>(&first - applications.data());
@@ -30,7 +34,7 @@ void FetchedIcons::fetchFrom(const InstalledApplications& applications, const In
     std::vector<std::string> infos;
     for (const std::string& folder : folders)
         infos.push_back(infoFile(folder));
-    fetch(infos);
+    fetch(infos, mostBytes);
     std::vector<std::string> pictures;
     RationedFiles files(*this, {.calls = applicationsAtOnce, .names = 0, .bytes = mostBytes});
     for (const std::string& folder : folders) {
@@ -40,13 +44,21 @@ void FetchedIcons::fetchFrom(const InstalledApplications& applications, const In
             }
         }
     }
-    fetch(pictures);
+    fetch(pictures, mostBytes);
 }
 
-void FetchedIcons::fetch(const std::vector<std::string>& paths) {
-    _phone.expect(paths, {});
-    for (const std::string& path : paths) {
-        if (_bytes >= mostBytes) return;
+void FetchedFiles::expect(std::span<const std::string> files, std::span<const std::string> folders) const {
+    if (files.empty()) return _phone.expect({}, folders);
+    fetch(files, mostBytesOfSearch);
+}
+
+void FetchedFiles::fetch(std::span<const std::string> paths, std::size_t most) const {
+    std::vector<std::string> missing;
+    std::ranges::copy_if(paths, std::back_inserter(missing),
+                         [this](const std::string& path) { return !_fetched.contains(path); });
+    _phone.expect(missing, {});
+    for (const std::string& path : missing) {
+        if (_bytes >= most) return;
         std::string contents;
         const auto stamp = _phone.readFile(path, contents, longestFetched);
         _bytes += contents.size();
@@ -56,7 +68,7 @@ void FetchedIcons::fetch(const std::vector<std::string>& paths) {
     }
 }
 
-Result<Stamp> FetchedIcons::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
+Result<Stamp> FetchedFiles::readFile(std::string_view path, std::string& contents, std::size_t limit) const {
     const auto fetched = _fetched.find(path);
     if (fetched == _fetched.end()) return _phone.readFile(path, contents, limit);
     contents.clear();

@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,17 +14,18 @@
 
 namespace hosts {
 
-/// What icons are read from on a phone that is far: with the first icon of some applications, the files of all their
-/// icons are fetched at once. What was fetched serves until it is dropped; anything else is asked of the phone.
-class FetchedIcons final : public platform::FileSystem {
+/// The files of applications on a phone that is far. What the search for applications reads is kept for their icons,
+/// whose names stand there too, and with the first icon the files of very many are fetched at once. What was fetched
+/// serves until the object goes; anything else is asked of the phone.
+class FetchedFiles final : public platform::FileSystem {
 public:
     /// `phone` outlives the object.
-    explicit FetchedIcons(const platform::FileSystem& phone) : _phone(phone) {}
+    explicit FetchedFiles(const platform::FileSystem& phone) : _phone(phone) {}
 
     /// Fetches what the icons of this application, and of those behind it in the list, are read from; nothing where
     /// that has been done.
-    void fetchFrom(const InstalledApplications& applications, const InstalledApplication& first,
-                   const IconTarget& target);
+    void fetchIconsFrom(const InstalledApplications& applications, const InstalledApplication& first,
+                        const IconTarget& target);
 
     using platform::FileSystem::readFile;
     platform::Result<platform::Stamp> look(std::string_view path) const override { return _phone.look(path); }
@@ -35,16 +37,18 @@ public:
     platform::Result<platform::Stamp> changeFile(std::string_view path, const platform::Change&) override {
         return platform::Problem{std::string(path), "cannot write", "it is only read"};
     }
+    bool isFar() const override { return true; }
+    void expect(std::span<const std::string> files, std::span<const std::string> folders) const override;
 
 private:
     using Bytes = std::optional<std::string>;  ///< nothing for what is not there
 
-    void fetch(const std::vector<std::string>& paths);
+    void fetch(std::span<const std::string> paths, std::size_t most) const;
 
     const platform::FileSystem& _phone;
-    std::map<std::string, Bytes, std::less<>> _fetched;
-    std::set<std::string, std::less<>> _folders;
-    std::size_t _bytes = 0;
+    mutable std::map<std::string, Bytes, std::less<>> _fetched;
+    mutable std::size_t _bytes = 0;
+    std::set<std::string, std::less<>> _folders;  ///< of the applications whose icons have been fetched
 };
 
 }  // namespace hosts
