@@ -134,7 +134,8 @@ void addToTables(const Count& count, unsigned changes, int cuts) {
 }
 
 // The cuts are spread evenly over all bytes of a change, there and back, closer than its questions and answers are long
-// where there are many. The number has as many digits before as after, and so each change as many bytes.
+// where there are many; the last ones are left out, which may come with the next change. The number has as many digits
+// before as after, and so each change as many bytes.
 TEST_F(BrokenConnection, makesEachChangeOnceWhereverItIsCut) {
     const auto phone = startCounting();
     const std::uint64_t bytes = bytesOfAChange(*phone);
@@ -144,7 +145,7 @@ TEST_F(BrokenConnection, makesEachChangeOnceWhereverItIsCut) {
     Count count;
     for (unsigned made = 0; made < changes; ++made) {
         const unsigned cut = made / betweenCuts;
-        if (made % betweenCuts == 0 && cut < cuts) way.cutAfter(1 + (bytes - 1) * cut / std::max(cuts - 1, 1U));
+        if (made % betweenCuts == 0 && cut < cuts) way.cutAfter(1 + bytes * cut / cuts);
         makeChange(*phone, count);
         if (made % 1000 == 999) std::cerr << made + 1 << " changes, " << way.cuts() << " cuts" << std::endl;
     }
