@@ -160,6 +160,28 @@ TEST_F(BrokenConnection, makesEachChangeOnceWhereverItIsCut) {
     addToTables(count, changes, way.cuts());
 }
 
+// Once too often is once more to read the file; once too seldom, and the phone never knows.
+TEST_F(BrokenConnection, postsAgainWhatWasCutOff) {
+    const auto phone = open();
+    const auto post = [&] {
+        phone->notifications().postNotification(preferencesChanged);
+        phone->settle();
+    };
+    post();
+    const std::uint64_t before = way.bytes();
+    post();
+    const std::uint64_t bytes = way.bytes() - before;
+    constexpr std::uint64_t cuts = 12;
+    for (std::uint64_t cut = 0; cut < cuts; ++cut) {
+        const std::size_t told = host.posted().size();
+        way.cutAfter(1 + bytes * cut / cuts);
+        post();
+        EXPECT_GT(host.posted().size(), told) << "cut after " << 1 + bytes * cut / cuts << " bytes of " << bytes;
+    }
+    EXPECT_GT(way.cuts(), static_cast<int>(cuts / 2));
+    EXPECT_THAT(outcomes.problems, IsEmpty());
+}
+
 TEST_F(BrokenConnection, isSaidToBeSoWhereThePhoneDoesNotComeBack) {
     writeSettings(host.phone(), settingsOf({{"Count", "<integer>1</integer>"}}));
     const auto phone = open();
