@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "far_phone.h"
+#include "tests/kit/distance.h"
 
 namespace far_phones_test {
 namespace {
@@ -132,6 +133,23 @@ TEST_F(FarPhone, monitorTellsOfWhatThePhonesOwnProgramsChange) {
     EXPECT_EQ(monitor.readLine(), "HotCorners: (nothing) -> false");
     monitor.signal(SIGINT);
     EXPECT_EQ(monitor.wait(), 0);
+}
+
+TEST_F(FarPhone, monitorListensAnewAfterTheConnectionBroke) {
+    Distance way{host.port(), std::chrono::milliseconds{1}};
+    use(way.port());
+    RunningTrivel3ctl monitor(ctl, {"monitor"});
+    ASSERT_EQ(monitor.readErrorLine(), "listening");
+    const int connections = way.connections();
+    way.cut();
+    writeSettings(host.phone(), settingsOf({{"HotCorners", "<false/>"}}));
+    for (std::optional<std::string> line; !line;) {
+        host.post(preferencesChanged);
+        line = monitor.readLine(std::chrono::milliseconds{500});
+        EXPECT_EQ(line.value_or(preferencesChanged), preferencesChanged);
+    }
+    EXPECT_EQ(monitor.readLine(), "HotCorners: (nothing) -> false");
+    EXPECT_GT(way.connections(), connections);
 }
 
 TEST_F(FarPhone, monitorTellsOfUnannouncedChangesWithoutAnyCommandOnThePhone) {
