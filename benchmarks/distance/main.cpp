@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <optional>
 #include <regex>
 #include <string>
@@ -75,16 +76,18 @@ private:
     RunningTrivel3ctl _program;
 };
 
+using Commands = std::vector<std::string>;
+
 /// What one of the programs does.
 struct Job {
     const char* what;
     std::function<double(const Trivel3ctl&)> once;  ///< in milliseconds, on the phone that the program is set to
     bool connects = false;                          ///< whether that takes connecting too
     int reach = 0;                                  ///< in ways there and back
-    std::optional<double> bare = {};                ///< what `sftp` takes for it, in milliseconds
+    Commands bare = {};                             ///< what `sftp` does for it
 };
 
-Job runOf(const char* what, const Trivel3ctl::Arguments& arguments, double bare) {
+Job runOf(const char* what, const Trivel3ctl::Arguments& arguments, const Commands& bare) {
     const auto run = [arguments](const Trivel3ctl& program) {
         return once([&] { static_cast<void>(program.run(arguments)); });
     };
@@ -92,7 +95,7 @@ Job runOf(const char* what, const Trivel3ctl::Arguments& arguments, double bare)
 }
 
 Job driveOf(const char* what, const std::function<void()>& prepare, const std::vector<std::string>& before,
-            const std::string& command, int reach, std::optional<double> bare) {
+            const std::string& command, int reach, const Commands& bare) {
     const auto run = [=](const Trivel3ctl& program) {
         prepare();
         Drive drive(program);
@@ -103,7 +106,9 @@ Job driveOf(const char* what, const std::function<void()>& prepare, const std::v
     return {what, run, false, reach, bare};
 }
 
-std::vector<Job> jobsOn(const SshHost& host, double reading, double change) {
+std::vector<Job> jobsOn(const SshHost& host) {
+    const Commands reading = distance::readingOfSettings(host);
+    const Commands change = distance::changeOfSettings(host);
     const std::string advanced = R"({"do":"tap","row":"Advanced Options"})";
     const std::string closing = R"({"do":"tap","row":"Close All Apps"})";
     const std::string opening = R"({"do":"switch","row":"Open to Last App","on":true})";
@@ -146,11 +151,16 @@ void printConnecting(const char* what, double milliseconds) {
     std::printf("| %s | %.0f | %.1f |\n", what, milliseconds, milliseconds / roundTrip);
 }
 
-void printJob(const Job& job, double milliseconds, const std::string& besideMount) {
-    const double ways = milliseconds / roundTrip;
-    std::printf("| %s | %.0f | %.1f | %d | %s |%s%s\n", job.what, milliseconds, ways, job.reach,
-                ways <= job.reach ? "yes" : "no", besidePeer(milliseconds, job.bare).c_str(), besideMount.c_str());
+// The mount takes minutes.
+void printNow(const std::string& text) {
+    std::fputs(text.c_str(), stdout);
     std::fflush(stdout);
+}
+
+void printJob(const Job& job, double milliseconds) {
+    const double ways = milliseconds / roundTrip;
+    std::printf("| %s | %.0f | %.1f | %d | %s |", job.what, milliseconds, ways, job.reach,
+                ways <= job.reach ? "yes" : "no");
 }
 
 double runSsh(const SshHost& host, std::uint16_t port) {
@@ -168,9 +178,9 @@ double connect(const SshHost& host, std::uint16_t port) {
 }
 
 // Of many in one connection, so that what connecting took matters little.
-double bareTime(const SshHost& host, std::uint16_t port, const std::vector<std::string>& commands) {
+double bareTime(const SshHost& host, std::uint16_t port, const Commands& commands) {
     constexpr int times = 5;
-    std::vector<std::string> all;
+    Commands all;
     for (int time = 0; time < times; ++time)
         all.insert(all.end(), commands.begin(), commands.end());
     return median([&] {
@@ -189,9 +199,6 @@ int main(int count, char** arguments) {
     fill(host.phone());
     writeSettings(host.phone(), settingsOf({{"HotCorners", "<true/>"}}));
     const Distance way(host.port(), oneWay);
-    const auto jobs = jobsOn(host, bareTime(host, way.port(), distance::readingOfSettings(host)),
-                             bareTime(host, way.port(), distance::changeOfSettings(host)));
-
     Trivel3ctl program;
     host.letUse(program, way.port());
     std::optional<distance::MountedPhone> mount;
@@ -200,14 +207,20 @@ int main(int count, char** arguments) {
     printHead(mount.has_value());
     printConnecting("ssh HOST true", median([&] { return runSsh(host, way.port()); }));
     printConnecting("connecting, and asking for the model", median([&] { return connect(host, way.port()); }));
-    for (const Job& job : jobs) {
+    std::map<Commands, double> bareTimes;
+    for (const Job& job : jobsOn(host)) {
         if (!std::regex_search(job.what, picked)) continue;
         // Connecting right before, since a busy machine is not as busy all the time.
         const double ours = median([&] {
             const double connecting = job.connects ? connect(host, way.port()) : 0;
             return job.once(program) - connecting;
         });
-        printJob(job, ours, mount ? besidePeer(ours, job.once(onMount)) : "");
+        const auto [bare, isNew] = bareTimes.try_emplace(job.bare);
+        if (isNew && !job.bare.empty()) bare->second = bareTime(host, way.port(), job.bare);
+        printJob(job, ours);
+        printNow(besidePeer(ours, job.bare.empty() ? std::nullopt : std::optional(bare->second)));
+        if (mount) printNow(besidePeer(ours, job.once(onMount)));
+        printNow("\n");
     }
     std::printf("\nMedians of %d%s.\n", repetitions,
                 mount ? "; one run on the mount, which is connected before and tells the phone nothing"
