@@ -124,6 +124,7 @@ TEST_F(FarPhone, changeOfWhichThePhoneWasNotToldIsWrittenAndSaidSo) {
 void expectTold(RunningTrivel3ctl& monitor, const SshHost& host) {
     writeSettings(host.phone(), settingsOf({{"HotCorners", "<false/>"}}));
     for (std::optional<std::string> line; !line;) {
+        ASSERT_FALSE(monitor.hasEnded());
         host.post(preferencesChanged);
         line = monitor.readLine(std::chrono::milliseconds{500});
         EXPECT_EQ(line.value_or(preferencesChanged), preferencesChanged);

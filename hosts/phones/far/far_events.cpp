@@ -45,10 +45,10 @@ FarEvents::FarEvents(SshConnection& connection, FarFiles& files, PhoneNotifyCent
         const auto stamps = _files.lookAtAll(paths);
         for (std::size_t at = 0; stamps && at < _watched.size(); ++at)
             _watched[at].stamp = (*stamps)[at];
-        const itimerspec period{{secondsBetweenLooks, 0}, {secondsBetweenLooks, 0}};
-        ::timerfd_settime(_timer.get(), 0, &period, nullptr);
-        wait(_timer.get());
     }
+    const itimerspec period{{secondsBetweenLooks, 0}, {secondsBetweenLooks, 0}};
+    ::timerfd_settime(_timer.get(), 0, &period, nullptr);
+    wait(_timer.get());
     startListening();
 }
 
@@ -142,6 +142,8 @@ void FarEvents::look() {
     std::vector<std::string> paths;
     for (const File& file : _watched)
         paths.push_back(file.path);
+    // Whether the phone is there has to be asked all the same: who listens alone would not notice that it is not.
+    if (paths.empty()) paths.emplace_back("/");
     const auto stamps = _files.lookAtAll(paths);
     if (!stamps) _untoldLoss = stamps.error().text();
     if (_generation != _connection.generation()) {
