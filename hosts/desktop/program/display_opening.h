@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include <optional>
+
+#include "hosts/desktop/program/settings_window.h"
+
 namespace hosts::desktop {
 
 /// The time in which the application object is made, and Qt looks for a display. Where it finds none,
@@ -17,6 +21,23 @@ public:
 
 private:
     bool _isWithoutInputMethods;
+};
+
+/// An application object, of QGuiApplication's kind, for which a display has been opened and that is set up. Both
+/// arguments are main's, and outlive it.
+template <class Kind>
+class DisplayedApplication {
+public:
+    DisplayedApplication(int& argumentCount, char** arguments)
+        : _opening(std::in_place), _application(argumentCount, arguments) {
+        _opening.reset();
+        setUpApplication();
+    }
+    Kind& get() { return _application; }
+
+private:
+    std::optional<DisplayOpening> _opening;
+    Kind _application;
 };
 
 }  // namespace hosts::desktop

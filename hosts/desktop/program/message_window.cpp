@@ -6,7 +6,6 @@
 #include <QGuiApplication>
 #include <QQuickItem>
 #include <QQuickView>
-#include <optional>
 
 #include "hosts/desktop/drawing/qt_values.h"
 #include "hosts/desktop/program/desktop_taste.h"
@@ -57,10 +56,7 @@ int failBeforeUser(int argumentCount, char** arguments, ExitStatus status, const
     // First: the display may be one that cannot be opened.
     fail(status, message);
     if (!isReadOnDisplayAlone()) return status;
-    std::optional<DisplayOpening> opening(std::in_place);
-    const QGuiApplication application(argumentCount, arguments);
-    opening.reset();
-    setUpApplication();
+    const DisplayedApplication<QGuiApplication> application(argumentCount, arguments);
     showMessage(message, closing);
     return status;
 }

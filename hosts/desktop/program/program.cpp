@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <optional>
 
 #include "hosts/desktop/program/desktop_session.h"
 #include "hosts/desktop/program/desktop_taste.h"
@@ -221,13 +220,10 @@ int runProgram(int argumentCount, char** arguments) {
         return runScreenshots(*phone, *options);
     }
     const StopSignals stop;
-    std::optional<DisplayOpening> opening(std::in_place);
-    Application application(argumentCount, arguments);
-    opening.reset();
-    setUpApplication();
+    DisplayedApplication<Application> application(argumentCount, arguments);
     tellBy(waitingWindow, waiting);
     beginTurns(waitingWindow, waiting);
-    return runWindow(application, stop, *phone, *options);
+    return runWindow(application.get(), stop, *phone, *options);
 }
 
 }  // namespace hosts::desktop

@@ -13,7 +13,6 @@
 
 #include "hosts/desktop/program/display_opening.h"
 #include "hosts/desktop/program/message_window.h"
-#include "hosts/desktop/program/settings_window.h"
 #include "hosts/phones/waiting_shell.h"
 #include "hosts/session/exit_status.h"
 
@@ -49,10 +48,7 @@ void WaitingWindow::close() {
 }
 
 int runWaitingWindow(int argumentCount, char** arguments) {
-    std::optional<DisplayOpening> opening(std::in_place);
-    const QGuiApplication application(argumentCount, arguments);
-    opening.reset();
-    setUpApplication();
+    const DisplayedApplication<QGuiApplication> application(argumentCount, arguments);
     // Whoever waits has ended, or waits no longer.
     QSocketNotifier input(STDIN_FILENO, QSocketNotifier::Read);
     QObject::connect(&input, &QSocketNotifier::activated, [] { std::_Exit(done); });

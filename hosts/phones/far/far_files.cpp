@@ -448,8 +448,8 @@ void FarFiles::endTurn() {
 Result<Stamp> FarFiles::changeFile(std::string_view path, const platform::Change& change) {
     const std::string file(path);
     _expected.erase(file);
-    const auto read = _read.extract(file);
-    auto known = read ? std::optional(read.mapped()) : std::nullopt;
+    auto read = _read.extract(file);
+    auto known = read ? std::optional(std::move(read.mapped())) : std::nullopt;
     // It is under way meanwhile: a notification is going to follow.
     static_cast<void>(_connection.shell());
     std::optional<std::string>& left = _left[file];

@@ -25,6 +25,14 @@ bool asksToEnd(int signal) {
     return signal != SIGWINCH && signal != SIGTSTP && signal != SIGCONT;
 }
 
+template <class Kept>
+std::optional<Kept> takeFirst(std::deque<Kept>& all) {
+    if (all.empty()) return std::nullopt;
+    Kept first = std::move(all.front());
+    all.pop_front();
+    return first;
+}
+
 }  // namespace
 
 EventLoop::EventLoop(Parts parts) : _parts(std::move(parts)) {
@@ -95,10 +103,13 @@ void EventLoop::keepInput() {
 }
 
 std::optional<Event> EventLoop::nextEvent() {
-    if (_typed.empty()) return _parts.terminal.nextEvent();
-    Event event = std::move(_typed.front());
-    _typed.pop_front();
-    return event;
+    auto kept = takeFirst(_typed);
+    return kept ? kept : _parts.terminal.nextEvent();
+}
+
+std::optional<int> EventLoop::nextSignal() {
+    const auto kept = takeFirst(_signals);
+    return kept ? kept : _parts.signals.next();
 }
 
 // What a key does depends on what the keys before it have brought onto the screen; only the last
@@ -114,12 +125,7 @@ void EventLoop::takeInput() {
 }
 
 void EventLoop::takeSignals() {
-    while (!_signals.empty()) {
-        const int number = _signals.front();
-        _signals.pop_front();
-        takeSignal(number);
-    }
-    while (const auto number = _parts.signals.next())
+    while (const auto number = nextSignal())
         takeSignal(*number);
 }
 

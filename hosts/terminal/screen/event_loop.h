@@ -42,6 +42,7 @@ private:
     void keepInput();
     bool holdsInput() const { return !_typed.empty() || !_signals.empty(); }
     std::optional<Event> nextEvent();
+    std::optional<int> nextSignal();
     void takeInput();
     void takeSignals();
     void takeSignal(int number);
