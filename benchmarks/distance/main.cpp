@@ -10,7 +10,6 @@
 #include <string>
 #include <vector>
 
-#include "hosts/phones/far/ssh_phone.h"
 #include "peers.h"
 #include "tests/kit/distance.h"
 #include "tests/kit/ssh_host.h"
@@ -169,12 +168,7 @@ double runSsh(const SshHost& host, std::uint16_t port) {
 }
 
 double connect(const SshHost& host, std::uint16_t port) {
-    hosts::SshOptions options;
-    options.command = host.ssh();
-    return once([&] {
-        const auto phone = hosts::SshPhone::open(*hosts::parseSshAddress(host.address(port)), options, "/none");
-        static_cast<void>((*phone)->device().copyAnswer("ProductType"));
-    });
+    return once([&] { static_cast<void>(host.openPhone(host.address(port))->device().copyAnswer("ProductType")); });
 }
 
 // Of many in one connection, so that what connecting took matters little.

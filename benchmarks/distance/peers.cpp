@@ -20,9 +20,7 @@ void runSftp(const SshHost& host, std::uint16_t port, const std::vector<std::str
     for (const std::string& command : commands)
         batch += command + "\n";
     writeText(host.inside("batch"), batch);
-    // As the SSH client that is a peer of its own is called.
-    static_cast<void>(host.ssh());
-    const Outcome outcome = ChildProcess({BENCHMARK_SFTP, "-q", "-F", host.inside("ssh_config"), "-P",
+    const Outcome outcome = ChildProcess({BENCHMARK_SFTP, "-q", "-F", host.writeConfiguration(), "-P",
                                           std::to_string(port), "-b", host.inside("batch"), "127.0.0.1"},
                                          ownEnvironment())
                                 .finish();

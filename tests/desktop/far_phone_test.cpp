@@ -6,15 +6,12 @@
 namespace desktop_tests {
 namespace {
 
-constexpr const char* preferencesChanged = "com.fenwary.trivel3.preferencesChanged";
-
 /// The real program on a phone that is reached by its address, through a way that can fall silent.
 class FarWindow : public RealEvents {
 protected:
     void SetUp() override {
         RealEvents::SetUp();
-        kit::writeText(host.phone() / "device-information.plist",
-                       kit::settingsOf({{"ProductType", "<string>iPhone6,1</string>"}}));
+        host.nameModel("iPhone6,1");
         kit::writeSettings(host.phone(), kit::settingsOf({}));
         environment["TRIVEL3_SSH"] = host.ssh();
         phone = QString::fromStdString(host.address(way.port()));
@@ -52,10 +49,10 @@ TEST_F(FarWindow, changesThePhoneAndShowsWhatThePhoneChanges) {
     open();
     display.click(switchesOn(display.picture()).front().center());
     EXPECT_TRUE(phoneComesToHold("MultiCenter", "<false/>"));
-    EXPECT_TRUE(waitFor([this] { return host.posted() == std::vector<std::string>{preferencesChanged}; }));
+    EXPECT_TRUE(waitFor([this] { return host.posted() == std::vector<std::string>{kit::preferencesChanged}; }));
     ASSERT_TRUE(showsSwitchesOn(onAtFirst - 1));
     kit::writeSettings(host.phone(), kit::settingsOf({}));
-    host.post(preferencesChanged);
+    host.post(kit::preferencesChanged);
     EXPECT_TRUE(showsSwitchesOn(onAtFirst));
 }
 

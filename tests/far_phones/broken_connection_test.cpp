@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include <algorithm>
-#include <cstdlib>
 #include <iostream>
 #include <limits>
 #include <map>
-#include <optional>
 #include <sstream>
 
 #include "far_phone.h"
-#include "hosts/phones/far/ssh_phone.h"
 #include "platform/foundation/property_list.h"
 #include "platform/services/dictionary_files.h"
 #include "tests/kit/distance.h"
@@ -17,9 +14,6 @@
 
 namespace far_phones_test {
 namespace {
-
-using std::chrono::microseconds;
-using std::chrono::milliseconds;
 
 // What has come of changes over a connection that was cut.
 struct Count {
@@ -31,27 +25,12 @@ struct Count {
     std::map<int, int> cutAnswers;
 };
 
-// script/reliability asks for many, and over the distance of a phone that is far.
-std::optional<unsigned> changesAsked() {
-    const char* const asked = std::getenv("TRIVEL3_CHANGES");
-    return asked ? std::optional(static_cast<unsigned>(std::atoi(asked))) : std::nullopt;
-}
-
-std::chrono::microseconds oneWay() {
-    return changesAsked() ? milliseconds{25} : microseconds{200};
-}
-
 /// The phone itself, through a way that breaks.
 struct BrokenConnection : testing::Test {
     std::unique_ptr<hosts::Phone> open() {
-        const auto address = hosts::parseSshAddress(host.address(way.port()));
-        hosts::SshOptions options;
-        options.command = host.ssh();
-        auto opened = hosts::SshPhone::open(*address, options, "/none");
-        EXPECT_TRUE(opened) << (opened ? "" : opened.error().text());
-        if (!opened) throw std::runtime_error{opened.error().text()};
-        (*opened)->tell(&outcomes, false);
-        return std::move(*opened);
+        auto opened = host.openPhone(host.address(way.port()));
+        opened->tell(&outcomes, false);
+        return opened;
     }
 
     static std::int64_t numberIn(const platform::Value* value) {
@@ -109,7 +88,7 @@ struct BrokenConnection : testing::Test {
     }
 
     SshHost host;
-    Distance way{host.port(), oneWay()};
+    Distance way{host.port(), delayOfCounts()};
     NotedOutcomes outcomes;
     std::int64_t last = 100'000;  // what the number was when it was last looked at
 };
@@ -139,7 +118,7 @@ void addToTables(const Count& count, unsigned changes, int cuts) {
 TEST_F(BrokenConnection, makesEachChangeOnceWhereverItIsCut) {
     const auto phone = startCounting();
     const std::uint64_t bytes = bytesOfAChange(*phone);
-    const unsigned changes = changesAsked().value_or(50);
+    const auto changes = static_cast<unsigned>(changesAsked().value_or(50));
     const unsigned betweenCuts = std::max(changes / 100, 2U);
     const unsigned cuts = changes / betweenCuts;
     Count count;

@@ -6,7 +6,6 @@
 
 #include <filesystem>
 
-#include "hosts/phones/far/ssh_phone.h"
 #include "tests/kit/ssh_host.h"
 
 namespace far_phones_test {
@@ -43,15 +42,9 @@ TEST(DiskFree, anythingElseIsNone) {
 }
 
 platform::Value capacityToldBy(const SshHost& host) {
-    const std::string folder = host.phone() / "a folder that's a phone";
-    std::filesystem::create_directories(folder);
-    auto address = hosts::parseSshAddress(host.address());
-    address->folder = folder;
-    hosts::SshOptions options;
-    options.command = host.ssh();
-    const auto phone = hosts::SshPhone::open(*address, options, "/none");
-    if (!phone) throw std::runtime_error(phone.error().text());
-    const auto usage = (*phone)->device().copyAnswer("DiskUsage");
+    std::filesystem::create_directories(host.phone() / "a folder that's a phone");
+    const auto phone = host.openPhone(host.address() + "/a%20folder%20that's%20a%20phone");
+    const auto usage = phone->device().copyAnswer("DiskUsage");
     const auto* capacity = usage && usage->dictionary() ? usage->dictionary()->find("TotalDiskCapacity") : nullptr;
     return capacity ? *capacity : platform::Value();
 }

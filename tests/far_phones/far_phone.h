@@ -15,16 +15,13 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr const char* preferencesChanged = "com.fenwary.trivel3.preferencesChanged";
-
 /// The program on a phone that is reached by its address, of a known shape.
 struct FarPhone : testing::Test {
     explicit FarPhone(const SshHost::Options& options = {}) : host(options) { use(host.port()); }
 
     void use(std::uint16_t port) {
         host.letUse(ctl, port);
-        writeText(host.phone() / "device-information.plist",
-                  settingsOf({{"ProductType", "<string>iPhone6,1</string>"}}));
+        host.nameModel("iPhone6,1");
     }
 
     SshHost host;

@@ -96,11 +96,11 @@ TEST_F(FarPhone, turnOfManyChangesLandsInOneReplacementAndEachIsTold) {
 }
 
 TEST_F(FarPhone, shapeFollowsTheModelUnlessTheUserNamesOne) {
-    writeText(host.phone() / "device-information.plist", settingsOf({{"ProductType", "<string>iPad4,1</string>"}}));
+    host.nameModel("iPad4,1");
     const std::string tablet = ctl.run({"show", "Advanced Options"}).output;
     EXPECT_EQ(tablet, ctl.run({"--device", "tablet", "show", "Advanced Options"}).output);
     EXPECT_NE(tablet, ctl.run({"--device", "phone-4", "show", "Advanced Options"}).output);
-    writeText(host.phone() / "device-information.plist", settingsOf({{"ProductType", "<string>Odd1,1</string>"}}));
+    host.nameModel("Odd1,1");
     const Outcome unknown = ctl.run({"show", "Advanced Options"});
     EXPECT_THAT(unknown.errors, HasSubstr("the model Odd1,1 is not known"));
     EXPECT_EQ(unknown.output, ctl.run({"--device", "phone-4", "show", "Advanced Options"}).output);

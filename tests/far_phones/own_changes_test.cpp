@@ -5,7 +5,6 @@
 #include <filesystem>
 
 #include "far_phone.h"
-#include "hosts/phones/far/ssh_phone.h"
 
 namespace far_phones_test {
 namespace {
@@ -20,19 +19,8 @@ std::string settingsWith(int count) {
     return settingsOf({{"Count", "<integer>" + std::to_string(count) + "</integer>"}});
 }
 
-platform::Change replacingBy(const std::string& bytes) {
-    return [bytes](std::optional<std::string_view>) -> Result<NewContent> { return NewContent{bytes}; };
-}
-
 struct OpenFarPhone : testing::Test {
-    OpenFarPhone() {
-        hosts::SshOptions options;
-        options.command = host.ssh();
-        auto opened = hosts::SshPhone::open(*hosts::parseSshAddress(host.address()), options, "/none");
-        if (!opened) throw std::runtime_error(opened.error().text());
-        phone = *std::move(opened);
-        writeSettings(host.phone(), settingsWith(1));
-    }
+    OpenFarPhone() { writeSettings(host.phone(), settingsWith(1)); }
 
     std::string read() const {
         std::string contents;
@@ -46,8 +34,13 @@ struct OpenFarPhone : testing::Test {
         EXPECT_EQ(temporariesIn(host.phone().folder), 0U);
     }
 
+    void replaceBy(const std::string& bytes) const {
+        EXPECT_EQ(replaceFile(phone->files(), settingsPath, bytes), "");
+        EXPECT_EQ(temporariesIn(host.phone().folder), 0U);
+    }
+
     SshHost host;
-    std::unique_ptr<hosts::Phone> phone;
+    std::unique_ptr<hosts::Phone> phone = host.openPhone(host.address());
 };
 
 // With an addition to whatever is there.
@@ -69,7 +62,7 @@ TEST_F(OpenFarPhone, changeIsMadeOnWhatThePhonesProgramWroteSinceTheFileWasRead)
 TEST_F(OpenFarPhone, changeToWhatWasReadReplacesWhatThePhonesProgramWroteSince) {
     const std::string before = read();
     writeSettings(host.phone(), settingsWith(2));
-    change(replacingBy(before));
+    replaceBy(before);
     EXPECT_EQ(readSettings(host.phone()), before);
 }
 
@@ -122,14 +115,14 @@ struct ObservedFarPhone : OpenFarPhone {
 };
 
 TEST_F(ObservedFarPhone, echoOfOurOwnPostIsNotTold) {
-    change(replacingBy(settingsWith(2)));
+    replaceBy(settingsWith(2));
     post();
     host.post(afterwards);
     EXPECT_EQ(nextNotification(), afterwards);
 }
 
 TEST_F(ObservedFarPhone, notificationThatStandsForOurChangeAndAnothersIsTold) {
-    change(replacingBy(settingsWith(2)));
+    replaceBy(settingsWith(2));
     host.swallowNextPost();
     post();
     ASSERT_THAT(host.posted(), testing::Not(testing::Contains(preferencesChanged)));

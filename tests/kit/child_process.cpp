@@ -20,6 +20,8 @@
 #include <thread>
 #include <utility>
 
+#include "tests/kit/forked.h"
+
 namespace kit {
 
 namespace {
@@ -39,14 +41,6 @@ Pipe makePipe() {
 
 double secondsOf(const timeval& time) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
-}
-
-std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (const std::string& text : texts)
-        pointers.push_back(const_cast<char*>(text.c_str()));
-    pointers.push_back(nullptr);
-    return pointers;
 }
 
 void ignoreBrokenPipes() {
@@ -99,9 +93,7 @@ ChildProcess::ChildProcess(const std::vector<std::string>& command, const Enviro
 void ChildProcess::start(const std::vector<std::string>& command, const Environment& environment, int output,
                          int errors) {
     Pipe input = makePipe();
-    std::vector<std::string> variables;
-    for (const auto& [name, value] : environment)
-        variables.push_back(name + "=" + value);
+    const std::vector<std::string> variables = assignmentsOf(environment);
     ignoreBrokenPipes();
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);

@@ -18,6 +18,8 @@
 #include <system_error>
 #include <vector>
 
+#include "tests/kit/document_tables.h"
+
 namespace kit {
 namespace {
 
@@ -99,6 +101,10 @@ private:
     Direction _direction;
     std::deque<Part> _under;
 };
+
+std::chrono::microseconds delayOfCounts() {
+    return changesAsked() ? std::chrono::milliseconds{25} : std::chrono::microseconds{200};
+}
 
 Descriptor listenOnLoopback(std::uint16_t& port) {
     Descriptor listening = makeSocket();

@@ -82,6 +82,10 @@ private:
     std::thread _thread;
 };
 
+/// What each direction takes where changes are counted: as long as to a phone that is far where a number of them is
+/// asked for (`changesAsked`), and hardly any time else.
+std::chrono::microseconds delayOfCounts();
+
 /// A socket of this machine that takes connections, and the port that it was given.
 hosts::Descriptor listenOnLoopback(std::uint16_t& port);
 

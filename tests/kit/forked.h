@@ -7,9 +7,29 @@
 
 #include <atomic>
 #include <cerrno>
+#include <map>
 #include <new>
+#include <string>
+#include <vector>
 
 namespace kit {
+
+/// As exec takes them, with a null pointer at the end; good as long as the texts are.
+inline std::vector<char*> pointersTo(const std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    for (const std::string& text : texts)
+        pointers.push_back(const_cast<char*>(text.c_str()));
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+/// As exec takes them: "NAME=VALUE" of each.
+inline std::vector<std::string> assignmentsOf(const std::map<std::string, std::string>& variables) {
+    std::vector<std::string> assignments;
+    for (const auto& [name, value] : variables)
+        assignments.push_back(name + "=" + value);
+    return assignments;
+}
 
 /// Starts `action` in a copy of this process, whose exit status is what it returns.
 template <typename Action>

@@ -71,10 +71,7 @@ Mount::Mount() : _folder(_behind.around / "mount") {
 }
 
 pid_t Mount::start(const std::vector<std::string>& command, int stream) {
-    std::vector<char*> arguments;
-    for (const std::string& argument : command)
-        arguments.push_back(const_cast<char*>(argument.c_str()));
-    arguments.push_back(nullptr);
+    const std::vector<char*> arguments = pointersTo(command);
     const pid_t program = startForked([&] {
         ::prctl(PR_SET_PDEATHSIG, SIGTERM);
         if (stream >= 0 && (::dup2(stream, STDIN_FILENO) < 0 || ::dup2(stream, STDOUT_FILENO) < 0)) return 127;

@@ -20,18 +20,11 @@
 #include <system_error>
 #include <thread>
 
+#include "tests/kit/forked.h"
 #include "tests/kit/temporary_folder.h"
 
 namespace kit {
 namespace {
-
-std::vector<char*> asPointers(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    for (std::string& text : texts)
-        pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-}
 
 // Of "number (name) state parent group session …". A program that has ended and that nobody has waited for is gone.
 bool isInSession(const std::string& status, pid_t session) {
@@ -49,12 +42,9 @@ bool isInSession(const std::string& status, pid_t session) {
 }  // namespace
 
 ProgramOnTerminal::ProgramOnTerminal(const std::vector<std::string>& command, const Environment& environment) {
-    std::vector<std::string> words = command;
-    std::vector<std::string> variables;
-    for (const auto& [name, value] : environment)
-        variables.push_back(name + "=" + value);
-    const std::vector<char*> arguments = asPointers(words);
-    const std::vector<char*> own = asPointers(variables);
+    const std::vector<std::string> variables = assignmentsOf(environment);
+    const std::vector<char*> arguments = pointersTo(command);
+    const std::vector<char*> own = pointersTo(variables);
     const winsize size{40, 100, 0, 0};
     int terminal = -1;
     _process = ::forkpty(&terminal, nullptr, nullptr, &size);
@@ -102,11 +92,8 @@ void ProgramOnTerminal::waitFor(std::string_view text) {
 int ProgramOnTerminal::finish() {
     while (takeIn()) {
     }
-    int status = 0;
-    while (::waitpid(_process, &status, 0) < 0 && errno == EINTR) {
-    }
     _hasEnded = true;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+    return waitForChild(_process);
 }
 
 bool ProgramOnTerminal::echoes() const {

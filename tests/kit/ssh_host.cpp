@@ -20,6 +20,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "hosts/phones/far/ssh_phone.h"
 #include "tests/kit/distance.h"
 #include "tests/kit/forked.h"
 
@@ -196,6 +197,18 @@ std::string SshHost::writeConfigurationWithoutKey(const std::vector<std::string>
 void SshHost::letUse(Trivel3ctl& program, std::uint16_t port) const {
     program.set("TRIVEL3_PHONE", address(port));
     program.set("TRIVEL3_SSH", ssh());
+}
+
+std::unique_ptr<hosts::Phone> SshHost::openPhone(const std::string& address) const {
+    hosts::SshOptions options;
+    options.command = ssh();
+    auto opened = hosts::SshPhone::open(*hosts::parseSshAddress(address), options, "/none");
+    if (!opened) throw std::runtime_error{opened.error().text()};
+    return *std::move(opened);
+}
+
+void SshHost::nameModel(const std::string& model) const {
+    writeText(_phone / "device-information.plist", settingsOf({{"ProductType", "<string>" + model + "</string>"}}));
 }
 
 std::string SshHost::fingerprint() const {

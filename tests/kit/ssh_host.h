@@ -4,13 +4,18 @@
 #include <sys/types.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "hosts/phones/phone.h"
 #include "tests/kit/phone.h"
 #include "tests/kit/trivel3ctl.h"
 
 namespace kit {
+
+/// What is posted after each change of the settings.
+constexpr const char* preferencesChanged = "com.fenwary.trivel3.preferencesChanged";
 
 /// A phone behind a real SSH server on the loopback address: with keys, a configuration and a notification centre of
 /// its own, which is a script that writes down what it is told. The server ends with this object. What does not come
@@ -43,9 +48,14 @@ public:
     std::string sshWithoutKey(const std::vector<std::string>& more = {}) const;
     /// The file with the configuration of `ssh`, for programs that take one.
     std::string writeConfiguration(const std::vector<std::string>& more = {}) const;
+    /// The phone itself, connected with by an address of this host.
+    std::unique_ptr<hosts::Phone> openPhone(const std::string& address) const;
     /// Has the program use this host, by this port.
     void letUse(Trivel3ctl& program, std::uint16_t port) const;
     void letUse(Trivel3ctl& program) const { letUse(program, _port); }
+
+    /// Has the phone say of what model it is: a public model identifier.
+    void nameModel(const std::string& model) const;
 
     /// The notifications that the phone has been told of, in their order.
     std::vector<std::string> posted() const;

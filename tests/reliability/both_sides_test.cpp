@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <memory>
 #include <optional>
 #include <random>
@@ -23,13 +22,12 @@ using namespace kit;
 
 namespace {
 
-using std::chrono::microseconds;
 using std::chrono::milliseconds;
 
 // A tenth of the changes that other tests are asked for, since each takes many ways there and back.
 std::optional<int> farChangesAsked() {
-    const char* const asked = std::getenv("TRIVEL3_CHANGES");
-    return asked ? std::optional(std::atoi(asked) / 10) : std::nullopt;
+    const auto asked = changesAsked();
+    return asked ? std::optional(*asked / 10) : std::nullopt;
 }
 
 // A program on the phone, a process of its own, that changes another setting now and then until it goes. It knows of
@@ -104,7 +102,7 @@ struct BothSides : testing::Test {
     }
 
     SshHost host;
-    Distance way{host.port(), farChangesAsked() ? milliseconds{25} : microseconds{200}};
+    Distance way{host.port(), delayOfCounts()};
 };
 
 TEST_F(BothSides, loseNothingWhileNobodyElseWrites) {

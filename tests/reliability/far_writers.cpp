@@ -5,7 +5,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "hosts/phones/far/ssh_phone.h"
 #include "platform/foundation/property_list.h"
 #include "tests/kit/phone.h"
 
@@ -23,19 +22,10 @@ std::string settingsWith(std::string_view held, const std::string& key, std::int
     return *platform::writeXmlPropertyList(Value(content)).bytes;
 }
 
-std::unique_ptr<hosts::Phone> openFarPhone(const kit::SshHost& host, std::uint16_t port) {
-    const auto address = hosts::parseSshAddress(host.address(port));
-    hosts::SshOptions options;
-    options.command = host.ssh();
-    auto opened = hosts::SshPhone::open(*address, options, "/none");
-    if (!opened) throw std::runtime_error{opened.error().text()};
-    return std::move(*opened);
-}
-
 }  // namespace
 
 OurFarWriter::OurFarWriter(const kit::SshHost& host, std::uint16_t port)
-    : FarWriter(host), _phone(openFarPhone(host, port)) {}
+    : FarWriter(host), _phone(host.openPhone(host.address(port))) {}
 
 void OurFarWriter::set(const std::string& key, std::int64_t value) {
     const auto change = [key, value](std::optional<std::string_view> held) -> platform::Result<platform::NewContent> {

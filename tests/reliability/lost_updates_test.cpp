@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -32,8 +31,7 @@ using std::chrono::milliseconds;
 
 // As many as show a loss where there is one, unless the environment asks for more.
 int changesOfEach(int usual) {
-    const char* askedFor = std::getenv("TRIVEL3_CHANGES");
-    return askedFor ? std::atoi(askedFor) : usual;
+    return changesAsked().value_or(usual);
 }
 
 // What processes have counted together.

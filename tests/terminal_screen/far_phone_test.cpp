@@ -13,13 +13,10 @@ namespace {
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-constexpr const char* preferencesChanged = "com.fenwary.trivel3.preferencesChanged";
-
 /// The interactive screen of a phone that is reached by its address, through a way that can fall silent.
 struct FarScreen : testing::Test {
     FarScreen() {
-        kit::writeText(host.phone() / "device-information.plist",
-                       kit::settingsOf({{"ProductType", "<string>iPhone6,1</string>"}}));
+        host.nameModel("iPhone6,1");
         kit::writeSettings(host.phone(), kit::settingsOf({{"HotCorners", "<false/>"}}));
         terminal.emplace(std::vector<std::string>{TEST_PROGRAM},
                          TmuxTerminal::Setup{.environment = {{"TRIVEL3_PHONE", host.address(way.port())},
@@ -34,10 +31,7 @@ struct FarScreen : testing::Test {
     }
 
     bool waitForPosts(std::size_t count) const {
-        constexpr int tries = 400;
-        for (int i = 0; i < tries && host.posted().size() < count; ++i)
-            std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        return host.posted().size() == count;
+        return waitUntil([&] { return host.posted().size() == count; });
     }
 
     kit::SshHost host;
@@ -52,7 +46,7 @@ TEST_F(FarScreen, changesThePhoneAndShowsWhatThePhoneChanges) {
     EXPECT_TRUE(waitForPosts(1));
     EXPECT_THAT(kit::readSettings(host.phone()), HasSubstr("<key>MultiCenter</key>\n\t<false/>"));
     kit::writeSettings(host.phone(), kit::settingsOf({{"HotCorners", "<true/>"}, {"MultiCenter", "<true/>"}}));
-    host.post(preferencesChanged);
+    host.post(kit::preferencesChanged);
     EXPECT_TRUE(terminal->waitForRow("Hot Corners  ", "on")) << terminal->text();
     EXPECT_TRUE(terminal->waitForRow("Multi-Center  ", "on")) << terminal->text();
 }

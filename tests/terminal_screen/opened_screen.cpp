@@ -30,12 +30,7 @@ void Phone::store(std::string_view key, platform::Value value) {
 }
 
 bool Phone::waitForStored(std::string_view key, const platform::Value& value) const {
-    constexpr int tries = 400;
-    for (int i = 0; i < tries; ++i) {
-        if (stored(key) == value) return true;
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
-    return false;
+    return waitUntil([&] { return stored(key) == value; });
 }
 
 std::vector<std::string> program(const Phone& phone, const std::vector<std::string>& more) {

@@ -18,15 +18,6 @@ using namespace std::chrono_literals;
 constexpr auto patience = 20s;
 constexpr auto pause = 20ms;
 
-bool waitUntil(const std::function<bool()>& condition) {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline) return false;
-        std::this_thread::sleep_for(pause);
-    }
-    return true;
-}
-
 std::string inQuotes(const std::string& text) {
     std::string quoted = "'";
     for (const char letter : text)
@@ -44,6 +35,15 @@ std::string mouseReport(int button, std::size_t line, std::size_t column) {
 }
 
 }  // namespace
+
+bool waitUntil(const std::function<bool()>& condition) {
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline) return false;
+        std::this_thread::sleep_for(pause);
+    }
+    return true;
+}
 
 void TmuxTerminal::writeScripts(const std::vector<std::string>& command, const Setup& setup) const {
     std::string run = "#!/bin/sh\ncd " + inQuotes(_folder.path()) + "\necho $$ > process\n";

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -12,6 +13,9 @@
 #include "tests/kit/temporary_folder.h"
 
 namespace terminal_screen_test {
+
+/// Whether that came to be so, in twenty seconds.
+bool waitUntil(const std::function<bool()>& condition);
 
 /// A terminal of its own in which a program runs: a tmux server that nobody else talks to. What is
 /// waited for is waited for twenty seconds at most.
